@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/base/TDateTime.h"
+
+namespace kk {
+
+/// The clock as a service: the products have the machine's, tests set their own.
+class IClock {
+ public:
+  virtual ~IClock() = default;
+  /// The machine's local time. Any thread.
+  virtual TDateTime Now() const = 0;
+  /// The same, corrected by the host; rules on the end of an auction use it. Any thread.
+  virtual TDateTime ExactNow() const { return Now(); }
+};
+
+/// Installs a clock, which is borrowed; null goes back to the machine's. Answers the one before.
+IClock* SetClock(IClock* iClock);
+
+/// The current local time.
+TDateTime Now();
+
+/// The door to the host's corrected clock.
+class TExactTime {
+ public:
+  TDateTime GetNow() const;
+};
+TExactTime ExactTime();
+
+}  // namespace kk

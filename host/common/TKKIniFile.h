@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+
+#include "host/base/TNotifyEventList.h"
+#include "host/base/TStringList.h"
+
+namespace kk {
+
+/// The settings file: sections of key=value lines. Names of sections and keys are found without
+/// regard to case. Every change is written at once and safely; comments, unknown keys and their
+/// order are kept. A file that can't be read counts as empty and is put aside before the first
+/// write. Each read looks whether the file has changed on the disk. Main thread.
+class TKKIniFile : public TObject {
+ public:
+  explicit TKKIniFile(TStringView iFileName);
+  ~TKKIniFile() override;
+
+  const TString& GetFileName() const;
+
+  TString ReadString(TStringView iSection, TStringView iKey, TStringView iDefault) const;
+  bool HasKey(TStringView iSection, TStringView iKey) const;
+  /// Line breaks and other control characters in a value are stored escaped and read back equal.
+  void WriteString(TStringView iSection, TStringView iKey, TStringView iValue);
+  /// No effect if there is no such key.
+  void DeleteKey(TStringView iSection, TStringView iKey);
+  /// The names of the keys, in file order; empty if there is no such section.
+  void ReadSection(TStringView iSection, TStringList& ioKeys) const;
+  /// The same as name=value lines.
+  void ReadSectionValues(TStringView iSection, TStringList& ioLines) const;
+  void ReadSections(TStringList& ioSections) const;
+
+  /// Several changes as one write.
+  void BeginUpdate();
+  void EndUpdate();
+
+  /// Events raised when the settings have changed: by a caller of NotifyChanged (the settings
+  /// dialog, the terminal's "settings set"), not by each write.
+  void AddNotifyOnChange(const TNotifyEvent& iEvent);
+  void RemoveNotifyOnChange(const TNotifyEvent& iEvent);
+  void NotifyChanged();
+
+ private:
+  struct TImpl;
+  std::unique_ptr<TImpl> FImpl;
+};
+
+/// The process-wide settings file: the one that the host installed with SetIniFile.
+TKKIniFile& IniFile();
+/// Borrowed; answers the one before.
+TKKIniFile* SetIniFile(TKKIniFile* iFile);
+
+}  // namespace kk

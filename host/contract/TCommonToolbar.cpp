@@ -1,0 +1,11 @@
+#include "host/contract/TCommonToolbar.h"
+
+#include "host/base/Exception.h"
+
+namespace kk {
+
+TIntf<IToolbarButton> TCommonToolbarExtender::GetItems(int iIndex) const {
+  return FButtons[CheckedIndex(iIndex, FButtons.size())];
+}
+
+}  // namespace kk

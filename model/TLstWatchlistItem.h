@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/base/IInterfaceList.h"
+#include "host/base/TLstBase.h"
+#include "model/TWatchlistItem.h"
+
+namespace kk {
+
+class TWatchlistPlugin;
+
+/// Items in order. Lists of the tree own theirs; work lists borrow. An owning list is entered in
+/// the item index, so that look-ups by id in it, and in the tree above it, take constant time.
+class TLstWatchlistItem : public TLstBase<TWatchlistItem> {
+ public:
+  /// iGroup: the group that the list belongs to, if it hangs in one.
+  explicit TLstWatchlistItem(bool iOwnsObjects, TWatchlistPlugin* iGroup = nullptr);
+  ~TLstWatchlistItem() override;
+
+  TWatchlistItem& Add(std::unique_ptr<TWatchlistItem> iItem) { return Append(std::move(iItem)); }
+  TWatchlistItem& Add(TWatchlistItem& iItem) { return Append(iItem); }
+  /// An index out of range raises EListError.
+  TWatchlistItem& GetItems(int iIndex) const { return At(iIndex); }
+  /// The first item with this stored id; -1 if there is none. It does not touch search results.
+  int IndexOfSearchResultId(const TGuid& iId) const;
+  /// Appends each item's result in order, empty ones included.
+  void SearchResultsFromItems(IInterfaceList& ioResults) const;
+  TIntf<IInterfaceList> GetSearchResultsFromItems() const;
+
+  TWatchlistPlugin* Group() const { return FGroup; }
+
+ protected:
+  void Attached(TWatchlistItem& iItem) override;
+  void Detached(TWatchlistItem& iItem) override;
+  void Reordered() override;
+
+ private:
+  friend class TWatchlistItem;
+  int IndexOfOrder(int64_t iOrder) const;
+
+  TWatchlistPlugin* FGroup;
+  int64_t FNextOrder = 0;
+};
+
+}  // namespace kk

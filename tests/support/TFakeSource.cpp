@@ -1,0 +1,145 @@
+#include "tests/support/TFakeSource.h"
+
+#include <utility>
+
+#include "host/base/Exception.h"
+#include "host/contract/TPluginIntegration.h"
+
+namespace kk {
+
+TFakeSearchResult::TFakeSearchResult(TStringView iName, const TGuid& iId)
+    : FId(iId), FName(iName), FArticle(iName) {}
+
+bool TFakeSearchResult::IsSame(const TIntf<ISearchResult>& iOther) const {
+  const auto* other = dynamic_cast<const TFakeSearchResult*>(iOther.Get());
+  return other != nullptr && other->FArticle == FArticle;
+}
+
+TIntf<ISearchResult> TFakeSearchResult::Clone() const {
+  const auto clone = MakeIntf<TFakeSearchResult>(FName, FId);
+  clone->SetArticle(FArticle);
+  clone->SetEndTime(FEndTime);
+  return clone;
+}
+
+TIntf<ISearchResult> FakeResult(TStringView iName, TDateTime iEndTime) {
+  const auto result = MakeIntf<TFakeSearchResult>(iName);
+  result->SetEndTime(iEndTime);
+  return result;
+}
+
+// The parts of the source behind interfaces of their own keep it alive.
+class TFakeUpdate : public TInterfaced<ISearchResultUpdate> {
+ public:
+  explicit TFakeUpdate(TFakeSource* iSource) : FSource(iSource) {}
+
+  void UpdateSearchResult(const TIntf<ISearchResult>& iResult,
+                          TNotifyEventSearchResult iOnFinished) override {
+    FSource->FRequests.push_back({iResult, iOnFinished});
+    if (FSource->FAnswersAtOnce) FSource->Finish(true);
+  }
+
+ private:
+  TIntf<TFakeSource> FSource;
+};
+
+class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
+ public:
+  explicit TFakeVisualization(TFakeSource* iSource) : FSource(iSource) {}
+
+  TString GetCaption() const override { return FSource->GetName(); }
+  TString GetMenuCaption() const override { return FSource->GetName() + u" (Menü)"; }
+  TBitmap GetImage() const override { return {u"FAKE"}; }
+  TBitmap GetImageSelected() const override { return {u"FAKESELECTED"}; }
+  TIntf<IInterfaceList> GetSubVisualizations() const override { return {}; }
+  TIntf<IIntegrationInfo> GetIntegrationInfo() const override {
+    return MakeIntf<TPluginIntegrationInfo>(FSource->GetId(), TGroupIdentification{1});
+  }
+  void SetContainer(TPanel*) override { Note("SetContainer"); }
+  void AddExtensions(const TIntf<IInterfaceList>& iExtensions) override {
+    for (int i = 0; i < iExtensions->GetCount(); ++i) AddExtension(iExtensions->Get(i));
+  }
+  void AddExtension(const TIntf<IInterface>& iExtension) override {
+    FSource->FExtensions.push_back(iExtension);
+  }
+  void SetResults(const TIntf<IInterfaceList>& iResults) override { Note("SetResults", iResults); }
+  void RemoveResults(const TIntf<IInterfaceList>& iResults) override {
+    Note("RemoveResults", iResults);
+  }
+  void SelectResults(const TIntf<IInterfaceList>& iResults) override {
+    Note("SelectResults", iResults);
+  }
+  void RefreshResult(const TIntf<ISearchResult>& iResult) override {
+    Note("RefreshResult " + ToUtf8(iResult->GetName()));
+  }
+  TIntf<IReminderText> GetReminderText(uint8_t, const TIntf<ISearchResult>&) override { return {}; }
+  TIntf<ISearchResult> CreateSearchResultFromCmdLine(TStringView iValue) override {
+    if (!StartsWith(iValue, TFakeSource::cScheme)) return {};
+    return FakeResult(iValue.substr(std::size(TFakeSource::cScheme) - 1));
+  }
+  void ShowList() override { Note("ShowList"); }
+  void HideList() override { Note("HideList"); }
+  void ReleaseList() override { Note("ReleaseList"); }
+  void ReleaseListData() override { Note("ReleaseListData"); }
+
+ private:
+  void Note(std::string iCall) { FSource->FViewCalls.push_back(std::move(iCall)); }
+  void Note(const std::string& iCall, const TIntf<IInterfaceList>& iResults) {
+    Note(iCall + " " + std::to_string(iResults->GetCount()));
+  }
+
+  TIntf<TFakeSource> FSource;
+};
+
+TFakeSource::TFakeSource(TStringView iName, const TGuid& iId, TFakeAbilities iAbilities)
+    : FId(iId), FAffiliateId(iId), FName(iName), FAbilities(iAbilities) {}
+
+bool TFakeSource::QueryDelegated(const TGuid& iIid, void** oInterface) {
+  if (FAbilities.Update && iIid == IID_SearchResultUpdate) {
+    return MakeIntf<TFakeUpdate>(this)->QueryInterface(iIid, oInterface);
+  }
+  if (FAbilities.Visualization && iIid == IID_WatchlistVisualization) {
+    return MakeIntf<TFakeVisualization>(this)->QueryInterface(iIid, oInterface);
+  }
+  return false;
+}
+
+// A stream of this source: four lines a result - id, article, name, milliseconds of the end time.
+TIntf<IInterfaceList> TFakeSource::LoadSearchResults(TStream& iStream, bool iDecodeUTF8) {
+  FLastDecodeUTF8 = iDecodeUTF8;
+  if (!FLoadFailure.empty()) throw Exception(FLoadFailure);
+  const std::vector<TString> lines = Split(FromUtf8(iStream.ReadRest()), u'\n');
+  const TIntf<IInterfaceList> results = NewInterfaceList();
+  for (size_t i = 0; i + 3 < lines.size(); i += 4) {
+    const auto result = MakeIntf<TFakeSearchResult>(lines[i + 2], StringToGUID(lines[i]));
+    result->SetArticle(lines[i + 1]);
+    result->SetEndTime(TDateTime::FromMs(StrToInt(lines[i + 3])));
+    results->Add(result);
+  }
+  return results;
+}
+
+void TFakeSource::SaveSearchResults(const IInterfaceList& iList, TStream& ioStream) {
+  ++FSaveCount;
+  if (!FSaveFailure.empty()) throw Exception(FSaveFailure);
+  for (int i = 0; i < iList.GetCount(); ++i) {
+    const auto result = GetAs<ISearchResult>(iList, i);
+    if (!result) continue;
+    const auto* fake = dynamic_cast<TFakeSearchResult*>(result.Get());
+    const TString lines = GUIDToString(result->GetId()) + u"\n" + fake->Article() + u"\n" +
+                          result->GetName() + u"\n" + IntToStr(result->GetEndTime().Ms()) + u"\n";
+    ioStream.Write(ToUtf8(lines));
+  }
+}
+
+TIntf<IInterfaceList> TFakeSource::CreateSearchResults(const TStringList&) {
+  return NewInterfaceList();
+}
+
+void TFakeSource::Finish(bool iSucceeded, TIntf<ISearchResult> iResult) {
+  const TRequest request = FRequests.front();
+  FRequests.erase(FRequests.begin());
+  request.OnFinished(nullptr, iResult ? iResult : request.Clone, iSucceeded);
+}
+
+}  // namespace kk

@@ -1,0 +1,95 @@
+#include "tests/support/TTestMainLoop.h"
+
+#include <exception>
+#include <future>
+
+namespace kk {
+
+TTestMainLoop::TTestMainLoop() : FBefore(SetMainLoop(this)) {}
+
+TTestMainLoop::~TTestMainLoop() { SetMainLoop(FBefore); }
+
+void TTestMainLoop::Post(TFunction iFunction) {
+  const std::lock_guard lock(FMutex);
+  FPosted.push_back(std::move(iFunction));
+}
+
+void TTestMainLoop::Synchronize(TFunction iFunction) {
+  if (IsMainThread()) {
+    iFunction();
+    return;
+  }
+  std::promise<void> done;
+  Post([&] {
+    try {
+      iFunction();
+      done.set_value();
+    } catch (...) {  // handed to the waiting thread
+      done.set_exception(std::current_exception());
+    }
+  });
+  done.get_future().get();
+}
+
+bool TTestMainLoop::HasPosted() {
+  const std::lock_guard lock(FMutex);
+  return !FPosted.empty();
+}
+
+void TTestMainLoop::RunPosted() {
+  // What is posted meanwhile waits for the next turn.
+  size_t count = 0;
+  {
+    const std::lock_guard lock(FMutex);
+    count = FPosted.size();
+  }
+  for (; count > 0; --count) {
+    TFunction function;
+    {
+      const std::lock_guard lock(FMutex);
+      if (FPosted.empty()) return;
+      function = std::move(FPosted.front());
+      FPosted.pop_front();
+    }
+    function();
+  }
+}
+
+void TTestMainLoop::ProcessMessages() {
+  ++FTurns;
+  RunPosted();
+}
+
+void TTestMainLoop::WaitForMessage(int iMilliseconds) {
+  ++FTurns;
+  if (HasPosted()) return;
+  std::this_thread::yield();
+  if (!HasPosted()) Advance(iMilliseconds);
+}
+
+TMainLoop::TTimerId TTestMainLoop::StartTimer(int iMilliseconds, TFunction iFunction) {
+  FTimers.emplace(FNextTimer, TTimer{iMilliseconds, FNow + iMilliseconds, std::move(iFunction)});
+  return FNextTimer++;
+}
+
+void TTestMainLoop::StopTimer(TTimerId iTimer) { FTimers.erase(iTimer); }
+
+void TTestMainLoop::Advance(int iMilliseconds) {
+  const int64_t end = FNow + iMilliseconds;
+  for (;;) {
+    auto next = FTimers.end();
+    for (auto timer = FTimers.begin(); timer != FTimers.end(); ++timer) {
+      if (timer->second.Due > end) continue;
+      if (next == FTimers.end() || timer->second.Due < next->second.Due) next = timer;
+    }
+    if (next == FTimers.end()) break;
+    FNow = next->second.Due;
+    next->second.Due += next->second.Interval;
+    const TFunction function = next->second.Function;
+    function();
+    RunPosted();
+  }
+  FNow = end;
+}
+
+}  // namespace kk

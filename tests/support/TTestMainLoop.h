@@ -1,0 +1,53 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <mutex>
+#include <thread>
+
+#include "host/base/TMainLoop.h"
+
+namespace kk {
+
+/// A main loop that the test cranks by hand: nothing runs but in ProcessMessages, and time passes
+/// only in Advance and, so that loops which wait come to an end, in WaitForMessage.
+class TTestMainLoop : public TMainLoop {
+ public:
+  TTestMainLoop();
+  ~TTestMainLoop() override;
+
+  void Post(TFunction iFunction) override;
+  void Synchronize(TFunction iFunction) override;
+  void ProcessMessages() override;
+  /// With nothing to run, the time of the timers passes at once; real threads get a chance to post.
+  void WaitForMessage(int iMilliseconds) override;
+  TTimerId StartTimer(int iMilliseconds, TFunction iFunction) override;
+  void StopTimer(TTimerId iTimer) override;
+  bool IsMainThread() const override { return std::this_thread::get_id() == FThread; }
+
+  /// Lets the time of the timers pass and runs what comes due, in order of time.
+  void Advance(int iMilliseconds);
+  /// How often ProcessMessages and WaitForMessage were called.
+  int Turns() const { return FTurns; }
+  int TimerCount() const { return static_cast<int>(FTimers.size()); }
+
+ private:
+  struct TTimer {
+    int Interval;
+    int64_t Due;
+    TFunction Function;
+  };
+  void RunPosted();
+  bool HasPosted();
+
+  std::thread::id FThread = std::this_thread::get_id();
+  std::mutex FMutex;
+  std::deque<TFunction> FPosted;
+  std::map<TTimerId, TTimer> FTimers;
+  TTimerId FNextTimer = 1;
+  int64_t FNow = 0;
+  int FTurns = 0;
+  TMainLoop* FBefore;
+};
+
+}  // namespace kk
