@@ -1,0 +1,86 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "host/contract/ISearchResultUpdate.h"
+
+namespace kk {
+
+/// The watch list as it stands, as plain values for hosts without a section on a screen.
+struct TWatchlistItemInfo {
+  TGuid Id;
+  TString Name;
+  TDateTime LastUpdate;  ///< zero when never
+  TDateTime EndTime;     ///< zero for an offer without an end
+  std::vector<TString> Note;
+  TIntf<ISearchResult> SearchResult;  ///< may be empty
+};
+struct TWatchlistGroupInfo {
+  TGuid PluginId;
+  TString Name;
+  std::vector<TWatchlistItemInfo> Items;
+};
+struct TWatchlistCategoryInfo {
+  TGuid Id;
+  TString Name;
+  std::vector<TString> Description;
+  bool Expanded = false;
+  std::vector<TWatchlistGroupInfo> Groups;
+  std::vector<TWatchlistCategoryInfo> Categories;
+};
+struct TWatchlistReminderInfo {
+  TGuid Id;  ///< of the item's search result
+  TDateTime Time;
+  std::vector<int> Types;  ///< 0 sound, 1 window, 2 SMS, 3 calendar, 4 e-mail; ascending
+};
+struct TWatchlistInfo {
+  std::vector<TWatchlistCategoryInfo> Categories;
+  std::vector<TWatchlistReminderInfo> Reminders;
+};
+
+/// The commands of the section by ids, for a host that has no section: the terminal and scripts.
+/// They follow the section's rules and ask its questions through the host's dialogs. Offered by the
+/// watch list's plug-in once it is initialised. Main thread.
+///
+/// What the rules refuse (an unknown id, a name in use, the category for everything unassigned, too
+/// deep a nesting) raises Exception with a German text for the user and changes nothing. A Boolean
+/// result is false if the user said no.
+class IWatchlistAccess : public IInterface {
+ public:
+  using TParent = IInterface;
+  static constexpr TGuid cIid = GuidLiteral("{0C6C3F0E-7B52-4D2F-9B36-9F6B0C1C5A11}");
+
+  virtual TWatchlistInfo GetTree() const = 0;
+
+  /// A new category under the parent, or at the top level. Answers its id.
+  virtual TGuid AddCategory(const std::optional<TGuid>& iParent, TStringView iName,
+                            const std::vector<TString>& iDescription) = 0;
+  virtual void RenameCategory(const TGuid& iCategory, TStringView iName) = 0;
+  virtual void DescribeCategory(const TGuid& iCategory, const std::vector<TString>& iLines) = 0;
+  /// To the end of the target's children, or of the top level. Never into itself or its subtree.
+  virtual void MoveCategory(const TGuid& iCategory, const std::optional<TGuid>& iTarget) = 0;
+  /// Asks. With all that it holds; the reminders of its items go, too.
+  virtual bool DeleteCategory(const TGuid& iCategory) = 0;
+
+  virtual void MoveItems(const std::vector<TGuid>& iItems, const TGuid& iTarget) = 0;
+  /// Asks. The items' reminders go, too.
+  virtual bool DeleteItems(const std::vector<TGuid>& iItems) = 0;
+  /// Asks when there are several.
+  virtual bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) = 0;
+
+  /// Queue what can be refreshed; answer how many results went into the queues.
+  virtual int RefreshAll() = 0;
+  virtual int RefreshCategory(const TGuid& iCategory) = 0;
+  virtual int RefreshItems(const std::vector<TGuid>& iItems) = 0;
+  /// How many results wait in the queues or are under way, those of adds included.
+  virtual int OpenUpdates() const = 0;
+  /// Told of each end of a refresh, adds included, after the list has taken the result in. The
+  /// receiver takes it back (an empty event) before it dies.
+  virtual void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) = 0;
+
+  /// Writes the file now. False if that failed; the log says why.
+  virtual bool Save() = 0;
+};
+
+}  // namespace kk
