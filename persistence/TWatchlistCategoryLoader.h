@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/common/TParserBaseSimpleXML.h"
+#include "model/TLstWatchlistCategory.h"
+
+namespace kk {
+
+/// Reads what TWatchlistCategorySaver writes. Main thread.
+class TWatchlistCategoryLoader : public TParserBaseSimpleXML {
+ public:
+  /// Appends the categories to an owning list. iDecodeUTF8: see TSimpleXMLDocument. Raises for a
+  /// stream that is no XML, for a category without a valid "Id" and for categories nested deeper
+  /// than TWatchlistCategory::cMaxDepth; what was read before that stays in the list. An empty
+  /// stream has no categories.
+  static void LoadFromStream(TMemoryStream& iMS, TLstWatchlistCategory& ioLst, bool iDecodeUTF8);
+
+ private:
+  void LoadFromXML(const TSimpleXMLDocument& iDocument, TLstWatchlistCategory& ioLst);
+  void LoadFromXML(TSimpleXMLNode iNode, TLstWatchlistCategory& ioLst, int iDepth);
+  void LoadCategoryFromXML(TSimpleXMLNode iNode, TLstWatchlistCategory& ioLst, int iDepth);
+};
+
+}  // namespace kk

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <unordered_map>
+
+#include "model/TLstWatchlistCategory.h"
+#include "model/TLstWatchlistIntegration.h"
+
+namespace kk {
+
+class TLstRemindItem;
+
+/// Reads the watch list file. Descendants specialise it through its virtual operations, which stand
+/// here in the order of their use. It never touches the file. docs/format.md tells the format. Main
+/// thread.
+class TWatchlistFileLoader : public TObject {
+ public:
+  explicit TWatchlistFileLoader(TStringView iFileName) : FFileName(iFileName) {}
+
+  const TString& FileName() const { return FFileName; }
+
+ protected:
+  /// Told whether the file has categories; that it has none is a failure.
+  virtual void FoundCategories(bool iFound);
+  /// Told when the reminders are read.
+  virtual void FoundRemindItems() {}
+  /// Told when both streams of a source are read.
+  virtual void FoundIntegration(const TGuid& /*iId*/) {}
+  /// Appends the category for everything that belongs nowhere else.
+  virtual void AddEmptyCategory(TLstWatchlistCategory& ioLst);
+
+  /// 0 if there is no such entry. Raises EConvertError for a text that is no number.
+  virtual int LoadFileVersion();
+  virtual void LoadRemindItems(TLstRemindItem& ioLst, bool iDecodeUTF8);
+  virtual void LoadCategories(TLstWatchlistCategory& ioLst, bool iDecodeUTF8);
+  /// Puts the source's items into the tree. They come to stand in the reverse order of the stream.
+  virtual void LoadIntegration(const TIntf<IWatchlistIntegration>& iIntegration,
+                               TLstWatchlistCategory& ioLstCategory, bool iDecodeUTF8);
+
+ public:
+  /// Answers whether the load went through; a failure is logged. After it the categories are the
+  /// catch-all category alone, and reminders read until then stay in their list. The record of each
+  /// source that the file holds counts as unchanged.
+  virtual bool LoadFromFile(TLstWatchlistCategory& ioLstCategory, TLstRemindItem& ioLstRemindItem,
+                            const TLstWatchlistIntegration& iLstIntegration);
+
+ private:
+  void LoadStreams(TLstWatchlistCategory& ioLstCategory, TLstRemindItem& ioLstRemindItem,
+                   const TLstWatchlistIntegration& iLstIntegration);
+  void LoadIntegrations(TLstWatchlistCategory& ioLstCategory,
+                        const TLstWatchlistIntegration& iLstIntegration, bool iDecodeUTF8);
+  bool DecodesUTF8(int iFileVersion) const;
+  void NoteCategories(const TLstWatchlistCategory& iLst);
+  TWatchlistCategory* CategoryOf(const TWatchlistItem& iItem) const;
+
+  TString FFileName;
+  std::unordered_map<TGuid, TWatchlistCategory*> FCategoryById;  // of the load under way
+};
+
+}  // namespace kk
