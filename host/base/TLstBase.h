@@ -47,8 +47,8 @@ class TLstBase : public TObject {
     const size_t from = Checked(iFrom);
     const size_t to = Checked(iTo);
     T* object = FObjects[from];
-    FObjects.erase(At(from));
-    FObjects.insert(At(to), object);
+    FObjects.erase(Place(from));
+    FObjects.insert(Place(to), object);
     Reordered();
   }
   virtual void Reverse() {
@@ -85,12 +85,12 @@ class TLstBase : public TObject {
   virtual void Reordered() {}
 
  private:
-  auto At(size_t iIndex) { return FObjects.begin() + static_cast<ptrdiff_t>(iIndex); }
+  auto Place(size_t iIndex) { return FObjects.begin() + static_cast<ptrdiff_t>(iIndex); }
   size_t Checked(int iIndex) const { return CheckedIndex(iIndex, FObjects.size()); }
   T& Put(int iIndex, T* iObject, bool iOwned) {
     std::unique_ptr<T> guard(iOwned ? iObject : nullptr);
     if (iOwned != FOwnsObjects) throw EInvalidCast(u"TLstBase.Add");
-    FObjects.insert(At(static_cast<size_t>(iIndex)), iObject);
+    FObjects.insert(Place(static_cast<size_t>(iIndex)), iObject);
     guard.release();
     Attached(*iObject);
     if (iIndex + 1 < GetCount()) Reordered();
@@ -99,7 +99,7 @@ class TLstBase : public TObject {
   // From either end without moving the rest: emptying a list in its order stays linear.
   T* TakeOut(size_t iIndex) {
     T* object = FObjects[iIndex];
-    FObjects.erase(At(iIndex));
+    FObjects.erase(Place(iIndex));
     Detached(*object);
     return object;
   }
