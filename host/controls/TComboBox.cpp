@@ -1,0 +1,79 @@
+#include "host/controls/TComboBox.h"
+
+#include "host/base/Exception.h"
+
+namespace kk {
+
+void TComboBox::AddItem(TStringView iText, TObject* iObject) {
+  FItems.push_back({TString(iText), iObject});
+  Changed();
+}
+
+void TComboBox::Clear() {
+  if (FItems.empty() && FText.empty()) return;
+  FItems.clear();
+  FItemIndex = -1;
+  FText.clear();
+  Changed();
+}
+
+int TComboBox::IndexOfObject(const TObject* iObject) const {
+  for (size_t i = 0; i < FItems.size(); ++i) {
+    if (FItems[i].Object == iObject) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+void TComboBox::SetItemIndex(int iIndex) {
+  if (iIndex == -1) {
+    Put(-1, {});
+  } else {
+    Put(iIndex, FItems[CheckedIndex(iIndex, FItems.size())].Text);
+  }
+}
+
+TObject* TComboBox::SelectedObject() const {
+  return FItemIndex < 0 ? nullptr : FItems[static_cast<size_t>(FItemIndex)].Object;
+}
+
+void TComboBox::SetText(TStringView iText) { Put(IndexOfText(iText), iText); }
+
+bool TComboBox::Select(int iIndex) {
+  return AsUser([this, iIndex] {
+    if (iIndex < 0 || iIndex >= static_cast<int>(FItems.size())) return false;
+    if (!Put(iIndex, FItems[static_cast<size_t>(iIndex)].Text)) return false;
+    if (FOnChange) FOnChange(this);
+    return true;
+  });
+}
+
+bool TComboBox::EnterText(TStringView iText) {
+  return AsUser([this, iText] {
+    if (!FEditable || !Put(IndexOfText(iText), iText)) return false;
+    if (FOnChange) FOnChange(this);
+    return true;
+  });
+}
+
+int TComboBox::IndexOfText(TStringView iText) const {
+  const auto search = [this](auto&& equal) {
+    if (FItemIndex >= 0 && equal(FItems[static_cast<size_t>(FItemIndex)].Text)) return FItemIndex;
+    for (size_t i = 0; i < FItems.size(); ++i) {
+      if (equal(FItems[i].Text)) return static_cast<int>(i);
+    }
+    return -1;
+  };
+  const int exact = search([&](const TString& text) { return text == iText; });
+  if (exact >= 0) return exact;
+  return search([&](const TString& text) { return SameText(text, iText); });
+}
+
+bool TComboBox::Put(int iIndex, TStringView iText) {
+  if (FItemIndex == iIndex && FText == iText) return false;
+  FItemIndex = iIndex;
+  FText = iText;
+  Changed();
+  return true;
+}
+
+}  // namespace kk
