@@ -19,8 +19,8 @@ class IWatchlistModelRoot {
   virtual TLstWatchlistCategory& RootCategories() = 0;
 };
 
-/// The installed root. An item must not die and DeleteEmptyPlugins must not run without one; asking
-/// for it then raises Exception.
+/// The installed root; asking for it without one raises Exception. DeleteEmptyPlugins and the
+/// attaching of search results need one. An item that dies without one dies untold.
 IWatchlistModelRoot& WatchlistModelRoot();
 bool HasWatchlistModelRoot();
 /// Borrowed; answers the one before.

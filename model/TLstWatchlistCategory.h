@@ -6,7 +6,7 @@ namespace kk {
 
 /// Categories in order: the root of the tree, the children of every node, and flat work lists,
 /// which borrow. Searches descend in list order and stop at the first hit. Main thread.
-class TLstWatchlistCategory : public TLstBase<TWatchlistCategory> {
+class TLstWatchlistCategory : public TLstTree<TWatchlistCategory, TLstWatchlistCategory> {
  public:
   /// iParent: the category whose children these are, if they are some.
   explicit TLstWatchlistCategory(bool iOwnsObjects, TWatchlistCategory* iParent = nullptr);

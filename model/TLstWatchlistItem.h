@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/base/IInterfaceList.h"
-#include "host/base/TLstBase.h"
+#include "model/TLstTree.h"
 #include "model/TWatchlistItem.h"
 
 namespace kk {
@@ -9,8 +9,9 @@ namespace kk {
 class TWatchlistPlugin;
 
 /// Items in order. Lists of the tree own theirs; work lists borrow. An owning list is entered in
-/// the item index, so that look-ups by id in it, and in the tree above it, take constant time.
-class TLstWatchlistItem : public TLstBase<TWatchlistItem> {
+/// the index of items, so that look-ups by id in it, and in the tree above it, take no scan. Main
+/// thread.
+class TLstWatchlistItem : public TLstTree<TWatchlistItem, TLstWatchlistItem> {
  public:
   /// iGroup: the group that the list belongs to, if it hangs in one.
   explicit TLstWatchlistItem(bool iOwnsObjects, TWatchlistPlugin* iGroup = nullptr);
@@ -31,14 +32,9 @@ class TLstWatchlistItem : public TLstBase<TWatchlistItem> {
  protected:
   void Attached(TWatchlistItem& iItem) override;
   void Detached(TWatchlistItem& iItem) override;
-  void Reordered() override;
 
  private:
-  friend class TWatchlistItem;
-  int IndexOfOrder(int64_t iOrder) const;
-
   TWatchlistPlugin* FGroup;
-  int64_t FNextOrder = 0;
 };
 
 }  // namespace kk

@@ -7,7 +7,7 @@ namespace kk {
 class TWatchlistCategory;
 
 /// Groups in order. Lists of the tree own theirs; work lists borrow. Main thread.
-class TLstWatchlistPlugin : public TLstBase<TWatchlistPlugin> {
+class TLstWatchlistPlugin : public TLstTree<TWatchlistPlugin, TLstWatchlistPlugin> {
  public:
   /// iCategory: the category that the list belongs to, if it hangs in one.
   explicit TLstWatchlistPlugin(bool iOwnsObjects, TWatchlistCategory* iCategory = nullptr);
@@ -31,10 +31,6 @@ class TLstWatchlistPlugin : public TLstBase<TWatchlistPlugin> {
   bool DeleteItemById(const TGuid& iItemId) { return RemoveItemById(iItemId) != nullptr; }
 
   TWatchlistCategory* Category() const { return FCategory; }
-
- protected:
-  void Attached(TWatchlistPlugin& iGroup) override;
-  void Detached(TWatchlistPlugin& iGroup) override;
 
  private:
   TWatchlistCategory* FCategory;

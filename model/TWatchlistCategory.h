@@ -22,7 +22,7 @@ class TWatchlistCategory : public TObject {
 
   /// The all-zero id marks the category for everything that belongs nowhere else.
   const TGuid& Id() const { return FID; }
-  void SetId(const TGuid& iId) { FID = iId; }
+  void SetId(const TGuid& iId);
   /// Not unique by construction; see TLstWatchlistCategory::MakeUniqueName.
   const TString& Name() const { return FName; }
   void SetName(TStringView iName) { FName = iName; }
@@ -57,11 +57,13 @@ class TWatchlistCategory : public TObject {
   void GetPlugins(TLstWatchlistPlugin& ioLst) const;
   int GetItemCount(bool iRecursive) const;
 
-  /// The tree's list in which the category hangs, if it does.
-  TLstWatchlistCategory* List() const { return FList; }
+  /// The owning list in which the category hangs, if it does, and where in it.
+  TLstWatchlistCategory* List() const { return FPlace.List; }
+  const TTreePlace<TLstWatchlistCategory>& Place() const { return FPlace; }
 
  private:
-  friend class TLstWatchlistCategory;
+  friend class TLstTree<TWatchlistCategory, TLstWatchlistCategory>;
+  friend class TTreeIndex<TWatchlistCategory>;
 
   TGuid FID;
   TString FName;
@@ -69,7 +71,8 @@ class TWatchlistCategory : public TObject {
   bool FExpanded = false;
   std::unique_ptr<TLstWatchlistCategory> FLstCategory;
   std::unique_ptr<TLstWatchlistPlugin> FLstPlugin;
-  TLstWatchlistCategory* FList = nullptr;
+  TTreePlace<TLstWatchlistCategory> FPlace;
+  TTreeIndexLink<TWatchlistCategory> FIndexLink;
 };
 
 }  // namespace kk

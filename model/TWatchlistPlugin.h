@@ -12,6 +12,8 @@ class TLstWatchlistPlugin;
 class TWatchlistPlugin : public TObject {
  public:
   explicit TWatchlistPlugin(TIntf<IWatchlistIntegration> iIntegration);
+  /// Frees the items while the group is still whole.
+  ~TWatchlistPlugin() override;
 
   const TIntf<IWatchlistIntegration>& Integration() const { return FIntegration; }
   TLstWatchlistItem& LstItem() { return FLstItem; }
@@ -24,16 +26,17 @@ class TWatchlistPlugin : public TObject {
   TGuid GetId() const { return FIntegration->GetId(); }
   TString GetName() const { return FIntegration->GetName(); }
 
-  /// The tree's list in which the group hangs, if it does.
-  TLstWatchlistPlugin* List() const { return FList; }
+  /// The owning list in which the group hangs, if it does, and where in it.
+  TLstWatchlistPlugin* List() const { return FPlace.List; }
+  const TTreePlace<TLstWatchlistPlugin>& Place() const { return FPlace; }
 
  private:
-  friend class TLstWatchlistPlugin;
+  friend class TLstTree<TWatchlistPlugin, TLstWatchlistPlugin>;
 
   TIntf<IWatchlistIntegration> FIntegration;
   TLstWatchlistItem FLstItem;
   bool FExpanded = false;
-  TLstWatchlistPlugin* FList = nullptr;
+  TTreePlace<TLstWatchlistPlugin> FPlace;
 };
 
 }  // namespace kk

@@ -7,8 +7,9 @@
 
 namespace kk {
 
-/// The entries of a refresh queue, owned. Look-ups by id take constant time; the id of a queued
-/// result does not change. Main thread.
+/// The entries of a refresh queue, owned. Look-ups by id take no scan of the queue. An entry is
+/// found under the id that its result had when it came in: the ids of queued results do not change.
+/// Main thread.
 class TLstWatchlistItemUpdate : public TLstBase<TWatchlistItemUpdate> {
  public:
   TLstWatchlistItemUpdate();
@@ -31,9 +32,14 @@ class TLstWatchlistItemUpdate : public TLstBase<TWatchlistItemUpdate> {
  protected:
   void Attached(TWatchlistItemUpdate& iUpdate) override;
   void Detached(TWatchlistItemUpdate& iUpdate) override;
+  void Reordered() override { FIsNumbered = false; }
 
  private:
+  void Number() const;
+
   std::unordered_multimap<TGuid, TWatchlistItemUpdate*> FById;
+  mutable bool FIsNumbered = true;
+  int64_t FNextOrder = 0;
 };
 
 }  // namespace kk

@@ -19,8 +19,13 @@ class TWatchlistItemUpdate : public TObject {
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) { FOnUpdateFinished = iEvent; }
 
  private:
+  friend class TLstWatchlistItemUpdate;
+
   TIntf<ISearchResult> FSearchResult;
   TNotifyEventSearchResult FOnUpdateFinished;
+  // Kept by the list: the id that its hash knows, and a number that rises along the list.
+  TGuid FHashedId;
+  mutable int64_t FOrder = 0;
 };
 
 }  // namespace kk

@@ -14,14 +14,16 @@ using TNotifyEventAfterAdd = TDelegate<void(TObject* Sender, int iAddCount)>;
 /// of a refreshed one is the listeners' business. Listeners may call it from inside an event.
 ///
 /// Idle, running, finishing: WaitFor and Uninitialize lead to the last for good; entries stay in
-/// the queue then and are never served. Main thread, without locks.
+/// the queue then and are never served. What a listener or a source raises goes to the log and does
+/// not stop the queue; a source that raises instead of taking a request has failed it. Main thread,
+/// without locks.
 class TWatchlistItemUpdater : public TObject {
  public:
   explicit TWatchlistItemUpdater(TIntf<IWatchlistIntegration> iIntegration);
   /// Frees the queue; a request under way is waited for with the message loop alive.
   ~TWatchlistItemUpdater() override;
 
-  /// Queues at the end. False if a result with this id is in the queue.
+  /// Queues at the end. False if a result with this id is in the queue, or for an empty one.
   bool Add(const TIntf<ISearchResult>& iSearchResult, TNotifyEventSearchResult iOnUpdateFinished);
   /// Queues right behind the running entry. False as above.
   bool AddPriorized(const TIntf<ISearchResult>& iSearchResult,
@@ -41,8 +43,8 @@ class TWatchlistItemUpdater : public TObject {
 
   bool IsActive() const { return FActive; }
   bool IsActiveWithItem() const { return FActive && FCurrentItem != nullptr; }
-  /// Stops the updater and waits for the running request, the message loop alive. There is no
-  /// time limit here: the source has one.
+  /// Stops the updater and waits while a request with its entry is under way, the message loop
+  /// alive. There is no time limit here: the source has one.
   void WaitFor();
   /// Stops the updater without waiting.
   void Uninitialize() { FFinishing = true; }
@@ -58,11 +60,28 @@ class TWatchlistItemUpdater : public TObject {
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) { FOnUpdateFinished = iEvent; }
 
  private:
+  // Closed with its scope, also when a result raises.
+  struct TAddBlock {
+    TWatchlistItemUpdater& Updater;
+    explicit TAddBlock(TWatchlistItemUpdater& iUpdater) : Updater(iUpdater) { Updater.BeginAdd(); }
+    ~TAddBlock() { Updater.EndAdd(); }
+    TAddBlock(const TAddBlock&) = delete;
+    TAddBlock& operator=(const TAddBlock&) = delete;
+  };
+
   bool Enqueue(const TIntf<ISearchResult>& iSearchResult, TNotifyEventSearchResult iOnFinished,
                bool iPriorized);
+  int EnqueueAll(const IInterfaceList& iSearchResultList, TNotifyEventSearchResult iOnFinished,
+                 bool iPriorized);
   void StartUpdate();
+  bool MayStart() const;
+  void StartFirst();
   void DoUpdateFinished(TObject* iSender, const TIntf<ISearchResult>& iSearchResult,
                         bool iSucceeded);
+  void RaiseProgress();
+  void RaiseFinished(TNotifyEventSearchResult iEvent, const TIntf<ISearchResult>& iSearchResult,
+                     bool iSucceeded);
+  void LogUpdate(TStringView iFormat, const TIntf<ISearchResult>& iSearchResult) const;
 
   TIntf<IWatchlistIntegration> FIntegration;
   std::unique_ptr<TLstWatchlistItemUpdate> FQueue;
@@ -74,6 +93,7 @@ class TWatchlistItemUpdater : public TObject {
   TNotifyEventAfterAdd FOnAfterAdd;
   TNotifyEventSearchResult FOnUpdateFinished;
   bool FFinishing = false;
+  bool FStarting = false;
 };
 
 }  // namespace kk

@@ -1,0 +1,10 @@
+#include "model/TWatchlistPlugin.h"
+
+namespace kk {
+
+TWatchlistPlugin::TWatchlistPlugin(TIntf<IWatchlistIntegration> iIntegration)
+    : FIntegration(std::move(iIntegration)), FLstItem(true, this) {}
+
+TWatchlistPlugin::~TWatchlistPlugin() { FLstItem.Clear(); }
+
+}  // namespace kk

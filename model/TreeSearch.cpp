@@ -1,0 +1,125 @@
+#include "model/TreeSearch.h"
+
+#include <algorithm>
+#include <compare>
+#include <memory>
+#include <vector>
+
+#include "model/TLstWatchlistCategory.h"
+#include "model/TTreeIndex.h"
+
+namespace kk {
+
+namespace {
+
+// The indexes are never destroyed, because an item may be among the last things of the process.
+template <class T>
+TTreeIndex<T>& Index() {
+  static TTreeIndex<T>* const index = std::make_unique<TTreeIndex<T>>().release();
+  return *index;
+}
+
+const TWatchlistCategory* ParentOf(const TWatchlistCategory& iCategory) {
+  return iCategory.List() == nullptr ? nullptr : iCategory.List()->Parent();
+}
+
+const TWatchlistCategory* CategoryOf(const TWatchlistPlugin& iGroup) {
+  return iGroup.List() == nullptr ? nullptr : iGroup.List()->Category();
+}
+
+// The places of the category and of those in which it hangs, the outermost first.
+std::vector<int64_t> PathTo(const TWatchlistCategory* iCategory) {
+  std::vector<int64_t> path;
+  for (; iCategory != nullptr; iCategory = ParentOf(*iCategory)) {
+    path.push_back(iCategory->Place().Order);
+  }
+  std::reverse(path.begin(), path.end());
+  return path;
+}
+
+// Depth first with a category's own groups before its children: a path comes before its extensions.
+struct TItemScanKey {
+  std::vector<int64_t> Categories;
+  int64_t Group = 0;
+  int64_t Item = 0;
+
+  friend auto operator<=>(const TItemScanKey&, const TItemScanKey&) = default;
+};
+
+TItemScanKey ScanKeyOf(const TWatchlistItem& iItem) {
+  TItemScanKey key;
+  key.Item = iItem.Place().Order;
+  const TWatchlistPlugin* group = iItem.Place().List->Group();
+  if (group == nullptr) return key;
+  key.Group = group->Place().Order;
+  key.Categories = PathTo(CategoryOf(*group));
+  return key;
+}
+
+// A whole level before what is below its first category: at each step, ending here comes first.
+using TCategoryScanKey = std::vector<std::pair<bool, int64_t>>;
+
+TCategoryScanKey ScanKeyOf(const TWatchlistCategory& iCategory) {
+  const std::vector<int64_t> path = PathTo(&iCategory);
+  TCategoryScanKey key;
+  for (size_t i = 0; i < path.size(); ++i) key.emplace_back(i + 1 < path.size(), path[i]);
+  return key;
+}
+
+bool HangsBelow(const TWatchlistItem& iItem, const TObject& iNode) {
+  const TLstWatchlistItem* items = iItem.Place().List;
+  if (items == &iNode) return true;
+  if (items->Group() == nullptr) return false;
+  const TLstWatchlistPlugin* groups = items->Group()->List();
+  if (groups == nullptr || groups == &iNode) return groups != nullptr;
+  return groups->Category() != nullptr && kk::HangsBelow(*groups->Category(), iNode);
+}
+
+template <class T>
+std::optional<T*> FindBelow(const TObject& iNode, const TGuid& iId) {
+  return Index<T>().FindFirst(
+      iId, [&](const T& object) { return HangsBelow(object, iNode); },
+      [](const T& object) { return ScanKeyOf(object); });
+}
+
+}  // namespace
+
+bool HangsBelow(const TWatchlistCategory& iCategory, const TObject& iNode) {
+  const TWatchlistCategory* category = &iCategory;
+  for (; category != nullptr; category = ParentOf(*category)) {
+    if (category == &iNode || category->List() == &iNode) return true;
+  }
+  return false;
+}
+
+std::unique_ptr<TWatchlistItem> TakeOutItem(const TWatchlistItem* iItem) {
+  if (iItem == nullptr) return nullptr;
+  TLstWatchlistItem& list = *iItem->List();
+  return list.Extract(list.IndexOfPlaced(*iItem));
+}
+
+void EnterItem(TWatchlistItem& ioItem, const TGuid& iId) {
+  Index<TWatchlistItem>().Enter(ioItem, iId);
+}
+
+void LeaveItem(TWatchlistItem& ioItem, const TGuid& iId) {
+  Index<TWatchlistItem>().Leave(ioItem, iId);
+}
+
+void EnterCategory(TWatchlistCategory& ioCategory, const TGuid& iId) {
+  Index<TWatchlistCategory>().Enter(ioCategory, iId);
+}
+
+void LeaveCategory(TWatchlistCategory& ioCategory, const TGuid& iId) {
+  Index<TWatchlistCategory>().Leave(ioCategory, iId);
+}
+
+std::optional<TWatchlistItem*> FindItemBelow(const TObject& iNode, const TGuid& iId) {
+  return FindBelow<TWatchlistItem>(iNode, iId);
+}
+
+std::optional<TWatchlistCategory*> FindCategoryBelow(const TObject& iNode, const TGuid& iId) {
+  return FindBelow<TWatchlistCategory>(iNode, iId);
+}
+
+}  // namespace kk
