@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unordered_map>
-
 #include "model/TLstWatchlistCategory.h"
 #include "model/TLstWatchlistIntegration.h"
 
@@ -48,12 +46,9 @@ class TWatchlistFileLoader : public TObject {
                    const TLstWatchlistIntegration& iLstIntegration);
   void LoadIntegrations(TLstWatchlistCategory& ioLstCategory,
                         const TLstWatchlistIntegration& iLstIntegration, bool iDecodeUTF8);
-  bool DecodesUTF8(int iFileVersion) const;
-  void NoteCategories(const TLstWatchlistCategory& iLst);
-  TWatchlistCategory* CategoryOf(const TWatchlistItem& iItem) const;
+  bool LoadsOlderVersion();
 
   TString FFileName;
-  std::unordered_map<TGuid, TWatchlistCategory*> FCategoryById;  // of the load under way
 };
 
 }  // namespace kk

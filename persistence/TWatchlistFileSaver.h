@@ -27,9 +27,9 @@ class TWatchlistFileSaver : public TObject {
   /// Gives the file, if there is one, the backup's name, over an older backup. Failures are
   /// swallowed.
   static void MakeBackup(TStringView iFileName);
-  /// Appends all entries of the file; none if there is no file. A file that can't be read leaves
-  /// the list as far as it got, and answers false: a copy of it is put aside.
-  static bool GetAllStreamsInFile(TStringView iFileName, TLstStreamForCompression& ioLst);
+  /// Appends all entries of the file; none if there is no file. A failure is swallowed and leaves
+  /// the list as far as it got; a copy of the file is put aside then.
+  static void GetAllStreamsInFile(TStringView iFileName, TLstStreamForCompression& ioLst);
 
  protected:
   virtual bool CanSaveCategories() const { return true; }

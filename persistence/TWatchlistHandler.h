@@ -87,19 +87,20 @@ class TWatchlistHandler : public TObject, public IWatchlistModelRoot {
   int ThreadCount() const;
 
  private:
-  void ExtendVisualizations();
   void WaitForThreads();
+  bool WriteFile();
   void SetIntegrationsUnchanged();
 
-  std::unique_ptr<TRemindHandler> FRemindHandler;
   TIntf<IPlugin> FPlugin;
   std::unique_ptr<TLstWatchlistIntegration> FLstIntegration;
   std::unique_ptr<TLstWatchlistCategory> FLstCategory;
   std::unique_ptr<TNotifyEventListSecure> FLstNotifyItemAdd;
   std::unique_ptr<TNotifyEventListSecure> FLstNotifyItemDelete;
+  std::unique_ptr<TRemindHandler> FRemindHandler;
   TIntf<IAdditionalColumns> FAdditionalColumns;
   TNotifyEvent FOnAdditionalColumnEditClick;
   bool FLastSaveFailed = false;
+  IWatchlistModelRoot* FModelRootBefore;
 };
 
 /// The one handler; null before CreateHandler and after FreeHandler. Main thread, as all of these.
