@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/base/TStream.h"
 #include "host/base/TStringList.h"
@@ -13,7 +14,8 @@ namespace kk {
 /// An element whose value equals its default is left out. Text comes back equal, blanks at its ends
 /// and line breaks included ("\r" and "\n" are written as character references); only what XML 1.0
 /// (section 2.2) can't hold at all is left out, character by character: control characters other
-/// than tab and line breaks, U+FFFE, U+FFFF and unpaired surrogates.
+/// than tab and line breaks, U+FFFE, U+FFFF and unpaired surrogates. Names are the caller's and are
+/// taken as they are. One thread at a time.
 class TFastWriterBaseSimpleXML : public TParserOrWriterBaseSimpleXML {
  public:
   /// Whether the document begins with an XML declaration. Set at first; the savers of the watch
@@ -22,6 +24,7 @@ class TFastWriterBaseSimpleXML : public TParserOrWriterBaseSimpleXML {
 
   void Clear();
   void BeginNode(TStringView iName);
+  /// A name other than that of the node open last raises Exception.
   void EndNode(TStringView iName);
   void WriteString(TStringView iName, TStringView iValue, TStringView iDefault);
   void WriteBoolean(TStringView iName, bool iValue, bool iDefault);
@@ -31,18 +34,18 @@ class TFastWriterBaseSimpleXML : public TParserOrWriterBaseSimpleXML {
   /// inside a line. The element is written even if it is empty.
   void WriteStringList(TStringView iName, const TStringList& iLines, char16_t iDelimiter);
   /// Depth of open nodes.
-  int GetCurrentIndent() const { return FIndent; }
+  int GetCurrentIndent() const { return static_cast<int>(FOpen.size()); }
 
   /// Writes the document at the stream's position: UTF-8 with its byte-order mark, lines ended by
   /// CR LF. A document in which nothing was written gives an empty text, without the mark.
   void SaveToStream(TStream& ioStream) const;
 
  private:
-  void Line(TStringView iName, const std::string& iEscapedText);
-  void Indent();
+  void AppendLine(TStringView iName, TStringView iText);
+  void AppendIndent();
 
   std::string FText;
-  int FIndent = 0;
+  std::vector<TString> FOpen;
   bool FWriteDeclaration = true;
 };
 

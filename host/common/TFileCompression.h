@@ -18,8 +18,8 @@ struct TPackedEntry {
   int Method = 0;  ///< 0 stored, 8 deflated
 };
 
-/// A named stream as an archive takes it. It either holds a stream, or an entry still packed that is
-/// unpacked when the stream is asked for.
+/// A named stream as an archive takes it. It either holds a stream, or an entry still packed that
+/// is unpacked when the stream is asked for.
 class TStreamForCompression : public TObject {
  public:
   /// With iOwnsStream the stream is freed with this object; otherwise it is borrowed.
@@ -43,8 +43,8 @@ class TStreamForCompression : public TObject {
   std::optional<TPackedEntry> FPacked;
 };
 
-/// ZIP archives. Whole streams in memory; the archive is not open outside of a call. Names are UTF-8
-/// in the archive and have no folder part. Main thread, or any one thread at a time.
+/// ZIP archives. Whole streams in memory; the archive is not open outside of a call. Names are
+/// UTF-8 in the archive and have no folder part. Main thread, or any one thread at a time.
 struct TFileCompression {
   /// No entry is unpacked beyond this size, whatever it claims: 1 GiB. Settable for tests.
   static size_t MaxEntrySize();
@@ -52,18 +52,29 @@ struct TFileCompression {
 
   /// Writes an archive with one entry for each stream, in order, over the file, safely
   /// (WriteFileAtomically). iLevel: 0 stored, 1 fast, 2 normal, 3 maximum (zlib's 9). iFlag has no
-  /// meaning here. Raises EInOutError.
+  /// meaning here. An entry still packed goes into the archive byte by byte as it is. The folder
+  /// part of a name is left out (unless two names would be the same without it, or nothing would be
+  /// left). Two streams of one name, a stream beyond MaxEntrySize and every failure of the disk
+  /// raise EInOutError.
   static void CompressStreams(const std::vector<TStreamForCompression*>& iStreams,
                               TStringView iFileName, int iLevel, bool iFlag);
   /// Unpacks one entry into the stream, which is emptied before and stands at its start behind it.
   /// False if there is no entry of this name (regard to case as the archive has it) or no file.
-  /// Raises EInOutError for a damaged archive or entry, and for one beyond the limit. Of two entries
-  /// of one name the first counts.
-  static bool DecompressFile(TStringView iFileName, TStringView iEntryName, TMemoryStream& ioStream);
-  /// Fills the list with the entries' names in the archive's order. iFlag has no meaning here.
+  /// Raises EInOutError for a damaged archive or entry, and for one beyond the limit. Of two
+  /// entries of one name the first counts.
+  static bool DecompressFile(TStringView iFileName, TStringView iEntryName,
+                             TMemoryStream& ioStream);
+  /// Fills the list with the entries' names in the archive's order. iFlag has no meaning here. No
+  /// file, no names; a damaged archive raises EInOutError.
   static void FilesInside(TStringView iFileName, TStringList& ioList, bool iFlag);
-  /// Every entry of the archive, still packed, in order; of two of one name the first.
+  /// Every entry of the archive, still packed, in order; of two of one name the first. No file, no
+  /// entries. Raises EInOutError for an archive that is damaged (the entries' own contents are
+  /// looked at only when they are unpacked) and for one whose entries claim more bytes than the
+  /// file has.
   static std::vector<std::unique_ptr<TStreamForCompression>> ReadPacked(TStringView iFileName);
+  /// The same, appended one by one: after a failure the list holds what came before it.
+  static void ReadPacked(TStringView iFileName,
+                         std::vector<std::unique_ptr<TStreamForCompression>>& ioStreams);
 };
 
 }  // namespace kk

@@ -60,10 +60,11 @@ class TIniFileSectionCommon : public TKKIniFileSectionBase {
 class TIniFileSectionCommunication : public TKKIniFileSectionBase {
  public:
   TIniFileSectionCommunication();
-  /// False while there is no address or it isn't confirmed.
+  /// False while there is no address or it isn't confirmed ("EMail", "EMailConfirmed").
   bool GetEMail(TString& oAddress) const;
+  /// The number that text messages go to ("SMS").
   TString GetSMS() const;
-  /// 0 to 2.
+  /// As it is stored; what a number means lies with the caller ("NotifierPosition").
   int GetNotifierPosition() const;
 };
 

@@ -9,8 +9,11 @@ namespace kk {
 
 /// The settings file: sections of key=value lines. Names of sections and keys are found without
 /// regard to case. Every change is written at once and safely; comments, unknown keys and their
-/// order are kept. A file that can't be read counts as empty and is put aside before the first
-/// write. Each read looks whether the file has changed on the disk. Main thread.
+/// order are kept; TIniText tells the form. The file's mode stays; a new one is for this user alone
+/// (0600), and its folder is made. A file that can't be read, or is beyond 16 MiB, counts as empty
+/// and is put aside before the first write; where that fails, nothing is written over it. Each read
+/// looks whether the file has changed on the disk. A write that fails raises EInOutError and
+/// changes nothing. Main thread.
 class TKKIniFile : public TObject {
  public:
   explicit TKKIniFile(TStringView iFileName);
@@ -20,7 +23,8 @@ class TKKIniFile : public TObject {
 
   TString ReadString(TStringView iSection, TStringView iKey, TStringView iDefault) const;
   bool HasKey(TStringView iSection, TStringView iKey) const;
-  /// Line breaks and other control characters in a value are stored escaped and read back equal.
+  /// Any text reads back equal, as a value and as a name. A value that is there already is not
+  /// written again.
   void WriteString(TStringView iSection, TStringView iKey, TStringView iValue);
   /// No effect if there is no such key.
   void DeleteKey(TStringView iSection, TStringView iKey);
@@ -30,7 +34,7 @@ class TKKIniFile : public TObject {
   void ReadSectionValues(TStringView iSection, TStringList& ioLines) const;
   void ReadSections(TStringList& ioSections) const;
 
-  /// Several changes as one write.
+  /// Several changes as one write, at the last EndUpdate. Pairs may lie in one another.
   void BeginUpdate();
   void EndUpdate();
 

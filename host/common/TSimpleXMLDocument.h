@@ -60,14 +60,23 @@ class TSimpleXMLDocument : public TObject {
  public:
   /// Elements nested deeper than this are a failure of the load, not of the program.
   static constexpr int cMaxDepth = 2000;
+  /// Bounds of a document's text: its bytes, and its "<" and "=" together, from which nodes and
+  /// attributes come. They keep the tree of a hostile one below about 3 GiB and are far beyond a
+  /// million records.
+  static constexpr size_t cMaxBytes = size_t{512} << 20;
+  static constexpr int64_t cMaxMarks = 16'000'000;
 
   explicit TSimpleXMLDocument(TObject* iOwner = nullptr);
   ~TSimpleXMLDocument() override;
 
   /// Parses the stream from its position on. The text is UTF-8, or UTF-16 with a byte-order mark.
   /// With iDecodeUTF8 the bytes count as UTF-8 whatever they begin with; without it, as what the
-  /// mark or the declaration says. An empty stream gives a document without an element. Raises
-  /// EConvertError with the place for text that is no XML and for one nested too deep.
+  /// mark or the declaration says. Bytes that are none in the encoding become U+FFFD. An empty
+  /// stream (blanks and the mark aside) gives a document without an element. Entities other than
+  /// XML's own five and character references stay as they stand; a document type is passed over,
+  /// and nothing outside of the text is ever read. Raises EConvertError for text that is no XML
+  /// (with the line), one nested too deep, and one beyond the bounds; the document has no element
+  /// then.
   void LoadFromStream(TStream& iStream, bool iDecodeUTF8);
   /// The root element; empty if there is none.
   TSimpleXMLNode GetDocumentElement() const;

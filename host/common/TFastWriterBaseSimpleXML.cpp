@@ -1,0 +1,144 @@
+#include "host/common/TFastWriterBaseSimpleXML.h"
+
+#include "host/base/Exception.h"
+
+namespace kk {
+
+namespace {
+
+constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view cDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n";
+
+void AppendUtf8(std::string& ioBytes, char32_t iChar) {
+  const auto tail = [&](int iShift) {
+    ioBytes += static_cast<char>(0x80 | ((iChar >> iShift) & 0x3F));
+  };
+  if (iChar < 0x80) {
+    ioBytes += static_cast<char>(iChar);
+  } else if (iChar < 0x800) {
+    ioBytes += static_cast<char>(0xC0 | (iChar >> 6));
+    tail(0);
+  } else if (iChar < 0x10000) {
+    ioBytes += static_cast<char>(0xE0 | (iChar >> 12));
+    tail(6);
+    tail(0);
+  } else {
+    ioBytes += static_cast<char>(0xF0 | (iChar >> 18));
+    tail(12);
+    tail(6);
+    tail(0);
+  }
+}
+
+// The characters that stand for themselves (XML 1.0, production 2, less those that have a meaning
+// in markup or, as line breaks, are changed by a reader).
+void AppendChar(std::string& ioBytes, char32_t iChar) {
+  switch (iChar) {
+    case U'&':
+      ioBytes += "&amp;";
+      return;
+    case U'<':
+      ioBytes += "&lt;";
+      return;
+    case U'>':
+      ioBytes += "&gt;";
+      return;
+    case U'\r':
+      ioBytes += "&#13;";
+      return;
+    case U'\n':
+      ioBytes += "&#10;";
+      return;
+    default:
+      break;
+  }
+  const bool allowed = iChar == U'\t' || (iChar >= 0x20 && iChar != 0xFFFE && iChar != 0xFFFF);
+  if (allowed) AppendUtf8(ioBytes, iChar);
+}
+
+bool IsHighSurrogate(char16_t iUnit) { return (iUnit & 0xFC00) == 0xD800; }
+bool IsLowSurrogate(char16_t iUnit) { return (iUnit & 0xFC00) == 0xDC00; }
+
+void AppendEscaped(std::string& ioBytes, TStringView iText) {
+  for (size_t i = 0; i < iText.size(); ++i) {
+    const char16_t unit = iText[i];
+    if (IsHighSurrogate(unit) && i + 1 < iText.size() && IsLowSurrogate(iText[i + 1])) {
+      const char16_t low = iText[++i];
+      AppendUtf8(ioBytes, 0x10000 + ((unit & 0x3FFu) << 10) + (low & 0x3FFu));
+    } else if (!IsHighSurrogate(unit) && !IsLowSurrogate(unit)) {
+      AppendChar(ioBytes, unit);
+    }
+  }
+}
+
+void AppendTag(std::string& ioBytes, std::string_view iBegin, TStringView iName) {
+  ioBytes += iBegin;
+  for (const char16_t unit : iName) AppendUtf8(ioBytes, unit);
+  ioBytes += '>';
+}
+
+}  // namespace
+
+void TFastWriterBaseSimpleXML::Clear() {
+  FText.clear();
+  FOpen.clear();
+}
+
+void TFastWriterBaseSimpleXML::AppendIndent() { FText.append(FOpen.size() * 2, ' '); }
+
+void TFastWriterBaseSimpleXML::BeginNode(TStringView iName) {
+  AppendIndent();
+  AppendTag(FText, "<", iName);
+  FText += "\r\n";
+  FOpen.emplace_back(iName);
+}
+
+void TFastWriterBaseSimpleXML::EndNode(TStringView iName) {
+  if (FOpen.empty() || FOpen.back() != iName) {
+    throw Exception(Format(u"Das XML-Element %s ist nicht das zuletzt begonnene", {iName}));
+  }
+  FOpen.pop_back();
+  AppendIndent();
+  AppendTag(FText, "</", iName);
+  FText += "\r\n";
+}
+
+void TFastWriterBaseSimpleXML::AppendLine(TStringView iName, TStringView iText) {
+  AppendIndent();
+  AppendTag(FText, "<", iName);
+  AppendEscaped(FText, iText);
+  AppendTag(FText, "</", iName);
+  FText += "\r\n";
+}
+
+void TFastWriterBaseSimpleXML::WriteString(TStringView iName, TStringView iValue,
+                                           TStringView iDefault) {
+  if (iValue != iDefault) AppendLine(iName, iValue);
+}
+
+void TFastWriterBaseSimpleXML::WriteBoolean(TStringView iName, bool iValue, bool iDefault) {
+  if (iValue != iDefault) AppendLine(iName, BooleanToText(iValue));
+}
+
+void TFastWriterBaseSimpleXML::WriteInteger(TStringView iName, int64_t iValue, int64_t iDefault) {
+  if (iValue != iDefault) AppendLine(iName, IntToStr(iValue));
+}
+
+void TFastWriterBaseSimpleXML::WriteDateTime(TStringView iName, TDateTime iValue,
+                                             TDateTime iDefault) {
+  if (iValue != iDefault) AppendLine(iName, DateTimeToText(iValue));
+}
+
+void TFastWriterBaseSimpleXML::WriteStringList(TStringView iName, const TStringList& iLines,
+                                               char16_t iDelimiter) {
+  AppendLine(iName, iLines.GetDelimited(TStringView(&iDelimiter, 1)));
+}
+
+void TFastWriterBaseSimpleXML::SaveToStream(TStream& ioStream) const {
+  if (FText.empty()) return;
+  ioStream.Write(cByteOrderMark);
+  if (FWriteDeclaration) ioStream.Write(cDeclaration);
+  ioStream.Write(FText);
+}
+
+}  // namespace kk
