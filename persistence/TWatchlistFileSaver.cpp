@@ -40,14 +40,14 @@ void TWatchlistFileSaver::MakeBackup(TStringView iFileName) {
 
 void TWatchlistFileSaver::GetAllStreamsInFile(TStringView iFileName,
                                               TLstStreamForCompression& ioLst) {
-  if (!FileExists(iFileName)) return;
-  const bool read = Guarded(u"TWatchlistFileSaver.GetAllStreamsInFile", [&] {
-    for (auto& stream : TFileCompression::ReadPacked(iFileName)) {
-      // An archive can't be written with such an entry, and nobody can ask for it.
-      if (!stream->GetName().empty()) ioLst.Add(std::move(stream));
-    }
-  });
-  // The save goes on, as required, and the next one would write over the backup.
+  std::vector<std::unique_ptr<TStreamForCompression>> streams;
+  const bool read = Guarded(u"TWatchlistFileSaver.GetAllStreamsInFile",
+                            [&] { TFileCompression::ReadPacked(iFileName, streams); });
+  for (auto& stream : streams) {
+    // An archive can't be written with a nameless entry, and nobody can ask for one.
+    if (!stream->GetName().empty()) ioLst.Add(std::move(stream));
+  }
+  // The save goes on with what there is, as required, and the one after it writes over the backup.
   if (!read) PutAside(iFileName);
 }
 
