@@ -1,0 +1,93 @@
+#include "updating/adding/TfrmWatchlistAddSearchResults.h"
+
+namespace kk {
+
+namespace {
+
+TAddResult ToAddResult(int iModalResult) {
+  switch (iModalResult) {
+    case cModalOK:
+      return TAddResult::arOnlyNew;
+    case cModalAll:
+      return TAddResult::arAll;
+    default:
+      return TAddResult::arCancel;
+  }
+}
+
+}  // namespace
+
+TfrmWatchlistAddSearchResults::TfrmWatchlistAddSearchResults()
+    : TfrmKKCommonBase(nullptr, u"TfrmWatchlistAddSearchResults", _resAddSearchResultsCaption) {
+  using TSelf = TfrmWatchlistAddSearchResults;
+  SetPosition(TPosition::poScreenCenter);
+  SetStaysOnTop(true);
+  pnlButtons.SetArrangement(TArrangement::arRow);
+  cmbxCategory.SetOnChange(TNotifyEvent::Of<&TSelf::cmbxCategoryChange>(this));
+  cmbxCategory.SetOnKeyPress(TKeyPressEvent::Of<&TSelf::cmbxCategoryKeyPress>(this));
+  for (TButton* button : {&btnOnlyNew, &btnAll, &btnCancel}) {
+    button->SetOnMouseEnter(TNotifyEvent::Of<&TSelf::btnMouseEnter>(this));
+    button->SetOnMouseLeave(TNotifyEvent::Of<&TSelf::btnMouseLeave>(this));
+  }
+  SetCancelButton(&btnCancel);
+  SetFocusedControl(&cmbxCategory);
+}
+
+TAddResult TfrmWatchlistAddSearchResults::Display(const TLstWatchlistCategory& iLstCategory,
+                                                  TGuid& ioPresetCategoryId, TString& oCategoryName,
+                                                  bool& oDoNotShowAgain, bool& ioPreset) {
+  TfrmWatchlistAddSearchResults form;
+  form.SetCategories(iLstCategory, ioPresetCategoryId);
+  form.SetPresetUsed(ioPreset);
+  const TAddResult result = ToAddResult(form.ShowModal());
+  oDoNotShowAgain = form.chckbxNotAgain.Checked();
+  ioPreset = form.chckbxPreset.Checked();
+  const auto* chosen = dynamic_cast<TWatchlistCategory*>(form.cmbxCategory.SelectedObject());
+  if (chosen == nullptr) {
+    oCategoryName = form.cmbxCategory.Text();
+  } else {
+    oCategoryName.clear();
+    ioPresetCategoryId = chosen->Id();
+  }
+  return result;
+}
+
+void TfrmWatchlistAddSearchResults::SetCategories(const TLstWatchlistCategory& iLstCategory,
+                                                  const TGuid& iPresetCategoryId) {
+  for (TWatchlistCategory* category : iLstCategory) {
+    cmbxCategory.AddItem(category->Name(), category);
+  }
+  FPresetIndex = iLstCategory.IndexOfId(iPresetCategoryId);
+  const int shown = FPresetIndex >= 0 ? FPresetIndex : iLstCategory.IndexOfId(cEmptyGuid);
+  if (shown < 0) return;
+  cmbxCategory.SetItemIndex(cmbxCategory.IndexOfObject(&iLstCategory.GetItems(shown)));
+}
+
+void TfrmWatchlistAddSearchResults::SetPresetUsed(bool iUsed) {
+  FPresetUsed = iUsed;
+  chckbxPreset.SetChecked(iUsed);
+}
+
+void TfrmWatchlistAddSearchResults::cmbxCategoryChange(TObject* /*Sender*/) {
+  // Only on a change, as required: at the start both can be clicked, whatever the text.
+  const bool named = !Trim(cmbxCategory.Text()).empty();
+  btnOnlyNew.SetEnabled(named);
+  btnAll.SetEnabled(named);
+  chckbxPreset.SetChecked(FPresetUsed && cmbxCategory.ItemIndex() == FPresetIndex);
+}
+
+void TfrmWatchlistAddSearchResults::cmbxCategoryKeyPress(TObject* /*Sender*/, char16_t& ioKey) {
+  if (ioKey != cKeyReturn) return;
+  ioKey = 0;
+  btnOnlyNew.Click();
+}
+
+void TfrmWatchlistAddSearchResults::btnMouseEnter(TObject* Sender) {
+  SetFocusedControl(static_cast<TButton*>(Sender));
+}
+
+void TfrmWatchlistAddSearchResults::btnMouseLeave(TObject* /*Sender*/) {
+  SetFocusedControl(&chckbxPreset);
+}
+
+}  // namespace kk
