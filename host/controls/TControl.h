@@ -77,7 +77,8 @@ class TControl : public TObject {
   void SetOnMouseEnter(TNotifyEvent iEvent) { FOnMouseEnter = iEvent; }
   void SetOnMouseLeave(TNotifyEvent iEvent) { FOnMouseLeave = iEvent; }
 
-  /// Borrowed; null takes it back. A control reports to the nearest one above it, itself included.
+  /// Borrowed, and taken back with null before it dies. A control reports to the nearest observer
+  /// above it, itself included.
   void SetObserver(IControlObserver* iObserver) { FObserver = iObserver; }
 
  protected:
