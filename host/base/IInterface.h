@@ -140,7 +140,10 @@ class TInterfaced : public I, public Is... {
   }
   void AddRef() override { FCount.fetch_add(1, std::memory_order_relaxed); }
   void Release() override {
-    if (FCount.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
+    if (FCount.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+    // References that come and go inside the destructor don't end the object once more.
+    FCount.store(cDying, std::memory_order_relaxed);
+    delete this;
   }
 
  protected:
@@ -150,13 +153,17 @@ class TInterfaced : public I, public Is... {
   virtual bool QueryDelegated(const TGuid& /*iIid*/, void** /*oInterface*/) { return false; }
 
  private:
-  std::atomic<int64_t> FCount{0};
+  static constexpr int64_t cDying = int64_t{1} << 32;
+
+  // The maker's reference counts from the start: one that comes and goes inside the constructor
+  // does not end the object.
+  std::atomic<int64_t> FCount{1};
 };
 
-/// Makes an object behind interfaces and its first reference.
+/// Makes an object behind interfaces and its first reference. Nothing else makes such objects.
 template <class T, class... Args>
 TIntf<T> MakeIntf(Args&&... iArgs) {
-  return TIntf<T>(new T(std::forward<Args>(iArgs)...));
+  return TIntf<T>::Adopt(new T(std::forward<Args>(iArgs)...));
 }
 
 }  // namespace kk

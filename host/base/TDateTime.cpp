@@ -25,6 +25,15 @@ constexpr sys_days cEpoch =
 // 1970-01-01 on our scale, read as if it were a local time.
 constexpr int64_t cUnixEpochMs = -cEpoch.time_since_epoch().count() * TDateTime::cMsPerDay;
 
+// All our days are of the Gregorian calendar (ISO 8601), those before its introduction, too.
+constexpr UDate cAlwaysGregorian = -1.0e17;
+
+// The years 1 to 9999.
+constexpr TDateTime cFirst = TDateTime::FromMs(
+    (sys_days{std::chrono::year{1} / 1 / 1} - cEpoch).count() * TDateTime::cMsPerDay);
+constexpr TDateTime cBehindLast = TDateTime::FromMs(
+    (sys_days{std::chrono::year{10000} / 1 / 1} - cEpoch).count() * TDateTime::cMsPerDay);
+
 // ICU works on moments, not on local times; the formats run in UTC, on the local time's own
 // figures.
 double AsIcuDate(TDateTime iValue) { return static_cast<double>(iValue.Ms() - cUnixEpochMs); }
@@ -38,7 +47,12 @@ std::unique_ptr<icu::DateFormat> MakeFormat(icu::DateFormat::EStyle iDate,
   std::unique_ptr<icu::DateFormat> format(
       icu::DateFormat::createDateTimeInstance(iDate, iTime, icu::Locale(LocaleName().c_str())));
   if (!format) throw EConvertError(u"Die Datumsformate der Sprache fehlen");
-  format->adoptTimeZone(icu::TimeZone::getGMT()->clone());
+  UErrorCode status = U_ZERO_ERROR;
+  auto calendar = std::make_unique<icu::GregorianCalendar>(
+      icu::TimeZone::getGMT()->clone(), icu::Locale(LocaleName().c_str()), status);
+  calendar->setGregorianChange(cAlwaysGregorian, status);
+  if (U_FAILURE(status)) throw EConvertError(u"Der Kalender der Sprache fehlt");
+  format->adoptCalendar(calendar.release());
   format->setLenient(false);
   return format;
 }
@@ -56,7 +70,9 @@ bool ParseLocale(icu::DateFormat::EStyle iDate, icu::DateFormat::EStyle iTime, T
   icu::ParsePosition position(0);
   const UDate date = MakeFormat(iDate, iTime)->parse(text, position);
   if (position.getIndex() != text.length() || position.getErrorIndex() >= 0) return false;
-  oValue = FromIcuDate(date);
+  const TDateTime value = FromIcuDate(date);
+  if (value < cFirst || value >= cBehindLast) return false;
+  oValue = value;
   return true;
 }
 
@@ -88,13 +104,17 @@ int* PartOf(TDateParts& ioParts, char16_t iLetter) {
 }
 
 std::optional<TDateTime> TryEncode(const TDateParts& iParts) {
+  const auto within = [](int iValue, int iEnd) { return iValue >= 0 && iValue < iEnd; };
+  // First the bounds: the calendar's types hold small numbers and would wrap around.
+  if (iParts.Year < 1 || iParts.Year > 9999 || !within(iParts.Month, 13) ||
+      !within(iParts.Day, 32)) {
+    return {};
+  }
   const std::chrono::year_month_day date{std::chrono::year{iParts.Year},
                                          std::chrono::month{static_cast<unsigned>(iParts.Month)},
                                          std::chrono::day{static_cast<unsigned>(iParts.Day)}};
-  const auto within = [](int iValue, int iEnd) { return iValue >= 0 && iValue < iEnd; };
-  if (!date.ok() || iParts.Year < 1 || iParts.Year > 9999) return {};
-  if (!within(iParts.Hour, 24) || !within(iParts.Minute, 60) || !within(iParts.Second, 60) ||
-      !within(iParts.Ms, 1000)) {
+  if (!date.ok() || !within(iParts.Hour, 24) || !within(iParts.Minute, 60) ||
+      !within(iParts.Second, 60) || !within(iParts.Ms, 1000)) {
     return {};
   }
   const int64_t day = (sys_days{date} - cEpoch).count();
@@ -222,6 +242,7 @@ bool TryStrToDateTime(TStringView iText, TDateTime& oValue) {
 int64_t LocalToUtcMs(TDateTime iLocal) {
   UErrorCode status = U_ZERO_ERROR;
   icu::GregorianCalendar calendar(status);
+  calendar.setGregorianChange(cAlwaysGregorian, status);
   calendar.setRepeatedWallTimeOption(UCAL_WALLTIME_FIRST);
   calendar.setSkippedWallTimeOption(UCAL_WALLTIME_LAST);
   const TDateParts parts = DecodeDateTime(iLocal);

@@ -1,5 +1,7 @@
 #include "host/base/TStringList.h"
 
+#include <algorithm>
+
 #include "host/base/Exception.h"
 
 namespace kk {

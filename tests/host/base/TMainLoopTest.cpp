@@ -1,0 +1,51 @@
+#include "host/base/TMainLoop.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "host/base/Exception.h"
+#include "tests/support/TTestMainLoop.h"
+
+namespace kk {
+namespace {
+
+TEST(MainLoop, RaisesWhereThereIsNone) {
+  ASSERT_FALSE(HasMainLoop());
+  try {
+    MainLoop();
+    FAIL();
+  } catch (const Exception& e) {
+    EXPECT_EQ(e.Message(), u"Es gibt keine Hauptschleife");
+  }
+  AssertMainThread();
+}
+
+TEST(MainLoop, IsTheInstalledOne) {
+  TTestMainLoop outer;
+  EXPECT_TRUE(HasMainLoop());
+  EXPECT_EQ(&MainLoop(), &outer);
+  EXPECT_EQ(SetMainLoop(nullptr), &outer);
+  EXPECT_FALSE(HasMainLoop());
+  EXPECT_EQ(SetMainLoop(&outer), nullptr);
+}
+
+TEST(AssertMainThread, IsContentOnTheMainThread) {
+  const TTestMainLoop loop;
+  AssertMainThread();
+}
+
+#ifndef NDEBUG
+TEST(AssertMainThreadDeathTest, EndsTheProgramOnAnyOtherThread) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_DEATH(
+      {
+        const TTestMainLoop loop;
+        std::thread([] { AssertMainThread(); }).join();
+      },
+      "IsMainThread");
+}
+#endif
+
+}  // namespace
+}  // namespace kk
