@@ -106,10 +106,10 @@ bool TFileCompression::DecompressFile(TStringView iFileName, TStringView iEntryN
                                       TMemoryStream& ioStream) {
   ioStream.Clear();
   if (!FileExists(iFileName)) return false;
-  const TZipReader reader(iFileName);
+  TZipReader reader(iFileName);
   const int64_t index = reader.IndexOf(iEntryName);
   if (index < 0) return false;
-  ioStream.SetBytes(reader.Unpack(static_cast<uint64_t>(index)));
+  ioStream.SetBytes(UnpackEntry(reader.ReadPacked(static_cast<uint64_t>(index)), iEntryName));
   return true;
 }
 

@@ -152,10 +152,8 @@ std::string MakeCopy(const std::string& iPath) {
   const std::string bytes = ReadFileBytes(FromUtf8(iPath));
   std::string copy = FindSameCopy(iPath, bytes);
   if (!copy.empty()) return copy;
-  struct stat info {};
-  const unsigned mode = stat(iPath.c_str(), &info) == 0 ? info.st_mode & 0777 : 0600;
   copy = NewCopyName(iPath);
-  WriteFileAtomically(FromUtf8(copy), bytes, mode);
+  WriteFileAtomically(FromUtf8(copy), bytes, ModeOf(iPath));
   return copy;
 }
 
@@ -171,6 +169,11 @@ IFileLayer& MachineFileLayer() {
 }
 
 IFileLayer* SetFileLayer(IFileLayer* iLayer) { return installedLayer.exchange(iLayer); }
+
+unsigned ModeOf(const std::string& iPath) {
+  struct stat info {};
+  return stat(iPath.c_str(), &info) == 0 ? info.st_mode & 0777 : 0600;
+}
 
 void FlushFolderOf(const std::string& iPath) {
   const std::string folder = fs::path(iPath).parent_path().string();

@@ -32,6 +32,9 @@ class TFileWriter {
   bool FMade = false;
 };
 
+/// Who may read and write a file; this user alone if it can't be told.
+unsigned ModeOf(const std::string& iPath);
+
 /// Makes sure that the names in the folder of a file are on the disk.
 void FlushFolderOf(const std::string& iPath);
 

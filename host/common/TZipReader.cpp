@@ -41,8 +41,9 @@ TString ReasonOf(zip_error_t* ioError) {
   }
 }
 
-[[noreturn]] void FailWith(TStringView iFileName, TStringView iReason) {
-  throw EInOutError(Format(u"Das Archiv %s läßt sich nicht lesen: %s", {iFileName, iReason}));
+// iWhat: the archive, or the entry if that is all that is known.
+[[noreturn]] void FailWith(TStringView iWhat, TStringView iReason) {
+  throw EInOutError(Format(u"%s läßt sich nicht lesen: %s", {iWhat, iReason}));
 }
 
 struct TCloseEntry {
@@ -97,41 +98,28 @@ int64_t TZipReader::IndexOf(TStringView iName) const {
   return -1;
 }
 
-std::string TZipReader::ReadEntry(uint64_t iIndex, unsigned iFlags, uint64_t iLimit,
-                                  TStringView iBeyondLimit) const {
-  const std::unique_ptr<zip_file_t, TCloseEntry> file(
-      zip_fopen_index(FArchive.get(), iIndex, iFlags));
-  if (!file) FailAsArchiveSays();
-  std::string bytes;
-  std::string chunk(cChunk, '\0');
-  for (;;) {
-    const zip_int64_t count = zip_fread(file.get(), chunk.data(), chunk.size());
-    if (count < 0) Fail(ReasonOf(zip_file_get_error(file.get())));
-    if (count == 0) return bytes;
-    bytes.append(chunk, 0, static_cast<size_t>(count));
-    if (bytes.size() > iLimit) Fail(iBeyondLimit);
-  }
-}
-
-std::string TZipReader::Unpack(uint64_t iIndex) const {
-  zip_stat_t info;
-  if (zip_stat_index(FArchive.get(), iIndex, 0, &info) != 0) FailAsArchiveSays();
-  const uint64_t limit = TFileCompression::MaxEntrySize();
-  if (info.size > limit) Fail(cTooBig);
-  std::string bytes = ReadEntry(iIndex, 0, std::min(limit, info.size), cEntryDamaged);
-  if (bytes.size() != info.size) Fail(cEntryDamaged);
-  return bytes;
-}
-
 TPackedEntry TZipReader::ReadPacked(uint64_t iIndex) {
   zip_stat_t info;
   if (zip_stat_index(FArchive.get(), iIndex, 0, &info) != 0) FailAsArchiveSays();
+  if (info.comp_size > FBytesLeft) Fail(u"Die Einträge überlappen sich");
+  FBytesLeft -= info.comp_size;
   TPackedEntry packed;
   packed.UnpackedSize = info.size;
   packed.Crc = info.crc;
   packed.Method = info.comp_method;
-  packed.Bytes = ReadEntry(iIndex, ZIP_FL_COMPRESSED, FBytesLeft, u"Die Einträge überlappen sich");
-  FBytesLeft -= packed.Bytes.size();
+  packed.Bytes.resize(info.comp_size);
+  const std::unique_ptr<zip_file_t, TCloseEntry> file(
+      zip_fopen_index(FArchive.get(), iIndex, ZIP_FL_COMPRESSED));
+  if (!file) FailAsArchiveSays();
+  // Not read to its end, where the library would check the CRC of stored bytes: a damaged entry
+  // must not keep the others from being read.
+  for (size_t size = 0; size < packed.Bytes.size();) {
+    const zip_int64_t count =
+        zip_fread(file.get(), packed.Bytes.data() + size, packed.Bytes.size() - size);
+    if (count < 0) Fail(ReasonOf(zip_file_get_error(file.get())));
+    if (count == 0) Fail(cEntryDamaged);
+    size += static_cast<size_t>(count);
+  }
   return packed;
 }
 

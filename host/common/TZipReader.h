@@ -20,8 +20,6 @@ class TZipReader {
   TString GetName(uint64_t iIndex) const;
   /// The position of the first entry of this name; -1 if there is none.
   int64_t IndexOf(TStringView iName) const;
-  /// Unpacks an entry, not beyond the limit, and checks its size and CRC.
-  std::string Unpack(uint64_t iIndex) const;
   /// The bytes of an entry as they lie in the archive. All calls together may not bring more bytes
   /// than the file has: entries that lie over each other are none that anyone packed.
   TPackedEntry ReadPacked(uint64_t iIndex);
@@ -32,15 +30,14 @@ class TZipReader {
   };
   [[noreturn]] void Fail(TStringView iReason) const;
   [[noreturn]] void FailAsArchiveSays() const;
-  std::string ReadEntry(uint64_t iIndex, unsigned iFlags, uint64_t iLimit,
-                        TStringView iBeyondLimit) const;
 
   TString FFileName;
   std::unique_ptr<zip, TClose> FArchive;
   uint64_t FBytesLeft = 0;
 };
 
-/// Unpacks an entry that was read still packed, as TZipReader::Unpack does.
+/// Unpacks an entry, not beyond TFileCompression::MaxEntrySize, and checks its size and CRC; raises
+/// EInOutError. The name is for the message.
 std::string UnpackEntry(const TPackedEntry& iPacked, TStringView iName);
 
 }  // namespace kk

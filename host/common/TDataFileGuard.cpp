@@ -1,0 +1,98 @@
+#include "host/common/TDataFileGuard.h"
+
+#include <sys/stat.h>
+
+#include "host/base/Exception.h"
+#include "host/base/TGuid.h"
+#include "host/common/TFileCompression.h"
+#include "host/common/TFileHelper.h"
+#include "host/common/TFileWriter.h"
+#include "host/common/TParserBaseSimpleXML.h"
+
+namespace kk {
+
+namespace {
+
+constexpr TStringView cVersion = u"version";
+constexpr TStringView cCategories = u"categories";
+constexpr TStringView cRemind = u"remind";
+constexpr TStringView cItems = u"items";
+
+// All entries together; a file beyond this is none that the system wrote.
+constexpr uint64_t cMaxUnpacked = uint64_t{4} << 30;
+
+bool IsThere(TStringView iFileName) {
+  struct stat info {};
+  return lstat(ToUtf8(iFileName).c_str(), &info) == 0;
+}
+
+bool IsXml(TStringView iName, std::string_view iBytes) {
+  return iName == cCategories || iName == cRemind || StartsWith(iName, cItems) ||
+         iBytes.starts_with('<') || iBytes.starts_with("\xEF\xBB\xBF") ||
+         iBytes.starts_with("\xFF\xFE") || iBytes.starts_with("\xFE\xFF");
+}
+
+// A category without an id spoils the whole load. The document's bound keeps this from going deep.
+void CheckCategories(TSimpleXMLNode iParent) {
+  for (auto node = iParent.GetChildNodes().GetFirst(); node; node = node.GetNextSibling()) {
+    StringToGUID(TParserBaseSimpleXML::GetValueAsString(node, u"Id"));
+    CheckCategories(node.GetChildNode(u"Categories"));
+  }
+}
+
+void CheckEntry(TStringView iName, TMemoryStream& ioStream) {
+  if (iName == cVersion) StrToInt(FromUtf8(ioStream.Bytes()));
+  if (!IsXml(iName, ioStream.Bytes())) return;
+  TSimpleXMLDocument document;
+  document.LoadFromStream(ioStream, false);
+  if (iName == cCategories) CheckCategories(document.GetDocumentElement());
+}
+
+}  // namespace
+
+TString TDataFileGuard::BackupName() const {
+  return FFileName.substr(0, FFileName.empty() ? 0 : FFileName.size() - 1) + u"~";
+}
+
+bool TDataFileGuard::BackupToRestore() const {
+  return !IsThere(FFileName) && FileExists(BackupName());
+}
+
+void TDataFileGuard::RestoreBackup() const {
+  const std::string bytes = ReadFileBytes(BackupName());
+  WriteFileAtomically(FFileName, bytes, ModeOf(ToUtf8(BackupName())));
+}
+
+void TDataFileGuard::Check() const {
+  bool hasCategories = false;
+  uint64_t unpacked = 0;
+  for (auto& stream : TFileCompression::ReadPacked(FFileName)) {
+    unpacked += stream->GetPacked()->UnpackedSize;
+    if (unpacked > cMaxUnpacked) throw EInOutError(u"Die Einträge sind zusammen zu groß");
+    CheckEntry(stream->GetName(), stream->GetStream());
+    hasCategories = hasCategories || stream->GetName() == cCategories;
+    stream.reset();
+  }
+  if (!hasCategories) throw EInOutError(u"Die Kategorien fehlen");
+}
+
+TString TDataFileGuard::PutAsideIfDamaged() const {
+  if (!IsThere(FFileName)) return {};
+  TString text;
+  try {
+    const std::string readable = ReadFileBytes(FFileName);
+  } catch (const EInOutError& e) {
+    return e.Message();  // nothing that could be copied
+  }
+  try {
+    Check();
+    return {};
+  } catch (const std::exception& e) {
+    text = Format(u"Die Datei %s ist beschädigt: %s", {FFileName, ToSingleLine(MessageOf(e))});
+  }
+  const TString copy = PutAside(FFileName);
+  if (copy.empty()) return text + u"\r\nEine Kopie konnte nicht angelegt werden.";
+  return text + Format(u"\r\nEine Kopie liegt in %s.", {copy});
+}
+
+}  // namespace kk

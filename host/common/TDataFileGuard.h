@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/base/TObject.h"
+#include "host/base/TString.h"
+
+namespace kk {
+
+/// Looks at the watch list's file before a plug-in does: a load that fails leaves an empty tree,
+/// and the next save would write that over the user's data. Main thread.
+class TDataFileGuard : public TObject {
+ public:
+  explicit TDataFileGuard(TStringView iFileName) : FFileName(iFileName) {}
+
+  /// True if the file is missing and its backup (the name with "~" for its last character) is
+  /// there.
+  bool BackupToRestore() const;
+  /// Copies the backup to the file's place, with its mode; the backup stays. Raises EInOutError.
+  void RestoreBackup() const;
+
+  /// Looks whether the file can be read: an archive, whole, every entry sound and within the
+  /// limits, with categories whose ids are ids, a version that is a number, and XML that is XML. If
+  /// it can't, puts a copy aside, unless there is nothing to copy (a folder, a file that may not be
+  /// read) or the same copy lies there already. Answers what happened, for the user; empty if all
+  /// is well or there is no file. Raises nothing.
+  TString PutAsideIfDamaged() const;
+
+ private:
+  TString BackupName() const;
+  void Check() const;
+
+  TString FFileName;
+};
+
+}  // namespace kk
