@@ -20,14 +20,17 @@ namespace {
 TWatchlistHandler* currentHandler = nullptr;
 
 // Categories and their items outlive the handler on purpose: their end would tell listeners of a
-// handler on its way out, and the process is ending. Here they stay in reach, so that a leak
-// checker still finds the leaks that nobody meant; to silence it instead would hide those, too.
-void Bury(TLstWatchlistCategory& ioCategories) {
+// handler on its way out. Here they stay in reach until FreeBuriedCategories.
+TLstWatchlistCategory& Graveyard() {
   static TLstWatchlistCategory* const graveyard =
       std::make_unique<TLstWatchlistCategory>(false).release();
+  return *graveyard;
+}
+
+void Bury(TLstWatchlistCategory& ioCategories) {
   const std::vector<TWatchlistCategory*> categories(ioCategories.begin(), ioCategories.end());
   ioCategories.ClearWithoutFree();
-  for (TWatchlistCategory* category : categories) graveyard->Add(*category);
+  for (TWatchlistCategory* category : categories) Graveyard().Add(*category);
 }
 
 // What every other plug-in adds to a source's view.
@@ -54,6 +57,16 @@ void FreeHandler() {
   // The pointer is emptied last: what dies with the handler may still ask for it.
   std::unique_ptr<TWatchlistHandler>(currentHandler).reset();
   currentHandler = nullptr;
+}
+
+void FreeBuriedCategories() {
+  if (HasWatchlistModelRoot()) return;
+  const std::vector<TWatchlistCategory*> categories(Graveyard().begin(), Graveyard().end());
+  Graveyard().ClearWithoutFree();
+  TLstWatchlistCategory owner(true);
+  for (TWatchlistCategory* category : categories) {
+    owner.Add(std::unique_ptr<TWatchlistCategory>(category));
+  }
 }
 
 TWatchlistHandler::TWatchlistHandler(const TIntf<IPlugin>& iPlugin)

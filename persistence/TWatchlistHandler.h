@@ -107,7 +107,11 @@ class TWatchlistHandler : public TObject, public IWatchlistModelRoot {
 TWatchlistHandler* Handler();
 /// A second call keeps the first handler.
 void CreateHandler(const TIntf<IPlugin>& iPlugin);
-/// No effect if there is none.
+/// No effect if there is none. The categories and what they hold are not freed, on purpose.
 void FreeHandler();
+/// Frees the categories that handlers have left, without telling anyone: what their items refer to
+/// belongs to other packages, and is let go before these are unloaded. No effect while there is a
+/// model's root.
+void FreeBuriedCategories();
 
 }  // namespace kk
