@@ -6,6 +6,10 @@ namespace kk {
 
 class TForm;
 
+/// The id by which the host's main menu knows the section "Beobachten".
+inline constexpr TGuid cMainMenuFormIDWatchlist =
+    GuidLiteral("{9B0F4C52-6D1E-4A77-8E0B-3C5D1F7A2E94}");
+
 /// The host as a plug-in sees it. Main thread.
 class IApplication : public IInterface {
  public:

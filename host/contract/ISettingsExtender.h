@@ -4,6 +4,10 @@
 
 namespace kk {
 
+/// The host's page before which plug-ins put theirs.
+inline constexpr TGuid cSettingsNodeIdPluginsBefore =
+    GuidLiteral("{2D7E61B8-0F35-4C9A-B1D4-58A6E3C07F12}");
+
 /// A page of the settings dialog. Main thread.
 class ISettingsNode : public IInterface {
  public:

@@ -94,4 +94,59 @@ inline constexpr TStringView _resAddSearchResultsOnlyNew = u"Nur neue zuordnen";
 inline constexpr TStringView _resAddSearchResultsAll = u"Alle zuordnen";
 inline constexpr TStringView _resAddSearchResultsCancel = u"Abbrechen";
 
+// The section: its commands and their questions.
+inline constexpr TStringView _resLoggingSenderForm = u"Form";
+inline constexpr TStringView _resNewCategoryName = u"Neu";
+inline constexpr TStringView _resCategoryNameExists =
+    u"Der angegebene Kategoriename (%s) existiert bereits!\r\n"
+    u"Bitte geben sie einen anderen Namen an.";
+inline constexpr TStringView _resConfirmDeleteSingle =
+    u"Soll der markierte Eintrag wirklich gelöscht werden?";
+inline constexpr TStringView _resConfirmDeleteMultiple =
+    u"Sollen die %d markierten Einträge wirklich gelöscht werden?";
+inline constexpr TStringView _resConfirmDeleteCategory =
+    u"Soll die markierte Kategorie wirklich gelöscht werden?";
+inline constexpr TStringView _resConfirmDeletePluginOneItem =
+    u"Soll die markierte Kategorie wirklich gelöscht werden?\r\nEs ist noch ein Eintrag enthalten.";
+inline constexpr TStringView _resConfirmDeletePluginItems =
+    u"Soll die markierte Kategorie wirklich gelöscht werden?\r\n"
+    u"Es sind noch %d Einträge enthalten.";
+inline constexpr TStringView _resConfirmDeleteCategoryWithContents =
+    u"Es sind noch untergeordnete Daten vorhanden.\r\n"
+    u"Soll die markierte Kategorie wirklich gelöscht werden?";
+inline constexpr TStringView _resConfirmEditDescriptions =
+    u"Sie haben mehrere Einträge markiert!\r\n"
+    u"Möchten Sie die Beschreibung für alle %d Einträge bearbeiten?";
+inline constexpr TStringView _resConfirmDeleteReminder =
+    u"Soll die Erinnerung für den markierten Eintrag wirklich gelöscht werden?";
+inline constexpr TStringView _resConfirmYesDelete = u"&Ja, löschen";
+inline constexpr TStringView _resConfirmYesEditAll = u"&Ja, alle bearbeiten";
+inline constexpr TStringView _resConfirmNoCancel = u"&Nein, abbrechen";
+inline constexpr TStringView _resConfirmItemsDeleted = u"Die Einträge werden gelöscht.";
+inline constexpr TStringView _resConfirmAllDeleted = u"Alle Einträge werden gelöscht.";
+inline constexpr TStringView _resConfirmAllEdited = u"Alle Einträge werden bearbeitet.";
+inline constexpr TStringView _resConfirmCancelled = u"Der Vorgang wird abgebrochen.";
+inline constexpr TStringView _resLoggingReminderDeleted = u"Erinnerung gelöscht (%s)";
+
+// What the rules of the section refuse, for a host without its menus.
+inline constexpr TStringView _resRefusedNotReady = u"Die Beobachtenliste ist nicht bereit.";
+inline constexpr TStringView _resRefusedNoSuchCategory = u"Es gibt keine Kategorie mit der Id %s.";
+inline constexpr TStringView _resRefusedNoSuchItem = u"Es gibt keinen Eintrag mit der Id %s.";
+inline constexpr TStringView _resRefusedEmptyName = u"Bitte geben Sie einen Namen an.";
+inline constexpr TStringView _resRefusedUnassigned =
+    u"Das geht nicht mit der Kategorie \"<Keiner Kategorie zugewiesen>\".";
+inline constexpr TStringView _resRefusedIntoItself =
+    u"Eine Kategorie kann nicht in sich selbst oder eine ihrer Unterkategorien verschoben werden.";
+inline constexpr TStringView _resRefusedTooDeep =
+    u"Kategorien können höchstens %d Ebenen tief verschachtelt werden.";
+
+// What the section can't do yet.
+inline constexpr TStringView _resLoggingNoImport = u"Import ist noch nicht möglich: %s";
+inline constexpr TStringView _resLoggingNoMobileImport =
+    u"Import von Kaufkobolde Mobile ist noch nicht möglich.";
+inline constexpr TStringView _resLoggingNoAutoReminder =
+    u"Automatische Erinnerungen sind noch nicht möglich. Es wurde keine angelegt.";
+inline constexpr TStringView _resLoggingNoAppointments =
+    u"Termine im Kalender können noch nicht gelöscht werden. Der Termin bleibt bestehen.";
+
 }  // namespace kk

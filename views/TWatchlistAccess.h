@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/contract/IWatchlistAccess.h"
+#include "views/TfrmKKWatchlist.h"
+
+namespace kk {
+
+/// The section's commands by ids: looks up what is meant, asks the section's questions and calls
+/// its commands. The section is borrowed until Detach; from then on, every operation raises
+/// Exception. Main thread.
+class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
+ public:
+  explicit TWatchlistAccess(TfrmKKWatchlist& iForm) : FForm(&iForm) {}
+  void Detach();
+
+  TWatchlistInfo GetTree() const override;
+
+  TGuid AddCategory(const std::optional<TGuid>& iParent, TStringView iName,
+                    const std::vector<TString>& iDescription) override;
+  void RenameCategory(const TGuid& iCategory, TStringView iName) override;
+  void DescribeCategory(const TGuid& iCategory, const std::vector<TString>& iLines) override;
+  void MoveCategory(const TGuid& iCategory, const std::optional<TGuid>& iTarget) override;
+  bool DeleteCategory(const TGuid& iCategory) override;
+
+  /// Items that stand in the target already stay as they are, and the others move.
+  void MoveItems(const std::vector<TGuid>& iItems, const TGuid& iTarget) override;
+  bool DeleteItems(const std::vector<TGuid>& iItems) override;
+  bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) override;
+
+  int RefreshAll() override;
+  int RefreshCategory(const TGuid& iCategory) override;
+  int RefreshItems(const std::vector<TGuid>& iItems) override;
+  int OpenUpdates() const override;
+  void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override;
+
+  bool Save() override;
+
+ private:
+  /// The section, running; raises Exception behind Detach.
+  TfrmKKWatchlist& Form() const;
+
+  TfrmKKWatchlist* FForm;
+};
+
+}  // namespace kk

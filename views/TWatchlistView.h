@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/contract/ISearchResult.h"
+#include "model/TLstWatchlistCategory.h"
+
+namespace kk {
+
+/// The section's tree, tabs and side bar as its commands reach them: each operation tells what has
+/// happened to the model, in the order in which the views must hear it. As it stands it shows
+/// nothing, which is all that a host without a screen needs; a screen installs its own with
+/// TfrmKKWatchlist::SetView. Main thread.
+class TWatchlistView {
+ public:
+  virtual ~TWatchlistView() = default;
+
+  /// The whole tree may be another one.
+  virtual void BuildCategoriesTree(bool /*iKeepSelection*/) {}
+  /// A new category, with nothing below it yet; it gets the selection.
+  virtual void AddCategoryToTree(TWatchlistCategory& /*iCategory*/) {}
+  /// Name or description.
+  virtual void CategoryChanged(TWatchlistCategory& /*iCategory*/) {}
+  virtual void AddPluginToTree(TWatchlistCategory& /*iCategory*/, TWatchlistPlugin& /*iGroup*/) {}
+  /// A category or an item stands at the end of the new parent now; no parent is the top level.
+  virtual void MoveNode(TObject& /*iObject*/, TObject* /*iNewParent*/) {}
+  /// A category, group or item is on its way out of the model, or just out of it; what is below its
+  /// node goes, too. The object is still whole.
+  virtual void DeleteNodeFromTree(TObject& /*iObject*/) {}
+  /// Something below the category has been deleted. A failure here is swallowed.
+  virtual void RefreshSelectedCategory(TWatchlistCategory& /*iCategory*/) {}
+  /// The side bar follows the focused result of the tab on show, or shows none. Does not raise.
+  virtual void ShowFocusedResult() {}
+
+  /// A result has been refreshed: its row, its details, its node. One that fails does not keep the
+  /// others from being told.
+  virtual void RefreshSearchResult(const TIntf<ISearchResult>& /*iResult*/) {}
+  virtual void RefreshCurrentSearchResultIfEquals(const TIntf<ISearchResult>& /*iResult*/) {}
+  virtual void RepaintNode(TWatchlistItem& /*iItem*/) {}
+
+  /// The queues of the sources: Sender is the updater, or none.
+  virtual void DoUpdaterProgress(TObject* /*Sender*/) {}
+  virtual void DoUpdaterAfterAdd(TObject* /*Sender*/, int /*iAddCount*/) {}
+  /// A waiting entry was taken out: there is one less to do.
+  virtual void UpdateTakenOut() {}
+};
+
+}  // namespace kk

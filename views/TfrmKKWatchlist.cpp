@@ -1,0 +1,176 @@
+#include "views/TfrmKKWatchlist.h"
+
+#include <utility>
+
+#include "host/base/Guard.h"
+#include "host/base/TClock.h"
+#include "host/common/TIniFileSectionBase.h"
+#include "settings/TIniFileSectionWatchlist.h"
+#include "views/WatchlistModel.h"
+
+namespace kk {
+
+namespace {
+
+constexpr int cInitializeDelayMs = 300;
+
+}  // namespace
+
+TfrmKKWatchlist::TfrmKKWatchlist()
+    : TfrmKKCommonSectionBase(nullptr, u"TfrmKKWatchlist", _resToolButtonCaption) {
+  using TSelf = TfrmKKWatchlist;
+  FFormAddProgress.SetOnShow(TNotifyEvent::Of<&TSelf::DoShowFormAddProgress>(this));
+  FFormAddProgress.SetOnClose(TNotifyEvent::Of<&TSelf::DoCloseFormAddProgress>(this));
+}
+
+TfrmKKWatchlist::~TfrmKKWatchlist() {
+  StopDelay();
+  BindUpdaters(false);
+}
+
+TGuid TfrmKKWatchlist::GetFormID() const { return cMainMenuFormIDWatchlist; }
+
+TString TfrmKKWatchlist::GetIniSectionName() const { return TString(cSettingsSectionWatchlist); }
+
+void TfrmKKWatchlist::Loaded() {
+  SetCaption(_resToolButtonCaption);
+  TfrmKKCommonSectionBase::Loaded();
+}
+
+void TfrmKKWatchlist::Initialize(const TIntf<IApplication>& iApplication) {
+  TfrmKKCommonSectionBase::Initialize(iApplication);
+  if (!TIniFileSectionGeneral().GetDelayedStart()) {
+    InitializeWithDelay();
+    return;
+  }
+  FDelayTimer = MainLoop().StartTimer(cInitializeDelayMs, [this] { DoInitializeWithDelayTimer(); });
+}
+
+void TfrmKKWatchlist::DoInitializeWithDelayTimer() {
+  StopDelay();
+  InitializeWithDelay();
+}
+
+void TfrmKKWatchlist::StopDelay() {
+  const auto timer = std::exchange(FDelayTimer, 0);
+  if (timer != 0) MainLoop().StopTimer(timer);
+}
+
+void TfrmKKWatchlist::InitializeWithDelay() {
+  // First, so that a failure does not make it run again.
+  if (std::exchange(FInitialized, true)) return;
+  BuildCategoriesTree(false);
+  BindUpdaters(true);
+}
+
+void TfrmKKWatchlist::BindUpdaters(bool iListens) {
+  if (Handler() == nullptr) return;
+  using TSelf = TfrmKKWatchlist;
+  for (TWatchlistIntegration* integration : Handler()->LstIntegration()) {
+    TWatchlistItemUpdater& updater = integration->Updater();
+    updater.SetOnProgress(iListens ? TNotifyEvent::Of<&TSelf::DoUpdaterProgress>(this)
+                                   : TNotifyEvent());
+    updater.SetOnAfterAdd(iListens ? TNotifyEventAfterAdd::Of<&TSelf::DoUpdaterAfterAdd>(this)
+                                   : TNotifyEventAfterAdd());
+    updater.SetOnUpdateFinished(
+        iListens ? TNotifyEventSearchResult::Of<&TSelf::DoUpdaterFinishedItem>(this)
+                 : TNotifyEventSearchResult());
+  }
+}
+
+void TfrmKKWatchlist::Uninitialize() {
+  StopDelay();
+  BindUpdaters(false);
+  TfrmKKCommonSectionBase::Uninitialize();
+}
+
+void TfrmKKWatchlist::SetView(TWatchlistView* iView) {
+  FSeams.View = iView != nullptr ? iView : &FNoView;
+}
+
+void TfrmKKWatchlist::SetReminderEditor(TWatchlistReminderEditor* iEditor) {
+  FSeams.ReminderEditor = iEditor != nullptr ? iEditor : &FNoReminderEditor;
+}
+
+void TfrmKKWatchlist::SetImport(TWatchlistImport* iImport) {
+  FSeams.Import = iImport != nullptr ? iImport : &FNoImport;
+}
+
+void TfrmKKWatchlist::BuildCategoriesTree(bool iKeepSelection) {
+  FSeams.View->BuildCategoriesTree(iKeepSelection);
+}
+
+void TfrmKKWatchlist::SaveAll() { Handler()->SaveAll(); }
+
+void TfrmKKWatchlist::AddWithUpdate(const TIntf<IInterfaceList>& iResults,
+                                    TWatchlistIntegration& iIntegration,
+                                    TWatchlistCategory& iTarget) {
+  FAddedSearchResults->Clear();
+  for (int i = 0; i < iResults->GetCount(); ++i) FAddedSearchResults->Add(iResults->Get(i));
+  FFormAddProgress.AddWithUpdate(iResults, iIntegration, iTarget);
+}
+
+void TfrmKKWatchlist::DoCloseFormAddProgress(TObject*) {
+  if (!TIniFileSectionWatchlist().GetAutoActivateReminder()) return;
+  FSeams.ReminderEditor->AutoEnableReminder(false, FAddedSearchResults);
+}
+
+bool TfrmKKWatchlist::ImportInBackgroundFromFile(TStringView iFileName) {
+  return SaveImported(FSeams.Import->ExecuteInBackground(iFileName));
+}
+
+bool TfrmKKWatchlist::ImportInBackgroundFromKKMobileStream(TMemoryStream& iStream) {
+  return SaveImported(FSeams.Import->ExecuteInBackgroundFromKKMobileStream(iStream));
+}
+
+bool TfrmKKWatchlist::SaveImported(bool iImported) {
+  if (!iImported) return false;
+  SaveAll();
+  BuildCategoriesTree(true);
+  return true;
+}
+
+void TfrmKKWatchlist::DoUpdaterFinishedItem(TObject* Sender,
+                                            const TIntf<ISearchResult>& iSearchResult,
+                                            bool iSucceeded) {
+  FFinished.push_back({Sender, iSearchResult, iSucceeded});
+  // A failed refresh leaves no mark in the model.
+  if (iSucceeded) TakeOver(dynamic_cast<TWatchlistItemUpdater&>(*Sender), iSearchResult);
+}
+
+void TfrmKKWatchlist::TakeOver(TWatchlistItemUpdater& iUpdater,
+                               const TIntf<ISearchResult>& iSearchResult) {
+  TWatchlistIntegration* integration = FindIntegration(iUpdater.Integration()->GetId());
+  if (integration == nullptr) return;
+  TWatchlistItem* item = RootCategories().FindItemById(iSearchResult->GetId());
+  if (item == nullptr) return;
+  item->SetLastUpdateDate(Now());
+  item->SetSearchResult(iSearchResult);
+  integration->SetChangedSearchResults(true);
+  integration->SetChangedItems(true);
+  Guarded(u"RefreshSearchResult", [&] { FSeams.View->RefreshSearchResult(iSearchResult); });
+  Guarded(u"RefreshCurrentSearchResultIfEquals",
+          [&] { FSeams.View->RefreshCurrentSearchResultIfEquals(iSearchResult); });
+  Guarded(u"RepaintNode", [&] { FSeams.View->RepaintNode(*item); });
+}
+
+void TfrmKKWatchlist::DoUpdaterProgress(TObject* Sender) {
+  FSeams.View->DoUpdaterProgress(Sender);
+  // The updater raises it behind the entry's own listener, which adds the item of a new result.
+  std::vector<TFinished> finished;
+  std::erase_if(FFinished, [&](const TFinished& end) {
+    if (end.Updater != Sender) return false;
+    finished.push_back(end);
+    return true;
+  });
+  for (const TFinished& end : finished) {
+    if (!FOnUpdateFinished) return;
+    Guarded(u"OnUpdateFinished", [&] { FOnUpdateFinished(Sender, end.Result, end.Succeeded); });
+  }
+}
+
+void TfrmKKWatchlist::DoUpdaterAfterAdd(TObject* Sender, int iAddCount) {
+  FSeams.View->DoUpdaterAfterAdd(Sender, iAddCount);
+}
+
+}  // namespace kk
