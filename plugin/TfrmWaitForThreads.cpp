@@ -6,13 +6,13 @@
 
 namespace kk {
 
-TfrmWaitForThreads::TfrmWaitForThreads(TLstWatchlistIntegration& iIntegrations)
+TfrmWaitForThreads::TfrmWaitForThreads(const TLstWatchlistIntegration& iIntegrations)
     : TfrmKKCommonBase(nullptr, u"TfrmWaitForThreads", _resWaitForThreadsCaption),
       FIntegrations(iIntegrations) {
   SetPosition(TPosition::poScreenCenter);
 }
 
-void TfrmWaitForThreads::Display(TLstWatchlistIntegration& iIntegrations) {
+void TfrmWaitForThreads::Display(const TLstWatchlistIntegration& iIntegrations) {
   TfrmWaitForThreads form(iIntegrations);
   if (!iIntegrations.HasActiveIntegrations()) return;
   form.prgrsbarWait.SetMaximum(iIntegrations.GetCount());

@@ -14,7 +14,7 @@ class TfrmWaitForThreads final : public TfrmKKCommonBase {
  public:
   /// Stops all updaters and waits until no request runs any more. At once, without a window, if
   /// there is none. The updaters can't be used again.
-  static void Display(TLstWatchlistIntegration& iIntegrations);
+  static void Display(const TLstWatchlistIntegration& iIntegrations);
 
   TLabel lblInfo{this, u"lblInfo", _resWaitForThreadsInfo};
   TLabel lblName{this, u"lblName"};
@@ -25,10 +25,10 @@ class TfrmWaitForThreads final : public TfrmKKCommonBase {
   void UserMessage(int iMessage) override;
 
  private:
-  explicit TfrmWaitForThreads(TLstWatchlistIntegration& iIntegrations);
+  explicit TfrmWaitForThreads(const TLstWatchlistIntegration& iIntegrations);
   void WmGoOn();
 
-  TLstWatchlistIntegration& FIntegrations;
+  const TLstWatchlistIntegration& FIntegrations;
 };
 
 }  // namespace kk
