@@ -18,7 +18,7 @@ class TLstTree : public TLstBase<T> {
   int IndexOfPlaced(const T& iObject) const {
     const auto hit = std::lower_bound(
         this->begin(), this->end(), iObject.FPlace.Order,
-        [](const T* object, int64_t order) { return object->FPlace.Order < order; });
+        [](const T* iEntry, int64_t iOrder) { return iEntry->FPlace.Order < iOrder; });
     return static_cast<int>(hit - this->begin());
   }
 

@@ -102,7 +102,7 @@ bool TLstWatchlistCategory::DeletePlugin(TWatchlistPlugin& iGroup) {
     return category != nullptr && HangsBelow(*category, *this) && category->DeletePlugin(iGroup);
   }
   return std::any_of(begin(), end(),
-                     [&](TWatchlistCategory* category) { return category->DeletePlugin(iGroup); });
+                     [&](TWatchlistCategory* iCategory) { return iCategory->DeletePlugin(iGroup); });
 }
 
 bool TLstWatchlistCategory::HasSearchResult(const TGuid& iPluginId,
@@ -148,8 +148,8 @@ bool TLstWatchlistCategory::DeleteCategory(TWatchlistCategory& iCategory) {
   }
   const int index = IndexOf(&iCategory);
   if (index >= 0) Delete(index);
-  return index >= 0 || std::any_of(begin(), end(), [&](TWatchlistCategory* category) {
-           return category->LstCategory().DeleteCategory(iCategory);
+  return index >= 0 || std::any_of(begin(), end(), [&](const TWatchlistCategory* iEntry) {
+           return iEntry->LstCategory().DeleteCategory(iCategory);
          });
 }
 

@@ -26,8 +26,8 @@ int TLstWatchlistIntegration::IndexOfAffiliateId(const TGuid& iId) const {
 }
 
 bool TLstWatchlistIntegration::HasActiveIntegrations() const {
-  return std::any_of(begin(), end(), [](const TWatchlistIntegration* record) {
-    return record->Updater().IsActive();
+  return std::any_of(begin(), end(), [](const TWatchlistIntegration* iRecord) {
+    return iRecord->Updater().IsActive();
   });
 }
 

@@ -1,8 +1,8 @@
 #include "model/TreeSearch.h"
 
 #include <algorithm>
-#include <compare>
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #include "model/TLstWatchlistCategory.h"
@@ -37,23 +37,15 @@ std::vector<int64_t> PathTo(const TWatchlistCategory* iCategory) {
   return path;
 }
 
-// Depth first with a category's own groups before its children: a path comes before its extensions.
-struct TItemScanKey {
-  std::vector<int64_t> Categories;
-  int64_t Group = 0;
-  int64_t Item = 0;
-
-  friend auto operator<=>(const TItemScanKey&, const TItemScanKey&) = default;
-};
+// Categories, group, item. Depth first with a category's own groups before its children: a path
+// comes before its extensions.
+using TItemScanKey = std::tuple<std::vector<int64_t>, int64_t, int64_t>;
 
 TItemScanKey ScanKeyOf(const TWatchlistItem& iItem) {
-  TItemScanKey key;
-  key.Item = iItem.Place().Order;
+  const int64_t item = iItem.Place().Order;
   const TWatchlistPlugin* group = iItem.Place().List->Group();
-  if (group == nullptr) return key;
-  key.Group = group->Place().Order;
-  key.Categories = PathTo(CategoryOf(*group));
-  return key;
+  if (group == nullptr) return {{}, 0, item};
+  return {PathTo(CategoryOf(*group)), group->Place().Order, item};
 }
 
 // A whole level before what is below its first category: at each step, ending here comes first.
@@ -78,8 +70,8 @@ bool HangsBelow(const TWatchlistItem& iItem, const TObject& iNode) {
 template <class T>
 std::optional<T*> FindBelow(const TObject& iNode, const TGuid& iId) {
   return Index<T>().FindFirst(
-      iId, [&](const T& object) { return HangsBelow(object, iNode); },
-      [](const T& object) { return ScanKeyOf(object); });
+      iId, [&](const T& iObject) { return HangsBelow(iObject, iNode); },
+      [](const T& iObject) { return ScanKeyOf(iObject); });
 }
 
 }  // namespace

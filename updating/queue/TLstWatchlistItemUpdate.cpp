@@ -30,7 +30,7 @@ int TLstWatchlistItemUpdate::IndexOfId(const TGuid& iId) const {
   Number();
   const auto hit = std::lower_bound(
       begin(), end(), update->FOrder,
-      [](const TWatchlistItemUpdate* entry, int64_t order) { return entry->FOrder < order; });
+      [](const TWatchlistItemUpdate* iEntry, int64_t iOrder) { return iEntry->FOrder < iOrder; });
   return static_cast<int>(hit - begin());
 }
 

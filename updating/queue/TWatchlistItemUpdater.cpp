@@ -86,8 +86,8 @@ bool TWatchlistItemUpdater::Remove(const TIntf<ISearchResult>& iSearchResult) {
 }
 
 bool TWatchlistItemUpdater::HasSearchResult(const TIntf<ISearchResult>& iSearchResult) const {
-  return std::any_of(FQueue->begin(), FQueue->end(), [&](const TWatchlistItemUpdate* entry) {
-    return entry->SearchResult()->IsSame(iSearchResult);
+  return std::any_of(FQueue->begin(), FQueue->end(), [&](const TWatchlistItemUpdate* iEntry) {
+    return iEntry->SearchResult()->IsSame(iSearchResult);
   });
 }
 

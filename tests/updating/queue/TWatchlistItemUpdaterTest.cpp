@@ -379,7 +379,7 @@ INSTANTIATE_TEST_SUITE_P(WithAndWithoutRefresh, UpdaterLongQueue, testing::Bool(
 TEST_F(UpdaterRefreshing, AListenerThatAlwaysAddsDoesNotPileUpOnTheStack) {
   SetLogSink(nullptr);
   source->SetAnswersAtOnce(true);
-  int left = 200000;
+  int left = 100000;
   witness.SetOnUpdater([&](const auto&) {
     if (--left > 0) updater.Add(FakeResult(u"R"), {});
   });
