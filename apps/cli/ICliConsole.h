@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+
+#include "host/base/TString.h"
+
+namespace kk {
+
+/// Where the terminal host talks to its user. Lines come without their end and are shown as they
+/// are: who prints a text of somebody else sends it through ForTerminal first. Main thread, but for
+/// Complain.
+class ICliConsole {
+ public:
+  virtual ~ICliConsole() = default;
+
+  /// A line of what was asked for (stdout).
+  virtual void Print(TStringView iLine) = 0;
+  /// A line that is not a part of it: failures, hints, questions (stderr). Any thread.
+  virtual void Complain(TStringView iLine) = 0;
+  /// How far the work is: one line that the next one takes the place of, on a terminal alone. An
+  /// empty text takes it away.
+  virtual void Progress(TStringView iLine) = 0;
+
+  /// Whether somebody can answer questions.
+  virtual bool IsInteractive() const = 0;
+  /// Shows the prompt and answers the line entered; nothing at the end of the input and on Ctrl+C.
+  virtual std::optional<TString> ReadLine(TStringView iPrompt) = 0;
+  /// True once after Ctrl+C or a request to end. It is for the one who asks; the next Ctrl+C ends
+  /// the program at once if nobody has asked by then.
+  virtual bool TakeInterrupt() = 0;
+};
+
+}  // namespace kk

@@ -1,0 +1,124 @@
+#include "apps/cli/TCliCommandInfo.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace kk {
+namespace {
+
+constexpr auto cCommands = std::to_array<TCliCommandInfo>({
+    {u"add", 1, cCliAnyNumber, coCategory | coCreate, u"ADRESSE... [--category NAME [--create]]",
+     u"Artikel über ihre Adresse in die Beobachtenliste aufnehmen"},
+    {u"list", 0, 0, coJson, u"[--json]", u"die ganze Beobachtenliste zeigen"},
+    {u"show", 1, 1, coJson, u"ARTIKEL [--json]",
+     u"alles zeigen, was über einen Artikel bekannt ist"},
+    {u"refresh", 0, 1, 0, u"[ARTIKEL | KATEGORIE]",
+     u"aktualisieren: alles, eine Kategorie samt Unterkategorien oder einen Artikel"},
+    {u"move", 2, cCliAnyNumber, 0, u"ARTIKEL... KATEGORIE",
+     u"Artikel in eine Kategorie verschieben"},
+    {u"delete", 1, cCliAnyNumber, 0, u"ARTIKEL... [--yes]", u"Artikel löschen"},
+    {u"note", 1, cCliAnyNumber, coText, u"ARTIKEL ZEILE... | ARTIKEL... --text ZEILE... [--yes]",
+     u"die Notiz ersetzen"},
+    {u"category add", 1, 1, coIn | coText, u"NAME [--in KATEGORIE] [--text ZEILE]",
+     u"Kategorie anlegen"},
+    {u"category rename", 2, 2, 0, u"KATEGORIE NAME", u"Kategorie umbenennen"},
+    {u"category describe", 1, cCliAnyNumber, coText, u"KATEGORIE ZEILE...",
+     u"die Beschreibung einer Kategorie ersetzen"},
+    {u"category move", 1, 2, coTop, u"KATEGORIE ZIEL | KATEGORIE --top",
+     u"Kategorie unter eine andere oder auf die oberste Ebene verschieben"},
+    {u"category delete", 1, 1, 0, u"KATEGORIE [--yes]",
+     u"Kategorie mit allem löschen, was darin steht"},
+    {u"settings list", 0, 1, coJson, u"[ABSCHNITT] [--json]", u"Einstellungen mit Vorgaben zeigen"},
+    {u"settings get", 2, 2, 0, u"ABSCHNITT SCHLÜSSEL", u"eine Einstellung lesen"},
+    {u"settings set", 3, 3, 0, u"ABSCHNITT SCHLÜSSEL WERT", u"eine Einstellung ändern"},
+    {u"demo", 0, 0, 0, u"", u"die Beobachtenliste mit einem kleinen Beispielshop vorführen"},
+});
+
+constexpr TStringView cIntroduction =
+    u"kaufkobolde-cli - die Beobachtenliste im Terminal\n"
+    u"\n"
+    u"Aufruf: kaufkobolde-cli [--data ORDNER] [--verbose] BEFEHL ...\n"
+    u"\n"
+    u"Befehle:\n";
+
+constexpr TStringView cConclusion =
+    u"  -rem WERT ... -remimport DATEI ...\n"
+    u"      die Befehlszeile des Programms: geht, wie sie ist, an alle Plug-ins\n"
+    u"\n"
+    u"ARTIKEL und KATEGORIE sind eine Id ({...}) oder ein Name, den es nur einmal gibt; Groß- und\n"
+    u"Kleinschreibung ist gleich. Die Ids zeigt \"list\". Was mit \"-\" beginnt und keine Option "
+    u"ist,\n"
+    u"steht hinter \"--\".\n"
+    u"\n"
+    u"Optionen:\n"
+    u"  --data ORDNER      Beobachtenliste, Einstellungen und Protokoll liegen in diesem Ordner\n"
+    u"  --verbose          das Protokoll auch hier zeigen\n"
+    u"  --yes              Rückfragen mit Ja beantworten\n"
+    u"  --restore-backup   eine fehlende Beobachtenliste aus der Sicherung wiederherstellen\n"
+    u"  --version, --help\n"
+    u"\n"
+    u"Ohne Terminal an der Eingabe werden Fragen mit ihrer Vorgabe beantwortet.\n"
+    u"Ergebnis: 0 erledigt, 1 fehlgeschlagen, 2 falscher Aufruf.\n"
+    u"\n"
+    u"Beispiele:\n"
+    u"  kaufkobolde-cli add https://shop.example/lampe --category Wohnzimmer --create\n"
+    u"  kaufkobolde-cli refresh\n"
+    u"  kaufkobolde-cli list";
+
+// How many letters have to be changed, added or left out to come from one word to the other.
+size_t EditDistance(TStringView iA, TStringView iB) {
+  std::vector<size_t> row(iB.size() + 1);
+  for (size_t j = 0; j < row.size(); ++j) row[j] = j;
+  for (size_t i = 0; i < iA.size(); ++i) {
+    size_t diagonal = std::exchange(row[0], i + 1);
+    for (size_t j = 0; j < iB.size(); ++j) {
+      const size_t change = diagonal + (iA[i] == iB[j] ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({change, row[j] + 1, row[j + 1] + 1});
+    }
+  }
+  return row.back();
+}
+
+bool IsNear(TStringView iWord, const TCliCommandInfo& iCommand) {
+  constexpr size_t cMaxWord = 40;
+  if (iWord.empty() || iWord.size() > cMaxWord) return false;
+  return StartsWith(iCommand.Name, iWord) || EditDistance(iWord, iCommand.Name) <= 2;
+}
+
+}  // namespace
+
+std::span<const TCliCommandInfo> CliCommands() { return cCommands; }
+
+const TCliCommandInfo* FindCliCommand(TStringView iName) {
+  const auto found = std::ranges::find(cCommands, iName, &TCliCommandInfo::Name);
+  return found == cCommands.end() ? nullptr : &*found;
+}
+
+TString CliSynopsis(const TCliCommandInfo& iCommand) {
+  return Trim(Format(u"kaufkobolde-cli %s %s", {iCommand.Name, iCommand.Arguments}));
+}
+
+TString SimilarCliCommands(TStringView iWord) {
+  TString result;
+  for (const TCliCommandInfo& command : cCommands) {
+    if (!IsNear(iWord, command)) continue;
+    if (!result.empty()) result += u", ";
+    result += Format(u"\"%s\"", {command.Name});
+  }
+  return result;
+}
+
+TString CliHelpPage() {
+  TString result(cIntroduction);
+  for (const TCliCommandInfo& command : cCommands) {
+    result += TString(u"  ").append(command.Name);
+    if (!command.Arguments.empty()) result.append(u" ").append(command.Arguments);
+    result += Format(u"\n      %s\n", {command.Meaning});
+  }
+  return result.append(cConclusion);
+}
+
+}  // namespace kk

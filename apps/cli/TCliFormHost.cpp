@@ -1,0 +1,55 @@
+#include "apps/cli/TCliFormHost.h"
+
+#include "apps/cli/ICliConsole.h"
+#include "apps/cli/TCliDialog.h"
+#include "apps/cli/TerminalText.h"
+#include "host/base/Exception.h"
+#include "host/base/TMainLoop.h"
+
+namespace kk {
+namespace {
+
+constexpr int cTurnMs = 50;
+
+// How often a window may refuse the answer of nobody before it counts as one that can't end.
+constexpr int cMaxRefusals = 3;
+
+}  // namespace
+
+void TCliFormHost::ShowModal(TForm& ioForm) {
+  TCliDialog dialog(FConsole, ioForm);
+  if (dialog.IsWaitWindow()) return Wait(ioForm);
+  int refusals = 0;
+  while (!ioForm.EndModalIfDone()) {
+    MainLoop().ProcessMessages();
+    if (ioForm.EndModalIfDone()) return;
+    if (FAnswer && refusals == 0 && FAnswer(ioForm)) {
+      ++refusals;
+    } else if (FYesToAll && dialog.PressYes()) {
+      ++refusals;
+    } else if (FConsole.IsInteractive()) {
+      if (dialog.Ask()) continue;
+      dialog.Cancel();
+      ++refusals;
+    } else {
+      dialog.ShowTexts();
+      refusals < cMaxRefusals - 1 ? dialog.PressDefault() : dialog.Cancel();
+      ++refusals;
+    }
+    if (refusals > cMaxRefusals && !ioForm.EndModalIfDone()) {
+      throw Exception(Format(u"Die Frage \"%s\" ließ sich nicht beantworten", {ioForm.Caption()}));
+    }
+  }
+}
+
+void TCliFormHost::Wait(TForm& ioForm) {
+  TString text = ForTerminal(ioForm.Caption());
+  FConsole.Progress(text + u" ...");
+  while (!ioForm.EndModalIfDone()) {
+    MainLoop().ProcessMessages();
+    if (!ioForm.EndModalIfDone()) MainLoop().WaitForMessage(cTurnMs);
+  }
+  FConsole.Progress({});
+}
+
+}  // namespace kk

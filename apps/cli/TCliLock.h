@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/base/TString.h"
+
+namespace kk {
+
+/// Keeps a folder of data to one process, for as long as it lives: a lock on a file in the folder,
+/// which the system takes back when the process ends, however it ends.
+class TCliLock {
+ public:
+  /// The folder is made if it is missing. Raises Exception if another process has it, and
+  /// EInOutError if the file can't be made.
+  explicit TCliLock(TStringView iFolder);
+  ~TCliLock();
+  TCliLock(const TCliLock&) = delete;
+  TCliLock& operator=(const TCliLock&) = delete;
+
+ private:
+  int FFile = -1;
+};
+
+}  // namespace kk

@@ -1,0 +1,120 @@
+#include "apps/cli/TCliProgram.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <set>
+
+#include "apps/cli/ECliUsage.h"
+#include "apps/cli/TCliAdd.h"
+#include "apps/cli/TCliDemo.h"
+#include "apps/cli/TCliHostLine.h"
+#include "apps/cli/TCliInterrupt.h"
+#include "apps/cli/TCliRefresh.h"
+#include "apps/cli/TCliSession.h"
+#include "apps/cli/TCliSettings.h"
+#include "apps/cli/TCliShop.h"
+#include "apps/cli/TCliShow.h"
+#include "apps/cli/TCliStructure.h"
+#include "apps/cli/TCliTerminal.h"
+#include "apps/cli/TerminalText.h"
+#include "host/common/TVersionHelper.h"
+
+namespace kk {
+namespace {
+
+bool RunDemo(TCliContext& ioContext) {
+  TCliShop shop;
+  return TCliDemo(ioContext, shop).Run();
+}
+
+// What needs the list.
+bool RunWithList(TCliContext& ioContext, const TCliArguments& iCall) {
+  if (iCall.Command == nullptr) return TCliHostLine(ioContext).Run(iCall);
+  if (TCliStructure::Knows(*iCall.Command)) return TCliStructure(ioContext).Run(iCall);
+  const TStringView name = iCall.Command->Name;
+  if (name == u"add") return TCliAdd(ioContext).Run(iCall);
+  if (name == u"refresh") return TCliRefresh(ioContext).Run(iCall);
+  if (name == u"demo") return RunDemo(ioContext);
+  if (name == u"show") {
+    TCliShow(ioContext).Item(iCall.Words[0], iCall.Json);
+  } else {
+    TCliShow(ioContext).List(iCall.Json);
+  }
+  return true;
+}
+
+bool Run(TCliSession& ioSession, const TCliArguments& iCall) {
+  TCliContext& context = ioSession.Context();
+  if (iCall.Command != nullptr && TCliSettings::Knows(*iCall.Command)) {
+    TCliSettings(context.Console, context.Plugins.SettingsKeys()).Run(iCall);
+    return true;
+  }
+  ioSession.Start();
+  return RunWithList(context, iCall);
+}
+
+// Runs the function; what it raises becomes a line for the user and an exit code.
+template <class Function>
+TCliExit Answered(ICliConsole& ioConsole, Function&& iFunction) {
+  try {
+    return iFunction();
+  } catch (const ECliUsage& e) {
+    ioConsole.Complain(u"Fehler: " + e.Message());
+    for (const TString& line : Split(e.Hint(), u'\n')) ioConsole.Complain(line);
+    return TCliExit::ceUsage;
+  } catch (const std::exception& e) {
+    ioConsole.Complain(u"Fehler: " + ForTerminal(e));
+    return TCliExit::ceFailed;
+  }
+}
+
+// The session ends within the answer: what a plug-in raises may not outlive its package.
+TCliExit RunSession(ICliConsole& ioConsole, const TCliArguments& iCall) {
+  TCliSession session(ioConsole, iCall);
+  const TCliExit exit = Answered(
+      ioConsole, [&] { return Run(session, iCall) ? TCliExit::ceDone : TCliExit::ceFailed; });
+  session.End();
+  return exit == TCliExit::ceDone && session.HasErrors() ? TCliExit::ceFailed : exit;
+}
+
+// The demonstration leaves the user's own list alone.
+void GiveDemoAFolder(TCliArguments& ioCall) {
+  if (ioCall.Command == nullptr || ioCall.Command->Name != u"demo" || !ioCall.Data.empty()) return;
+  std::string folder =
+      (std::filesystem::temp_directory_path() / "kaufkobolde-beispiel-XXXXXX").string();
+  if (mkdtemp(folder.data()) == nullptr) {
+    throw EInOutError(u"Für das Beispiel lässt sich kein Ordner anlegen: " + FromUtf8(folder));
+  }
+  ioCall.Data = FromUtf8(folder);
+}
+
+TCliExit RunCall(ICliConsole& ioConsole, const std::vector<std::string>& iArguments) {
+  std::vector<TString> words;
+  for (const std::string& argument : iArguments) words.push_back(FromUtf8(argument));
+  TCliArguments call = TCliArguments::Parse(words);
+  if (call.Help) {
+    for (const TString& line : Split(CliHelpPage(), u'\n')) ioConsole.Print(line);
+    return TCliExit::ceDone;
+  }
+  if (call.Version) {
+    ioConsole.Print(TVersionHelper::ReplaceVersionParams(u"kaufkobolde-cli %MV%SV"));
+    return TCliExit::ceDone;
+  }
+  GiveDemoAFolder(call);
+  return RunSession(ioConsole, call);
+}
+
+}  // namespace
+
+int TCliProgram::Main(const std::vector<std::string>& iArguments) {
+  TCliInterrupt interrupt;
+  TCliTerminal terminal(interrupt);
+  TCliExit exit = Answered(terminal, [&] { return RunCall(terminal, iArguments); });
+  if (!terminal.Flush()) {
+    terminal.Complain(u"Fehler: Die Ausgabe konnte nicht geschrieben werden.");
+    if (exit == TCliExit::ceDone) exit = TCliExit::ceFailed;
+  }
+  return static_cast<int>(exit);
+}
+
+}  // namespace kk

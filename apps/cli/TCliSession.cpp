@@ -1,0 +1,110 @@
+#include "apps/cli/TCliSession.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+
+#include "apps/cli/TerminalText.h"
+#include "host/base/Exception.h"
+#include "host/common/TDataFileGuard.h"
+#include "host/common/TFileHelper.h"
+
+namespace kk {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr TStringView cDataFileName = u"watchlist.dat";
+constexpr TStringView cIniFileName = u"/kaufkobolde.ini";
+constexpr char cPackagesVariable[] = "KAUFKOBOLDE_PLUGINS";
+constexpr char cPackagesFolder[] = "../lib/kaufkobolde";
+constexpr int cTurnMs = 50;
+constexpr auto cLongestEnd = std::chrono::seconds(10);
+
+// The first step of all: from here on everybody knows where things lie.
+const TString& InstallFolders(const TCliArguments& iCall) {
+  SetHostFolders(DefaultHostFolders(iCall.Data));
+  return HostFolders().Data;
+}
+
+TString PackagesFolder() {
+  const char* const named = std::getenv(cPackagesVariable);
+  if (named != nullptr && named[0] != '\0') return FromUtf8(named);
+  const fs::path program = fs::read_symlink("/proc/self/exe").parent_path();
+  return FromUtf8((program / cPackagesFolder).lexically_normal().string());
+}
+
+}  // namespace
+
+TCliSession::TCliSession(ICliConsole& ioConsole, const TCliArguments& iCall)
+    : FConsole(ioConsole),
+      FRestoreBackup(iCall.RestoreBackup),
+      FLock(InstallFolders(iCall)),
+      FLogFile(DefaultLogFileName(), iCall.Verbose),
+      FLogInstalled(&SetLogSink, &FLogFile),
+      FIniFile(HostFolders().Config + TString(cIniFileName)),
+      FIniFileInstalled(&SetIniFile, &FIniFile),
+      FLoopInstalled(&SetMainLoop, &FLoop),
+      FForms(ioConsole),
+      FFormsInstalled(&SetFormHost, &FForms),
+      FContext{ioConsole, FForms, FPlugins} {
+  FForms.SetYesToAll(iCall.Yes);
+  LoadPackages();
+}
+
+TCliSession::~TCliSession() { End(); }
+
+void TCliSession::LoadPackages() {
+  FLoader.LoadFolder(PackagesFolder());
+  for (const TRefusedPackage& package : FLoader.Refused()) {
+    FConsole.Complain(Format(u"Hinweis: Das Paket %s wird nicht geladen: %s",
+                             {ForTerminal(package.FileName), ForTerminal(package.Reason)}));
+  }
+  FPlugins.Find();
+  FLog.emplace(FConsole);
+}
+
+void TCliSession::GuardData() {
+  const TString fileName = TFileHelper::GetAppDataFileName(cDataFileName);
+  const TDataFileGuard guard(fileName);
+  if (guard.BackupToRestore()) {
+    if (!FRestoreBackup) {
+      throw Exception(
+          Format(u"Die Beobachtenliste %s fehlt, ihre Sicherung ist noch da. Mit "
+                 u"--restore-backup wird sie wiederhergestellt.",
+                 {fileName}));
+    }
+    guard.RestoreBackup();
+    FConsole.Complain(u"Die Beobachtenliste ist aus ihrer Sicherung wiederhergestellt.");
+  } else if (FRestoreBackup) {
+    FConsole.Complain(u"Hinweis: Es gibt nichts wiederherzustellen.");
+  }
+  const TString damage = guard.PutAsideIfDamaged();
+  if (!damage.empty()) FConsole.Complain(ForTerminal(damage));
+}
+
+void TCliSession::Start() {
+  if (!FPlugins.HasWatchlist()) {
+    throw Exception(
+        Format(u"Die Beobachtenliste (libwatchlist.so) ist nicht geladen. Gesucht wurde in %s.",
+               {PackagesFolder()}));
+  }
+  GuardData();
+  FPlugins.Initialize();
+}
+
+void TCliSession::End() {
+  if (!FLog) return;
+  FPlugins.TerminateThreads();
+  const auto last = std::chrono::steady_clock::now() + cLongestEnd;
+  while (FPlugins.ThreadCount() > 0 && std::chrono::steady_clock::now() < last) {
+    FLoop.ProcessMessages();
+    FLoop.WaitForMessage(cTurnMs);
+  }
+  FPlugins.Uninitialize();
+  FHasErrors = FLog->HasErrors();
+  FLog.reset();
+  FLoader.Unload();
+}
+
+}  // namespace kk

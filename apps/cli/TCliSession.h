@@ -1,0 +1,76 @@
+#pragma once
+
+#include <optional>
+
+#include "apps/cli/TCliArguments.h"
+#include "apps/cli/TCliContext.h"
+#include "apps/cli/TCliLock.h"
+#include "apps/cli/TCliLog.h"
+#include "host/common/TKKIniFile.h"
+#include "host/common/TLogFile.h"
+#include "host/common/TPackageLoader.h"
+#include "host/common/TQueueMainLoop.h"
+
+namespace kk {
+
+/// The host for the time of one command: it makes the services in the order in which they need each
+/// other, looks after the user's data, loads the packages and leads the plug-ins through their
+/// life. There is one at a time. Main thread.
+class TCliSession {
+ public:
+  /// Up to the loaded packages. What keeps the host from working raises Exception.
+  TCliSession(ICliConsole& ioConsole, const TCliArguments& iCall);
+  /// Ends what is still open, without a word of failures.
+  ~TCliSession();
+  TCliSession(const TCliSession&) = delete;
+  TCliSession& operator=(const TCliSession&) = delete;
+
+  /// Looks at the watch list's file and initialises the plug-ins. Raises Exception if the watch
+  /// list is missing, can't be started, or has to be restored first.
+  void Start();
+  /// Ends all work, uninitialises the plug-ins, which saves the list, and unloads the packages.
+  void End();
+
+  TCliContext& Context() { return FContext; }
+  /// After End: whether anything has logged an error since the packages were loaded.
+  bool HasErrors() const { return FHasErrors; }
+
+ private:
+  /// Puts a service of this session into its place in the process, for its own life.
+  template <class T>
+  class TInstalled {
+   public:
+    TInstalled(T* (*iSet)(T*), T* iService) : FSet(iSet), FBefore(iSet(iService)) {}
+    ~TInstalled() { FSet(FBefore); }
+    TInstalled(const TInstalled&) = delete;
+    TInstalled& operator=(const TInstalled&) = delete;
+
+   private:
+    T* (*FSet)(T*);
+    T* FBefore;
+  };
+
+  void LoadPackages();
+  void GuardData();
+
+  ICliConsole& FConsole;
+  const bool FRestoreBackup;
+  // In the order in which they need each other.
+  TCliLock FLock;
+  TLogFile FLogFile;
+  TInstalled<ILogSink> FLogInstalled;
+  TKKIniFile FIniFile;
+  TInstalled<TKKIniFile> FIniFileInstalled;
+  TQueueMainLoop FLoop;
+  TInstalled<TMainLoop> FLoopInstalled;
+  TCliFormHost FForms;
+  TInstalled<IFormHost> FFormsInstalled;
+  TPackageLoader FLoader;
+  TCliPlugins FPlugins;
+  TCliContext FContext;
+  /// What happens in the plug-ins is told to the user; it ends before the packages go.
+  std::optional<TCliLog> FLog;
+  bool FHasErrors = false;
+};
+
+}  // namespace kk

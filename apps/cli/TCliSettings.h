@@ -1,0 +1,36 @@
+#pragma once
+
+#include "apps/cli/ICliConsole.h"
+#include "apps/cli/TCliArguments.h"
+#include "apps/cli/TCliJson.h"
+
+namespace kk {
+
+/// "settings list", "settings get", "settings set": the keys of the settings file that somebody
+/// describes, read and written in IniFile().
+class TCliSettings {
+ public:
+  /// iPluginKeys: what the plug-ins describe; the host's own come first. The console is borrowed.
+  TCliSettings(ICliConsole& ioConsole, const std::vector<TSettingsKeyInfo>& iPluginKeys);
+
+  /// True if the command is one of these.
+  static bool Knows(const TCliCommandInfo& iCommand);
+  /// An unknown section or key, and a value that the key does not take, raise ECliUsage.
+  void Run(const TCliArguments& iCall);
+
+ private:
+  void List(const TCliArguments& iCall) const;
+  void Set(TStringView iSection, TStringView iKey, TStringView iValue);
+
+  /// The key as described, under its own name in the file.
+  TSettingsKeyInfo Find(TStringView iSection, TStringView iKey) const;
+  TCliSetting Read(const TSettingsKeyInfo& iInfo) const;
+  /// With each number that a numbered key has in the file.
+  std::vector<TCliSetting> ReadAll(const TSettingsKeyInfo& iInfo) const;
+  void CheckSection(TStringView iSection) const;
+
+  ICliConsole& FConsole;
+  std::vector<TSettingsKeyInfo> FKeys;
+};
+
+}  // namespace kk

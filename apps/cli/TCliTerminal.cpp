@@ -1,0 +1,112 @@
+#include "apps/cli/TCliTerminal.h"
+
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "apps/cli/TCliInterrupt.h"
+
+namespace kk {
+namespace {
+
+constexpr size_t cMaxInput = 1 << 20;
+
+// Columns that a progress line may take without a line break.
+size_t TerminalWidth() {
+  winsize size = {};
+  if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col < 20) return 79;
+  return size.ws_col - size_t{1};
+}
+
+}  // namespace
+
+TCliTerminal::TCliTerminal(TCliInterrupt& ioInterrupt)
+    : FInterrupt(ioInterrupt),
+      FInteractive(isatty(STDIN_FILENO) == 1),
+      FShowsProgress(isatty(STDERR_FILENO) == 1) {}
+
+void TCliTerminal::Print(TStringView iLine) {
+  const std::string bytes = ToUtf8(iLine) + "\n";
+  std::lock_guard lock(FMutex);
+  ClearProgress();
+  if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) FFailed = true;
+}
+
+void TCliTerminal::Complain(TStringView iLine) {
+  std::lock_guard lock(FMutex);
+  ClearProgress();
+  // What was printed before stands before.
+  if (std::fflush(stdout) != 0) FFailed = true;
+  WriteError(ToUtf8(iLine) + "\n");
+}
+
+void TCliTerminal::Progress(TStringView iLine) {
+  if (!FShowsProgress) return;
+  std::lock_guard lock(FMutex);
+  ClearProgress();
+  if (iLine.empty()) return;
+  if (std::fflush(stdout) != 0) FFailed = true;
+  WriteError(ToUtf8(iLine.substr(0, TerminalWidth())));
+  FProgressShown = true;
+}
+
+void TCliTerminal::ClearProgress() {
+  if (!FProgressShown) return;
+  WriteError("\r\x1B[K");
+  FProgressShown = false;
+}
+
+void TCliTerminal::WriteError(const std::string& iBytes) {
+  // A failure to tell of a failure has nowhere to go.
+  (void)!std::fwrite(iBytes.data(), 1, iBytes.size(), stderr);
+}
+
+bool TCliTerminal::TakeInterrupt() { return FInterrupt.Take(); }
+
+std::optional<TString> TCliTerminal::ReadLine(TStringView iPrompt) {
+  {
+    std::lock_guard lock(FMutex);
+    ClearProgress();
+    if (std::fflush(stdout) != 0) FFailed = true;
+    WriteError(ToUtf8(iPrompt));
+  }
+  while (true) {
+    if (std::optional<TString> line = TakeLine()) return line;
+    pollfd files[] = {{STDIN_FILENO, POLLIN, 0}, {FInterrupt.Descriptor(), POLLIN, 0}};
+    if (poll(files, 2, -1) < 0 && errno != EINTR) return std::nullopt;
+    if (FInterrupt.Take()) {
+      FInput.clear();
+      Complain(u"");
+      return std::nullopt;
+    }
+    if ((files[0].revents & (POLLIN | POLLHUP | POLLERR | POLLNVAL)) == 0) continue;
+    char bytes[4096];
+    const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
+    if (count < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+    if (count <= 0 || FInput.size() > cMaxInput) {
+      Complain(u"");
+      return std::nullopt;
+    }
+    FInput.append(bytes, static_cast<size_t>(count));
+  }
+}
+
+std::optional<TString> TCliTerminal::TakeLine() {
+  const size_t end = FInput.find('\n');
+  if (end == std::string::npos) return std::nullopt;
+  const TString line = FromUtf8(FInput.substr(0, end));
+  FInput.erase(0, end + 1);
+  return line;
+}
+
+bool TCliTerminal::Flush() {
+  Progress({});
+  std::lock_guard lock(FMutex);
+  if (std::fflush(stdout) != 0) FFailed = true;
+  return !FFailed && std::ferror(stdout) == 0;
+}
+
+}  // namespace kk
