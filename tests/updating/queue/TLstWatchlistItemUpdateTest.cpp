@@ -100,6 +100,34 @@ TEST(TLstWatchlistItemUpdate, AnEntryOutlivesAnIdThatItsSourceChanged) {
   EXPECT_EQ(lst.FindItemById(before), nullptr);
 }
 
+// Counts how often the queue asks results for their ids.
+TEST(TLstWatchlistItemUpdate, AsksEachResultForItsIdOnce) {
+  static int asked = 0;
+  class TCounting : public TFakeSearchResult {
+   public:
+    using TFakeSearchResult::TFakeSearchResult;
+    TGuid GetId() const override {
+      ++asked;
+      return TFakeSearchResult::GetId();
+    }
+  };
+  constexpr int cCount = 5000;
+  TLstWatchlistItemUpdate lst;
+  std::vector<TGuid> ids;
+  for (int i = 0; i < cCount; ++i) {
+    ids.push_back(NewGuid());
+    const auto result = MakeIntf<TCounting>(u"R", ids.back());
+    ASSERT_EQ(lst.FindItemById(ids.back()), nullptr);
+    i % 2 == 0 ? lst.Add(result) : lst.Insert(1, result);
+  }
+  for (const TGuid& id : ids) {
+    ASSERT_GE(lst.IndexOfId(id), 0);
+    lst.DeleteItemById(id);
+  }
+  EXPECT_EQ(lst.GetCount(), 0);
+  EXPECT_EQ(asked, cCount);
+}
+
 TEST(TLstWatchlistItemUpdate, FreesItsEntries) {
   const int64_t before = LiveObjectCount();
   {
