@@ -31,8 +31,8 @@ class TLstRemindItem : public TObject {
   virtual std::unique_ptr<TRemindItem> CloneItemBySearchResultId(
       const TGuid& iSearchResultId) const;
   /// Moves every reminder of the other list here, from its front, until that is empty. The other
-  /// list's lock is not taken: it must be the caller's alone. One of the two that owns and one that
-  /// borrows raise EInvalidCast; a list appended to itself stays as it is.
+  /// list's lock is not taken: it must be the caller's alone. Raises EInvalidCast, and moves
+  /// nothing, if one of the two owns and the other borrows, and for the list itself.
   virtual void Append(TLstRemindItem& ioLst, bool iClearBeforeAppending);
   virtual bool HasSearchResultId(const TGuid& iSearchResultId) const;
   /// The kinds of the reminder of that id; the empty set if there is none.
