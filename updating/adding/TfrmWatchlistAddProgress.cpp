@@ -51,7 +51,7 @@ void TfrmWatchlistAddProgress::Queue(IInterfaceList& ioList, TWatchlistItemUpdat
       TNotifyEventSearchResult::Of<&TfrmWatchlistAddProgress::DoUpdaterFinishedItem>(this);
   for (int i = ioList.GetCount() - 1; i >= 0; --i) {
     const auto result = GetAs<ISearchResult>(ioList, i);
-    if (result == nullptr || !ioUpdater.AddPriorized(result, onFinished)) ioList.Delete(i);
+    if (!ioUpdater.AddPriorized(result, onFinished)) ioList.Delete(i);
   }
 }
 

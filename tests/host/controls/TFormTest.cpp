@@ -224,6 +224,7 @@ TEST(TForm, PutsTheFocusWhereItCanBe) {
   TLabel label(&form);
   TPanel panel(&form);
   TButton inPanel(&panel);
+  other.Show();
   EXPECT_TRUE(form.SetFocusedControl(&form.edtName));
   EXPECT_FALSE(form.SetFocusedControl(&label));
   EXPECT_FALSE(form.SetFocusedControl(&other.edtName));
