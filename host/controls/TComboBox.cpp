@@ -56,16 +56,16 @@ bool TComboBox::EnterText(TStringView iText) {
 }
 
 int TComboBox::IndexOfText(TStringView iText) const {
-  const auto search = [this](auto&& equal) {
-    if (FItemIndex >= 0 && equal(FItems[static_cast<size_t>(FItemIndex)].Text)) return FItemIndex;
+  const auto search = [this](auto&& iEqual) {
+    if (FItemIndex >= 0 && iEqual(FItems[static_cast<size_t>(FItemIndex)].Text)) return FItemIndex;
     for (size_t i = 0; i < FItems.size(); ++i) {
-      if (equal(FItems[i].Text)) return static_cast<int>(i);
+      if (iEqual(FItems[i].Text)) return static_cast<int>(i);
     }
     return -1;
   };
-  const int exact = search([&](const TString& text) { return text == iText; });
+  const int exact = search([&](const TString& iEntry) { return iEntry == iText; });
   if (exact >= 0) return exact;
-  return search([&](const TString& text) { return SameText(text, iText); });
+  return search([&](const TString& iEntry) { return SameText(iEntry, iText); });
 }
 
 bool TComboBox::Put(int iIndex, TStringView iText) {

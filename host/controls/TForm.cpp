@@ -86,9 +86,9 @@ bool TForm::PressDialogKey(char16_t iKey) {
 }
 
 void TForm::Forget(TControl& iControl) {
-  const auto isPartOf = [&iControl](const TControl* part) {
-    for (; part != nullptr; part = part->Parent()) {
-      if (part == &iControl) return true;
+  const auto isPartOf = [&iControl](const TControl* iPart) {
+    for (; iPart != nullptr; iPart = iPart->Parent()) {
+      if (iPart == &iControl) return true;
     }
     return false;
   };

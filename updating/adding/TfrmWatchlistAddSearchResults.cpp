@@ -26,8 +26,8 @@ TfrmWatchlistAddSearchResults::TfrmWatchlistAddSearchResults()
   cmbxCategory.SetOnChange(TNotifyEvent::Of<&TSelf::cmbxCategoryChange>(this));
   cmbxCategory.SetOnKeyPress(TKeyPressEvent::Of<&TSelf::cmbxCategoryKeyPress>(this));
   for (TButton* button : {&btnOnlyNew, &btnAll, &btnCancel}) {
-    button->SetOnMouseEnter(TNotifyEvent::Of<&TSelf::btnMouseEnter>(this));
-    button->SetOnMouseLeave(TNotifyEvent::Of<&TSelf::btnMouseLeave>(this));
+    button->SetOnMouseEnter(TNotifyEvent::Of<&TSelf::btnAnyMouseEnter>(this));
+    button->SetOnMouseLeave(TNotifyEvent::Of<&TSelf::btnAnyMouseLeave>(this));
   }
   SetCancelButton(&btnCancel);
   SetFocusedControl(&cmbxCategory);
@@ -82,11 +82,11 @@ void TfrmWatchlistAddSearchResults::cmbxCategoryKeyPress(TObject* /*Sender*/, ch
   btnOnlyNew.Click();
 }
 
-void TfrmWatchlistAddSearchResults::btnMouseEnter(TObject* Sender) {
+void TfrmWatchlistAddSearchResults::btnAnyMouseEnter(TObject* Sender) {
   SetFocusedControl(static_cast<TButton*>(Sender));
 }
 
-void TfrmWatchlistAddSearchResults::btnMouseLeave(TObject* /*Sender*/) {
+void TfrmWatchlistAddSearchResults::btnAnyMouseLeave(TObject* /*Sender*/) {
   SetFocusedControl(&chckbxPreset);
 }
 

@@ -29,8 +29,8 @@ class TfrmWatchlistAddSearchResults final : public TfrmKKCommonBase {
   void cmbxCategoryChange(TObject* Sender);
   /// Return is a click on the first button.
   void cmbxCategoryKeyPress(TObject* Sender, char16_t& ioKey);
-  void btnMouseEnter(TObject* Sender);
-  void btnMouseLeave(TObject* Sender);
+  void btnAnyMouseEnter(TObject* Sender);
+  void btnAnyMouseLeave(TObject* Sender);
 
   TLabel Label1{this, u"Label1", _resAddSearchResultsCategory};
   TComboBox cmbxCategory{this, u"cmbxCategory"};
