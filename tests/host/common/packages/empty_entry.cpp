@@ -1,0 +1,3 @@
+#include "FixturePlugin.h"
+
+KK_PACKAGE_ENTRY{kk::cInterfaceVersion, nullptr};
