@@ -1,0 +1,262 @@
+#include "views/TWatchlistAccess.h"
+
+#include <filesystem>
+
+#include "TSectionWorld.h"
+
+namespace kk {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr char16_t cDeleteTwo[] = u"Sollen die 2 markierten Einträge wirklich gelöscht werden?";
+
+class TWatchlistAccessTest : public testing::Test, public TSectionWorld {
+ public:
+  void DoUpdateFinished(TObject*, const TIntf<ISearchResult>& iResult, bool) {
+    Ends.push_back(ToUtf8(iResult->GetName()));
+  }
+  static std::string NoCategory(const TGuid& iId) {
+    return "Es gibt keine Kategorie mit der Id " + ToUtf8(GUIDToString(iId)) + ".";
+  }
+  static std::string NoItem(const TGuid& iId) {
+    return "Es gibt keinen Eintrag mit der Id " + ToUtf8(GUIDToString(iId)) + ".";
+  }
+
+  TLines Ends;
+  TWatchlistCategory& Books = Category(u"Bücher");
+  TWatchlistCategory& Clocks = Category(u"Uhren");
+  TIntf<TWatchlistAccess> Access = MakeIntf<TWatchlistAccess>(*Form);
+};
+
+TEST_F(TWatchlistAccessTest, TreeIsToldAsValues) {
+  TWatchlistCategory& novels = Category(u"Romane", &Books);
+  Books.SetDescription({u"alt", u"neu"});
+  Books.SetExpanded(true);
+  TWatchlistItem& faust = Item(novels, Auction, u"Faust", Now().PlusMs(1000));
+  faust.SetDescription({u"Notiz"});
+  faust.SetLastUpdateDate(Now());
+  TWatchlistItem& lost = LostItem(novels, Auction);
+  Remind(faust, u"E1");
+
+  const TWatchlistInfo info = Access->GetTree();
+  ASSERT_THAT(info.Categories, SizeIs(3));
+  EXPECT_EQ(info.Categories[0].Id, cEmptyGuid);
+  EXPECT_EQ(info.Categories[0].Name, u"<Keiner Kategorie zugewiesen>");
+  const TWatchlistCategoryInfo& books = info.Categories[1];
+  EXPECT_EQ(books.Id, Books.Id());
+  EXPECT_EQ(books.Description, (std::vector<TString>{u"alt", u"neu"}));
+  EXPECT_TRUE(books.Expanded);
+  EXPECT_THAT(books.Groups, IsEmpty());
+  ASSERT_THAT(books.Categories, SizeIs(1));
+  ASSERT_THAT(books.Categories[0].Groups, SizeIs(1));
+  const TWatchlistGroupInfo& group = books.Categories[0].Groups[0];
+  EXPECT_EQ(group.PluginId, Auction->GetId());
+  EXPECT_EQ(group.Name, u"Auktion");
+  ASSERT_THAT(group.Items, SizeIs(2));
+  EXPECT_EQ(group.Items[0].Id, faust.SearchResultId());
+  EXPECT_EQ(group.Items[0].Name, u"Faust");
+  EXPECT_EQ(group.Items[0].LastUpdate, Now());
+  EXPECT_EQ(group.Items[0].EndTime, Now().PlusMs(1000));
+  EXPECT_EQ(group.Items[0].Note, std::vector<TString>{u"Notiz"});
+  EXPECT_EQ(group.Items[0].SearchResult, faust.SearchResult());
+  EXPECT_EQ(group.Items[1].Id, lost.SearchResultId());
+  EXPECT_EQ(group.Items[1].Name, u"");
+  EXPECT_TRUE(group.Items[1].EndTime.IsZero());
+  ASSERT_THAT(info.Reminders, SizeIs(1));
+  EXPECT_EQ(info.Reminders[0].Id, faust.SearchResultId());
+  EXPECT_EQ(info.Reminders[0].Time, Now());
+  EXPECT_THAT(info.Reminders[0].Types, ElementsAre(3));
+}
+
+TEST_F(TWatchlistAccessTest, OfferWithoutAnEndHasNoEndTime) {
+  Item(Books, Auction, u"Faust");
+  EXPECT_TRUE(Access->GetTree().Categories[1].Groups[0].Items[0].EndTime.IsZero());
+}
+
+TEST_F(TWatchlistAccessTest, CategoriesAreMadeAndChangedByTheirIds) {
+  const TGuid top = Access->AddCategory({}, u"Möbel", {u"Zeile"});
+  const TGuid child = Access->AddCategory(top, u"Stühle", {});
+  EXPECT_EQ(Tree().FindCategoryById(child)->List()->Parent(), Tree().FindCategoryById(top));
+  EXPECT_EQ(Tree().FindCategoryById(top)->Description().Lines(), std::vector<TString>{u"Zeile"});
+  Access->RenameCategory(child, u"Sessel");
+  Access->DescribeCategory(child, {u"weich"});
+  EXPECT_EQ(Tree().FindCategoryById(child)->Name(), u"Sessel");
+  EXPECT_EQ(Tree().FindCategoryById(child)->Description().Lines(), std::vector<TString>{u"weich"});
+  Access->MoveCategory(child, Books.Id());
+  EXPECT_EQ(Tree().FindCategoryById(child)->List()->Parent(), &Books);
+  Access->MoveCategory(child, {});
+  EXPECT_EQ(Tree().FindCategoryById(child)->List(), &Tree());
+  User.ExpectQuestion(u"Soll die markierte Kategorie wirklich gelöscht werden?", false);
+  EXPECT_FALSE(Access->DeleteCategory(child));
+  User.ExpectQuestion(u"Soll die markierte Kategorie wirklich gelöscht werden?", true);
+  EXPECT_TRUE(Access->DeleteCategory(child));
+  EXPECT_EQ(Tree().FindCategoryById(child), nullptr);
+}
+
+TEST_F(TWatchlistAccessTest, UnknownIdsAreRefusedAndNothingHappens) {
+  const TGuid id = NewGuid();
+  const TGuid faust = Item(Books, Auction, u"Faust").SearchResultId();
+  EXPECT_EQ(Refusal([&] { Access->AddCategory(id, u"Möbel", {}); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->RenameCategory(id, u"Möbel"); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->DescribeCategory(id, {}); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->MoveCategory(id, {}); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->MoveCategory(Books.Id(), id); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->DeleteCategory(id); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->RefreshCategory(id); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->MoveItems({faust}, id); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] { Access->MoveItems({faust, id}, Clocks.Id()); }), NoItem(id));
+  EXPECT_EQ(Refusal([&] { Access->DeleteItems({faust, id}); }), NoItem(id));
+  EXPECT_EQ(Refusal([&] { Access->SetNote({faust, id}, {}); }), NoItem(id));
+  EXPECT_EQ(Refusal([&] { Access->RefreshItems({faust, id}); }), NoItem(id));
+  EXPECT_EQ(Books.GetItemCount(true), 1);
+  EXPECT_EQ(Access->OpenUpdates(), 0);
+  EXPECT_THAT(View.Calls, IsEmpty());
+}
+
+TEST_F(TWatchlistAccessTest, CategoryIsNotMovedIntoItself) {
+  EXPECT_EQ(Refusal([&] { Access->MoveCategory(Books.Id(), Books.Id()); }),
+            "Eine Kategorie kann nicht in sich selbst oder eine ihrer Unterkategorien verschoben "
+            "werden.");
+}
+
+TEST_F(TWatchlistAccessTest, RulesOfTheSectionHold) {
+  EXPECT_NE(Refusal([&] { Access->AddCategory({}, u"BÜCHER", {}); }), "nothing raised");
+  EXPECT_NE(Refusal([&] { Access->DeleteCategory(cEmptyGuid); }), "nothing raised");
+  EXPECT_NE(Refusal([&] { Access->AddCategory(cEmptyGuid, u"Kind", {}); }), "nothing raised");
+}
+
+TEST_F(TWatchlistAccessTest, ItemsOfSeveralSourcesAreMoved) {
+  const auto mute = MakeIntf<TFakeSource>(u"Stumm", NewGuid(), TFakeAbilities{false, false});
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& there = Item(Clocks, Auction, u"Wecker");
+  TWatchlistItem& emma = Item(Books, Shop, u"Emma");
+  TWatchlistItem& sand = Item(Books, mute, u"Sanduhr");
+  TWatchlistItem& lost = LostItem(Books, Shop);
+  Access->MoveItems({there.SearchResultId(), faust.SearchResultId(), emma.SearchResultId(),
+                     sand.SearchResultId(), lost.SearchResultId(), faust.SearchResultId()},
+                    Clocks.Id());
+  EXPECT_EQ(Books.LstPlugin().GetCount(), 0);
+  EXPECT_THAT(Names(Group(Clocks, Auction).LstItem()), ElementsAre("Wecker", "Faust"));
+  EXPECT_THAT(Names(Group(Clocks, Shop).LstItem()), ElementsAre("Emma", ""));
+  EXPECT_THAT(Names(Group(Clocks, mute).LstItem()), ElementsAre("Sanduhr"));
+  EXPECT_EQ(lost.ParentCategoryId(), Clocks.Id());
+  EXPECT_EQ(Flags(Auction), "I");
+  EXPECT_EQ(Flags(Shop), "I");
+}
+
+TEST_F(TWatchlistAccessTest, ItemsOfSeveralSourcesAreDeletedAfterOneQuestion) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& lost = LostItem(Clocks, Shop);
+  Remind(faust, u"E1");
+  Remind(lost);
+  const std::vector<TGuid> ids = {faust.SearchResultId(), lost.SearchResultId(),
+                                  faust.SearchResultId()};
+  User.ExpectQuestion(cDeleteTwo, false);
+  EXPECT_FALSE(Access->DeleteItems(ids));
+  EXPECT_EQ(Books.GetItemCount(true), 1);
+  User.ExpectQuestion(cDeleteTwo, true);
+  EXPECT_TRUE(Access->DeleteItems(ids));
+  EXPECT_EQ(Books.GetItemCount(true) + Clocks.GetItemCount(true), 0);
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+  EXPECT_THAT(Editor.Calls, ElementsAre("Appointment E1"));
+  EXPECT_EQ(Flags(Auction), "RI");
+  EXPECT_EQ(Flags(Shop), "RI");
+  EXPECT_FALSE(Access->DeleteItems({}));
+}
+
+TEST_F(TWatchlistAccessTest, OneNoteAsksNothing) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  EXPECT_TRUE(Access->SetNote({faust.SearchResultId()}, {u"eins", u"zwei"}));
+  EXPECT_EQ(faust.Description().GetCount(), 2);
+  EXPECT_FALSE(Access->SetNote({}, {}));
+}
+
+TEST_F(TWatchlistAccessTest, NoteForSeveralAsksAndMarksEverySource) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& emma = Item(Books, Shop, u"Emma");
+  const std::vector<TGuid> ids = {faust.SearchResultId(), emma.SearchResultId()};
+  User.Expect<TfrmKKCommonMessageDlg>([](TfrmKKCommonMessageDlg& form) {
+    EXPECT_EQ(form.lblText.Caption(),
+              u"Sie haben mehrere Einträge markiert!\r\n"
+              u"Möchten Sie die Beschreibung für alle 2 Einträge bearbeiten?");
+    EXPECT_EQ(form.btnYes.Caption(), u"&Ja, alle bearbeiten");
+    EXPECT_EQ(form.btnYes.Description(), u"Alle Einträge werden bearbeitet.");
+    EXPECT_EQ(form.btnNo.Caption(), u"&Nein, abbrechen");
+    EXPECT_EQ(form.btnNo.Description(), u"Der Vorgang wird abgebrochen.");
+    form.btnNo.Click();
+  });
+  EXPECT_FALSE(Access->SetNote(ids, {u"eins"}));
+  EXPECT_EQ(faust.Description().GetCount(), 0);
+  User.ExpectQuestion(
+      u"Sie haben mehrere Einträge markiert!\r\n"
+      u"Möchten Sie die Beschreibung für alle 2 Einträge bearbeiten?",
+      true);
+  EXPECT_TRUE(Access->SetNote(ids, {u"eins"}));
+  EXPECT_EQ(emma.Description().GetCount(), 1);
+  EXPECT_EQ(Flags(Auction), "I");
+  EXPECT_EQ(Flags(Shop), "I");
+}
+
+TEST_F(TWatchlistAccessTest, RefreshesAreQueuedCountedAndTold) {
+  Access->SetOnUpdateFinished(
+      TNotifyEventSearchResult::Of<&TWatchlistAccessTest::DoUpdateFinished>(this));
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& wecker = Item(Clocks, Shop, u"Wecker");
+  EXPECT_EQ(Access->RefreshItems({faust.SearchResultId(), faust.SearchResultId()}), 1);
+  EXPECT_EQ(Access->RefreshCategory(Clocks.Id()), 1);
+  EXPECT_EQ(Access->RefreshAll(), 0);
+  EXPECT_EQ(Access->OpenUpdates(), 2);
+  Auction->Finish(true);
+  Shop->Finish(true);
+  EXPECT_EQ(Access->OpenUpdates(), 0);
+  EXPECT_THAT(Ends, ElementsAre("Faust", "Wecker"));
+  Access->SetOnUpdateFinished({});
+  EXPECT_EQ(Access->RefreshAll(), 2);
+  Auction->Finish(true);
+  Shop->Finish(true);
+  EXPECT_THAT(Ends, SizeIs(2));
+  (void)wecker;
+}
+
+TEST_F(TWatchlistAccessTest, CommandsDoNotWaitForTheDelayedStart) {
+  TfrmKKWatchlist form;
+  form.Initialize(MakeIntf<TFakeApplication>());
+  const auto access = MakeIntf<TWatchlistAccess>(form);
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Auction->SetAnswersAtOnce(true);
+  EXPECT_EQ(access->RefreshAll(), 1);
+  EXPECT_EQ(faust.LastUpdateDate(), Clock.Now());
+  form.Uninitialize();
+}
+
+TEST_F(TWatchlistAccessTest, SaveAnswersWhetherItWentThrough) {
+  EXPECT_TRUE(Access->Save());
+  EXPECT_TRUE(Folder.Has(cWatchlistFileName));
+  std::filesystem::remove(Folder.Path() + "/watchlist.dat");
+  std::filesystem::remove(Folder.Path() + "/watchlist.da~");
+  std::filesystem::create_directories(Folder.Path() + "/watchlist.dat.tmp/full");
+  EXPECT_FALSE(Access->Save());
+}
+
+TEST_F(TWatchlistAccessTest, DetachedAccessRefusesEverything) {
+  Access->Detach();
+  const std::string refused = "Die Beobachtenliste ist nicht bereit.";
+  EXPECT_EQ(Refusal([&] { Access->GetTree(); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->AddCategory({}, u"Neu", {}); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->DeleteItems({}); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->RefreshAll(); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->OpenUpdates(); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->Save(); }), refused);
+  EXPECT_EQ(Refusal([&] {
+              Access->SetOnUpdateFinished(
+                  TNotifyEventSearchResult::Of<&TWatchlistAccessTest::DoUpdateFinished>(this));
+            }),
+            refused);
+  EXPECT_EQ(Refusal([&] { Access->SetOnUpdateFinished({}); }), "nothing raised");
+}
+
+}  // namespace
+}  // namespace kk

@@ -1,0 +1,345 @@
+#include "views/TfrmKKWatchlist.h"
+
+#include "TSectionWorld.h"
+
+namespace kk {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class TfrmKKWatchlistTest : public testing::Test, public TSectionWorld {
+ public:
+  void DoUpdateFinished(TObject* Sender, const TIntf<ISearchResult>& iResult, bool iSucceeded) {
+    EXPECT_NE(dynamic_cast<TWatchlistItemUpdater*>(Sender), nullptr);
+    const bool listed = Tree().FindItemById(iResult->GetId()) != nullptr;
+    Ends.push_back(ToUtf8(iResult->GetName()) + (iSucceeded ? " ok" : " failed") +
+                   (listed ? " listed" : ""));
+  }
+  void ListenToEnds() {
+    Form->SetOnUpdateFinished(
+        TNotifyEventSearchResult::Of<&TfrmKKWatchlistTest::DoUpdateFinished>(this));
+  }
+  // A new result on its way into the category.
+  void Add(TWatchlistCategory& iCategory, TStringView iName) {
+    Group(iCategory, Auction);
+    Form->AddWithUpdate(ListOf(FakeResult(iName)), Record(Auction), iCategory);
+  }
+
+  TLines Ends;
+  TWatchlistCategory& Books = Category(u"Bücher");
+};
+
+TEST_F(TfrmKKWatchlistTest, SectionIsNamed) {
+  EXPECT_EQ(Form->Caption(), u"Beobachten");
+  EXPECT_EQ(Form->GetIniSectionName(), u"Watchlist");
+  EXPECT_EQ(Form->GetFormID(), cMainMenuFormIDWatchlist);
+  Form->SetCaption(u"");
+  Form->Show();
+  EXPECT_TRUE(Form->Visible());
+  EXPECT_EQ(Form->Caption(), u"Beobachten");
+}
+
+TEST_F(TfrmKKWatchlistTest, StartIsPutOffBy300Milliseconds) {
+  TRecordingView view;
+  TfrmKKWatchlist form;
+  form.SetView(&view);
+  form.Initialize(MakeIntf<TFakeApplication>());
+  EXPECT_THAT(view.Calls, IsEmpty());
+  Loop.Advance(299);
+  EXPECT_THAT(view.Calls, IsEmpty());
+  Loop.Advance(1);
+  EXPECT_THAT(view.Calls, ElementsAre("Build"));
+  Loop.Advance(1000);
+  EXPECT_THAT(view.Calls, ElementsAre("Build"));
+}
+
+TEST_F(TfrmKKWatchlistTest, SettingSwitchesTheDelayOff) {
+  Ini.WriteString(u"General", u"DelayedStart", u"0");
+  ASSERT_FALSE(TIniFileSectionGeneral().GetDelayedStart());
+  TRecordingView view;
+  TfrmKKWatchlist form;
+  form.SetView(&view);
+  form.Initialize(MakeIntf<TFakeApplication>());
+  EXPECT_THAT(view.Calls, ElementsAre("Build"));
+  form.InitializeWithDelay();
+  EXPECT_THAT(view.Calls, ElementsAre("Build"));
+}
+
+TEST_F(TfrmKKWatchlistTest, SectionThatGoesBeforeItsDelayNeverStarts) {
+  const int before = Loop.TimerCount();
+  TRecordingView view;
+  {
+    TfrmKKWatchlist form;
+    form.SetView(&view);
+    form.Initialize(MakeIntf<TFakeApplication>());
+    form.Uninitialize();
+    EXPECT_EQ(Loop.TimerCount(), before);
+    form.Initialize(MakeIntf<TFakeApplication>());
+  }
+  EXPECT_EQ(Loop.TimerCount(), before);
+  Loop.Advance(1000);
+  EXPECT_THAT(view.Calls, IsEmpty());
+}
+
+TEST_F(TfrmKKWatchlistTest, FormOutlivesItsHandler) {
+  auto form = std::make_unique<TfrmKKWatchlist>();
+  Form.reset();
+  FreeHandler();
+  form.reset();
+  CreateHandler(MakeIntf<TFakePlugin>());
+}
+
+// A refresh has finished.
+
+TEST_F(TfrmKKWatchlistTest, RefreshedResultReplacesTheItems) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  const TGuid id = faust.SearchResultId();
+  Form->Updates().UpdateItem(faust);
+  View.Calls.clear();
+  Clock.Advance(5000);
+  Auction->Finish(true, FakeResult(u"Faust II"));
+  EXPECT_EQ(faust.GetName(), u"Faust II");
+  EXPECT_EQ(faust.SearchResultId(), id);
+  EXPECT_EQ(faust.LastUpdateDate(), Clock.Now());
+  EXPECT_EQ(Flags(Auction), "RI");
+  EXPECT_THAT(View.Calls, ElementsAre("Row", "Details", "Node", "Progress of updater"));
+}
+
+TEST_F(TfrmKKWatchlistTest, LastUpdateIsLocalTimeNotTheHostsCorrectedOne) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Clock.SetExactOffset(60000);
+  Form->Updates().UpdateItem(faust);
+  Auction->Finish(true);
+  EXPECT_EQ(faust.LastUpdateDate(), Clock.Now());
+}
+
+TEST_F(TfrmKKWatchlistTest, FailedRefreshLeavesNoMark) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->Updates().UpdateItem(faust);
+  View.Calls.clear();
+  Auction->Finish(false, FakeResult(u"Faust II"));
+  EXPECT_EQ(faust.GetName(), u"Faust");
+  EXPECT_TRUE(faust.LastUpdateDate().IsZero());
+  EXPECT_EQ(Flags(Auction), "-");
+  EXPECT_THAT(View.Calls, ElementsAre("Progress of updater"));
+}
+
+TEST_F(TfrmKKWatchlistTest, RefreshOfAnItemDeletedMeanwhileIsDropped) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->Updates().UpdateItem(faust);
+  Tree().DeleteItemById(faust.SearchResultId());
+  Auction->Finish(true);
+  EXPECT_EQ(Flags(Auction), "-");
+}
+
+TEST_F(TfrmKKWatchlistTest, RefreshOfASourceThatIsGoneIsDropped) {
+  const auto source = MakeIntf<TFakeSource>(u"Wechsel");
+  Handler()->LstIntegration().Add(source);
+  TfrmKKWatchlist form;
+  form.InitializeWithDelay();
+  TWatchlistItem& faust = Item(Books, source, u"Faust");
+  TWatchlistIntegration& record = *FindIntegration(source->GetId());
+  form.Updates().UpdateItem(faust);
+  // The registered sources no longer have the updater's.
+  const auto removed = Handler()->LstIntegration().Extract(record);
+  source->Finish(true, FakeResult(u"Faust II"));
+  EXPECT_EQ(faust.GetName(), u"Faust");
+  EXPECT_FALSE(removed->IsChanged());
+  removed->Updater().SetOnProgress({});
+  removed->Updater().SetOnUpdateFinished({});
+  removed->Updater().SetOnAfterAdd({});
+}
+
+TEST_F(TfrmKKWatchlistTest, OneFailingViewDoesNotKeepTheOthersFromBeingRefreshed) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->Updates().UpdateItem(faust);
+  View.Calls.clear();
+  View.Fails = true;
+  Auction->Finish(true);
+  EXPECT_THAT(View.Calls, ElementsAre("Row", "Details", "Node", "Progress of updater"));
+}
+
+TEST_F(TfrmKKWatchlistTest, EndsAreToldWhenTheListHasTakenTheResultIn) {
+  ListenToEnds();
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->Updates().UpdateItem(faust);
+  Auction->Finish(true, FakeResult(u"Faust II"));
+  Form->Updates().UpdateItem(faust);
+  Auction->Finish(false);
+  Add(Books, u"Emma");
+  Auction->Finish(true);
+  Add(Books, u"Hamlet");
+  Auction->Finish(false);
+  EXPECT_THAT(Ends, ElementsAre("Faust II ok listed", "Faust II failed listed", "Emma ok listed",
+                                "Hamlet failed"));
+}
+
+TEST_F(TfrmKKWatchlistTest, EndsOfSourcesThatAnswerAtOnceAreToldOneByOne) {
+  ListenToEnds();
+  Auction->SetAnswersAtOnce(true);
+  Item(Books, Auction, u"Faust");
+  Item(Books, Auction, u"Emma");
+  Form->Updates().UpdateAll();
+  EXPECT_THAT(Ends, ElementsAre("Faust ok listed", "Emma ok listed"));
+}
+
+TEST_F(TfrmKKWatchlistTest, ListenerThatFailsDoesNotStopTheQueue) {
+  struct TListener {
+    void DoFinished(TObject*, const TIntf<ISearchResult>&, bool) { throw Exception(u"Nein"); }
+  } listener;
+  Form->SetOnUpdateFinished(TNotifyEventSearchResult::Of<&TListener::DoFinished>(&listener));
+  Item(Books, Auction, u"Faust");
+  Item(Books, Auction, u"Emma");
+  Form->Updates().UpdateAll();
+  Auction->Finish(true);
+  EXPECT_EQ(Auction->Requests().size(), 1U);
+}
+
+TEST_F(TfrmKKWatchlistTest, SectionThatIsGoneHearsNothing) {
+  ListenToEnds();
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->Updates().UpdateItem(faust);
+  Form->Uninitialize();
+  View.Calls.clear();
+  Auction->Finish(true);
+  EXPECT_THAT(Ends, IsEmpty());
+  EXPECT_THAT(View.Calls, IsEmpty());
+}
+
+// Adding with a first refresh.
+
+TEST_F(TfrmKKWatchlistTest, AddedResultBecomesAnItemAndIsSaved) {
+  Add(Books, u"Faust");
+  EXPECT_TRUE(Form->FormAddProgress().Visible());
+  EXPECT_EQ(Form->FormAddProgress().Parent(), Form.get());
+  EXPECT_FALSE(Folder.Has(cWatchlistFileName));
+  View.Calls.clear();
+  Auction->Finish(true);
+  EXPECT_THAT(Names(Group(Books, Auction).LstItem()), ElementsAre("Faust"));
+  EXPECT_TRUE(Folder.Has(cWatchlistFileName));
+  EXPECT_FALSE(Form->FormAddProgress().Visible());
+  EXPECT_THAT(View.Calls, ElementsAre("Build keep", "Progress of updater"));
+  EXPECT_THAT(Editor.Calls, IsEmpty());
+}
+
+TEST_F(TfrmKKWatchlistTest, AddedResultsAreKeptUntilTheNextAdd) {
+  Add(Books, u"Faust");
+  Auction->Finish(true);
+  EXPECT_EQ(Form->AddedSearchResults().GetCount(), 1);
+  const TIntf<IInterfaceList> two = ListOf(FakeResult(u"Emma"));
+  two->Add(FakeResult(u"Hamlet"));
+  Form->AddWithUpdate(two, Record(Auction), Books);
+  EXPECT_EQ(Form->AddedSearchResults().GetCount(), 2);
+  EXPECT_EQ(GetAs<ISearchResult>(Form->AddedSearchResults(), 0)->GetName(), u"Emma");
+}
+
+TEST_F(TfrmKKWatchlistTest, SecondAddBeforeTheFirstHasEndedReplacesTheListAndLosesNothing) {
+  Add(Books, u"Faust");
+  Add(Books, u"Emma");
+  EXPECT_EQ(Form->AddedSearchResults().GetCount(), 1);
+  Auction->Finish(true);
+  Auction->Finish(true);
+  EXPECT_THAT(Names(Group(Books, Auction).LstItem()),
+              testing::UnorderedElementsAre("Faust", "Emma"));
+  EXPECT_FALSE(Form->FormAddProgress().Visible());
+}
+
+TEST_F(TfrmKKWatchlistTest, EndOfAnAddSetsUpRemindersIfTheSettingSaysSo) {
+  TIniFileSectionWatchlist().SetAutoActivateReminder(true);
+  Add(Books, u"Faust");
+  EXPECT_THAT(Editor.Calls, IsEmpty());
+  Auction->Finish(true);
+  EXPECT_THAT(Editor.Calls, ElementsAre("Automatic for 1"));
+}
+
+TEST_F(TfrmKKWatchlistTest, CancelledAddPassesTheReminderToo) {
+  TIniFileSectionWatchlist().SetAutoActivateReminder(true);
+  Form->Show();
+  Add(Books, u"Faust");
+  EXPECT_TRUE(Form->FormAddProgress().btnCancel.Click());
+  EXPECT_THAT(Editor.Calls, ElementsAre("Automatic for 1"));
+  Auction->Finish(true);
+  EXPECT_EQ(Books.GetItemCount(true), 0);
+}
+
+TEST_F(TfrmKKWatchlistTest, WithoutAnEditorTheLogSaysThatNoReminderWasSetUp) {
+  Form->SetReminderEditor(nullptr);
+  TIniFileSectionWatchlist().SetAutoActivateReminder(true);
+  Add(Books, u"Faust");
+  Auction->Finish(true);
+  EXPECT_TRUE(Log.Contains(
+      "info Form: Automatische Erinnerungen sind noch nicht möglich. Es wurde keine angelegt."));
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+}
+
+// Imports.
+
+class TFakeImport : public TWatchlistImport {
+ public:
+  bool ExecuteInBackground(TStringView iFileName) override {
+    FileName = iFileName;
+    return Answer;
+  }
+  bool ExecuteInBackgroundFromKKMobileStream(TMemoryStream& iStream) override {
+    Bytes = iStream.Bytes();
+    return Answer;
+  }
+  bool Answer = true;
+  TString FileName;
+  std::string Bytes;
+};
+
+TEST_F(TfrmKKWatchlistTest, ImportThatSucceededIsSavedAndShown) {
+  TFakeImport import;
+  Form->SetImport(&import);
+  EXPECT_TRUE(Form->ImportInBackgroundFromFile(u"liste.wch"));
+  EXPECT_EQ(import.FileName, u"liste.wch");
+  EXPECT_TRUE(Folder.Has(cWatchlistFileName));
+  EXPECT_THAT(View.Calls, ElementsAre("Build keep"));
+  TMemoryStream stream("<watchlist/>");
+  EXPECT_TRUE(Form->ImportInBackgroundFromKKMobileStream(stream));
+  EXPECT_EQ(import.Bytes, "<watchlist/>");
+  EXPECT_THAT(View.Calls, ElementsAre("Build keep", "Build keep"));
+}
+
+TEST_F(TfrmKKWatchlistTest, ImportThatFailedChangesNothing) {
+  TFakeImport import;
+  import.Answer = false;
+  Form->SetImport(&import);
+  EXPECT_FALSE(Form->ImportInBackgroundFromFile(u"liste.wch"));
+  TMemoryStream stream;
+  EXPECT_FALSE(Form->ImportInBackgroundFromKKMobileStream(stream));
+  EXPECT_FALSE(Folder.Has(cWatchlistFileName));
+  EXPECT_THAT(View.Calls, IsEmpty());
+}
+
+TEST_F(TfrmKKWatchlistTest, WithoutAnImportTheLogSaysSo) {
+  EXPECT_FALSE(Form->ImportInBackgroundFromFile(u"liste.wch"));
+  TMemoryStream stream;
+  EXPECT_FALSE(Form->ImportInBackgroundFromKKMobileStream(stream));
+  EXPECT_THAT(Log.Lines(),
+              ElementsAre("info Form: Import ist noch nicht möglich: liste.wch",
+                          "info Form: Import von Kaufkobolde Mobile ist noch nicht möglich."));
+}
+
+TEST_F(TfrmKKWatchlistTest, WithoutAViewNothingIsShownAndAllWorks) {
+  Form->SetView(nullptr);
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->Updates().UpdateItem(faust);
+  Auction->Finish(true, FakeResult(u"Faust II"));
+  TWatchlistCategory& clocks = Form->Categories().AddCategory(nullptr, u"Uhren", {});
+  Form->Categories().RenameCategory(clocks, u"Wecker");
+  Form->Items().MoveItems(Auction, clocks, Results({&faust}), {faust.SearchResultId()});
+  Form->Updates().UpdateItem(faust);
+  Form->Items().DeleteItems(Auction, Results({&faust}), {faust.SearchResultId()});
+  Form->Categories().DoMoveCategory(&Books, clocks);
+  Form->BuildCategoriesTree(true);
+  TWatchlistItem& emma = Item(Books, Auction, u"Emma");
+  User.ExpectQuestion(u"Soll der markierte Eintrag wirklich gelöscht werden?", true);
+  EXPECT_TRUE(Form->Items().DeleteItem(emma));
+  EXPECT_EQ(Tree().GetItems(0).GetItemCount(true), 0);
+}
+
+}  // namespace
+}  // namespace kk
