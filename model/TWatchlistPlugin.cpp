@@ -5,6 +5,4 @@ namespace kk {
 TWatchlistPlugin::TWatchlistPlugin(TIntf<IWatchlistIntegration> iIntegration)
     : FIntegration(std::move(iIntegration)), FLstItem(true, this) {}
 
-TWatchlistPlugin::~TWatchlistPlugin() { FLstItem.Clear(); }
-
 }  // namespace kk

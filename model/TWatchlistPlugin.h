@@ -12,8 +12,6 @@ class TLstWatchlistPlugin;
 class TWatchlistPlugin : public TObject {
  public:
   explicit TWatchlistPlugin(TIntf<IWatchlistIntegration> iIntegration);
-  /// Frees the items while the group is still whole.
-  ~TWatchlistPlugin() override;
 
   const TIntf<IWatchlistIntegration>& Integration() const { return FIntegration; }
   TLstWatchlistItem& LstItem() { return FLstItem; }
@@ -33,10 +31,10 @@ class TWatchlistPlugin : public TObject {
  private:
   friend class TLstTree<TWatchlistPlugin, TLstWatchlistPlugin>;
 
+  TTreePlace<TLstWatchlistPlugin> FPlace;  // first: dying items still ask for it
   TIntf<IWatchlistIntegration> FIntegration;
   TLstWatchlistItem FLstItem;
   bool FExpanded = false;
-  TTreePlace<TLstWatchlistPlugin> FPlace;
 };
 
 }  // namespace kk

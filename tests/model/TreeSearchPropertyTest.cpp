@@ -75,7 +75,7 @@ bool Holds(const TLstWatchlistCategory& iLst, const T& iObject) {
 class TWorld {
  public:
   TWorld() {
-    for (int i = 0; i < 4; ++i) ItemIds.push_back(NewGuid());
+    for (int i = 1 + Pick(4); i > 0; --i) ItemIds.push_back(NewGuid());
     for (int i = 0; i < 3; ++i) CategoryIds.push_back(NewGuid());
     CategoryIds.push_back(cEmptyGuid);
     for (int i = 0; i < 3; ++i) Sources.push_back(MakeIntf<TFakeSource>(u"Q"));
@@ -265,7 +265,7 @@ class TWorld {
 
 RC_GTEST_PROP(TreeSearch, EveryLookUpAnswersWhatThePlainScanFinds, ()) {
   TWorld world;
-  const int steps = *rc::gen::inRange(0, 60);
+  const int steps = *rc::gen::inRange(0, 120);
   for (int i = 0; i < steps; ++i) {
     world.Step();
     if (i % 4 == 0) world.Check();
@@ -279,7 +279,7 @@ RC_GTEST_PROP(TreeSearch, EveryLookUpAnswersWhatThePlainScanFindsInALargeTree, (
   TLstWatchlistItem items(true);
   for (int i = 0; i < 1000; ++i) AddItem(items);
   TWorld world;
-  for (int i = 0; i < 60; ++i) world.Step();
+  for (int i = 0; i < 100; ++i) world.Step();
   world.Check();
 }
 
