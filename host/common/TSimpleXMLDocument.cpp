@@ -124,6 +124,7 @@ constexpr std::string_view cUtf16LittleMark = "\xFF\xFE";
 constexpr std::string_view cUtf16BigMark = "\xFE\xFF";
 
 std::string Utf16ToUtf8(std::string_view iBytes, bool iBigEndian) {
+  if (iBytes.size() % 2 != 0) Fail(u"Das letzte Zeichen ist unvollständig");
   TString text(iBytes.size() / 2, u'\0');
   for (size_t i = 0; i < text.size(); ++i) {
     const auto first = static_cast<unsigned char>(iBytes[2 * i]);

@@ -3,6 +3,8 @@
 #include <rapidcheck/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "host/base/Exception.h"
 #include "host/common/TFileCompression.h"
 #include "host/common/TFileHelper.h"
@@ -41,7 +43,11 @@ class TFileCompressionTest : public testing::Test {
     return list.Lines();
   }
   std::string Bytes() { return FFolder.Read(u"a.zip"); }
-  void SetBytes(const std::string& iBytes) { FFolder.Write(u"a.zip", iBytes); }
+  void SetBytes(const std::string& iBytes) {
+    // Not over the old one: some file systems flush a file to the disk that is cut and rewritten.
+    std::filesystem::remove(ToUtf8(FFile));
+    FFolder.Write(u"a.zip", iBytes);
+  }
 
   TTempFolder FFolder;
   TString FFile = FFolder.File(u"a.zip");

@@ -331,6 +331,11 @@ TEST(TSimpleXMLDocument, CountsAsUtf8WhateverItBeginsWithIfTold) {
   EXPECT_NE(MessageFor(Utf16(u"<R>a</R>", false), true), "");
 }
 
+TEST(TSimpleXMLDocument, RefusesUtf16WithHalfACharacter) {
+  EXPECT_NE(MessageFor(Utf16(u"<R/>", false) + "\n"), "");
+  EXPECT_NE(MessageFor("\xFF\xFE<"), "");
+}
+
 TEST(TSimpleXMLDocument, BytesThatAreNoUtf8BecomeReplacementCharacters) {
   EXPECT_EQ(TextOf("<R>a\xE4z</R>"), u"a\uFFFDz");
   EXPECT_EQ(TextOf(Utf16(TString(u"<R>") + char16_t(0xD83D) + u"</R>", false)), u"\uFFFD");
