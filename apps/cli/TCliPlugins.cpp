@@ -147,7 +147,7 @@ std::vector<std::pair<TString, TString>> TCliPlugins::Details(
       converter->Convert(false, iResult, values);
     });
     for (int i = 0; i < std::min(titles.GetCount(), values.GetCount()); ++i) {
-      if (!values.Get(i).empty()) result.emplace_back(titles.Get(i), values.Get(i));
+      result.emplace_back(titles.Get(i), values.Get(i));
     }
   }
   return result;

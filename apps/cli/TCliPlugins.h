@@ -44,8 +44,8 @@ class TCliPlugins {
   /// What the sources offer to the watch list, in the order of loading.
   const std::vector<TIntf<IWatchlistIntegration>>& Sources() const { return FSources; }
 
-  /// Titles and values that the source of this id tells of a result; those without a value are left
-  /// out. Empty if it tells nothing.
+  /// Titles and values that the source of this id tells of a result, in its order; a value may be
+  /// empty. Nothing if it tells nothing.
   std::vector<std::pair<TString, TString>> Details(const TGuid& iSource,
                                                    const TIntf<ISearchResult>& iResult) const;
   /// All settings that plug-ins describe. Needs no Initialize.

@@ -10,8 +10,9 @@ namespace kk {
 namespace {
 
 constexpr TStringView cBetweenFacts = u" · ";
-// Longer ones, such as addresses, stand in the item's own view.
-constexpr size_t cMaxShortValue = 30;
+// A source tells what matters most in its first columns; the rest stands in the item's own view.
+constexpr size_t cMaxColumns = 4;
+constexpr size_t cMaxShortValue = 40;
 constexpr auto cReminderKinds =
     std::to_array<TStringView>({u"Sound", u"Meldungsfenster", u"SMS", u"Kalender", u"E-Mail"});
 
@@ -94,10 +95,11 @@ void TCliTreeText::AddItem(const TWatchlistItemInfo& iItem, const TGuid& iSource
 
 TString TCliTreeText::Facts(const TWatchlistItemInfo& iItem, const TGuid& iSource) const {
   TString result;
-  for (const auto& [title, value] : FTell(iSource, iItem.SearchResult)) {
-    const bool isTold = value == iItem.Name || value.size() > cMaxShortValue ||
-                        value == DateTimeToStr(iItem.EndTime);
-    if (!isTold) AddFact(result, ForTerminal(value));
+  const TValues values = FTell(iSource, iItem.SearchResult);
+  for (size_t i = 0; i < std::min(values.size(), cMaxColumns); ++i) {
+    const TString& value = values[i].second;
+    const bool isTold = value == iItem.Name || value.size() > cMaxShortValue;
+    if (!value.empty() && !isTold) AddFact(result, ForTerminal(value));
   }
   if (!iItem.EndTime.IsZero()) AddFact(result, u"endet " + DateTimeToStr(iItem.EndTime));
   AddFact(result, u"Stand " + TimeOrNever(iItem.LastUpdate));
@@ -115,7 +117,8 @@ std::vector<TString> TCliTreeText::Item(const TCliItemDetails& iDetails) {
   rows.emplace_back(u"Stand", TimeOrNever(item.LastUpdate));
   if (!item.EndTime.IsZero()) rows.emplace_back(u"Endet", DateTimeToStr(item.EndTime));
   for (const auto& value : iDetails.Values) {
-    if (std::ranges::find(rows, value) == rows.end()) rows.push_back(value);
+    const bool isTold = std::ranges::find(rows, value) != rows.end();
+    if (!value.second.empty() && !isTold) rows.push_back(value);
   }
   if (iDetails.Reminder != nullptr)
     rows.emplace_back(u"Erinnerung", ReminderText(*iDetails.Reminder));

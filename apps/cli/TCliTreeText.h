@@ -15,7 +15,7 @@ class TCliTreeText {
 
   explicit TCliTreeText(TTell iTell) : FTell(std::move(iTell)) {}
 
-  /// The whole tree; each item with the short ones of its values, its end and its reminder.
+  /// The whole tree; each item with the first of its values, its end and its reminder.
   std::vector<TString> Tree(const TWatchlistInfo& iTree);
   /// One item with all that is known of it.
   static std::vector<TString> Item(const TCliItemDetails& iDetails);

@@ -1,0 +1,18 @@
+#include "TFakeConsole.h"
+
+namespace kk {
+
+void TFakeConsole::Answer(std::initializer_list<TString> iLines) {
+  FInteractive = true;
+  FAnswers.insert(FAnswers.end(), iLines.begin(), iLines.end());
+}
+
+std::optional<TString> TFakeConsole::ReadLine(TStringView iPrompt) {
+  FPrompts.push_back(ToUtf8(iPrompt));
+  if (FAnswers.empty()) return std::nullopt;
+  TString line = FAnswers.front();
+  FAnswers.pop_front();
+  return line;
+}
+
+}  // namespace kk
