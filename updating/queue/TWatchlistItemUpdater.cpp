@@ -135,8 +135,8 @@ void TWatchlistItemUpdater::StartFirst() {
         result->Clone(),
         TNotifyEventSearchResult::Of<&TWatchlistItemUpdater::DoUpdateFinished>(this));
   });
-  // A source that raised instead of answering will not call back.
-  if (!sent && FActive) DoUpdateFinished(this, result, false);
+  // A source that raised will not call back; if it answered before that, this is passed over.
+  if (!sent) DoUpdateFinished(this, result, false);
 }
 
 void TWatchlistItemUpdater::DoUpdateFinished(TObject* /*iSender*/,
