@@ -101,8 +101,9 @@ bool TLstWatchlistCategory::DeletePlugin(TWatchlistPlugin& iGroup) {
     TWatchlistCategory* category = groups == nullptr ? nullptr : groups->Category();
     return category != nullptr && HangsBelow(*category, *this) && category->DeletePlugin(iGroup);
   }
-  return std::any_of(begin(), end(),
-                     [&](TWatchlistCategory* iCategory) { return iCategory->DeletePlugin(iGroup); });
+  return std::any_of(begin(), end(), [&](TWatchlistCategory* iCategory) {
+    return iCategory->DeletePlugin(iGroup);
+  });
 }
 
 bool TLstWatchlistCategory::HasSearchResult(const TGuid& iPluginId,
