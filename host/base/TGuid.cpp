@@ -81,7 +81,17 @@ TGuid StringToGUID(TStringView iText) {
 }  // namespace kk
 
 size_t std::hash<kk::TGuid>::operator()(const kk::TGuid& iGuid) const noexcept {
+  // Seeded anew in each process: ids come from files, and a file must not choose its collisions.
+  static const uint64_t seed = std::random_device()() | (uint64_t{std::random_device()()} << 32);
   uint64_t halves[2];
   std::memcpy(halves, iGuid.Bytes.data(), sizeof halves);
-  return static_cast<size_t>(halves[0] ^ (halves[1] * 0x9E3779B97F4A7C15ull));
+  uint64_t mixed = seed;
+  for (const uint64_t half : halves) {
+    // The finaliser of SplitMix64.
+    mixed += half;
+    mixed = (mixed ^ (mixed >> 30)) * 0xBF58476D1CE4E5B9ull;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94D049BB133111EBull;
+    mixed ^= mixed >> 31;
+  }
+  return static_cast<size_t>(mixed);
 }
