@@ -27,6 +27,8 @@ const TString& InstallFolders(const TCliArguments& iCall) {
   return HostFolders().Data;
 }
 
+TString DataFileName() { return TFileHelper::GetAppDataFileName(cDataFileName); }
+
 TString PackagesFolder() {
   const char* const named = std::getenv(cPackagesVariable);
   if (named != nullptr && named[0] != '\0') return FromUtf8(named);
@@ -65,7 +67,7 @@ void TCliSession::LoadPackages() {
 }
 
 void TCliSession::GuardData() {
-  const TString fileName = TFileHelper::GetAppDataFileName(cDataFileName);
+  const TString fileName = DataFileName();
   const TDataFileGuard guard(fileName);
   if (guard.BackupToRestore()) {
     if (!FRestoreBackup) {
@@ -83,6 +85,14 @@ void TCliSession::GuardData() {
   if (!damage.empty()) FConsole.Complain(ForTerminal(damage));
 }
 
+// A save that fails has made the file its backup before.
+void TCliSession::TellOfBackup() {
+  if (!FStarted || !TDataFileGuard(DataFileName()).BackupToRestore()) return;
+  FConsole.Complain(
+      u"Der zuletzt gespeicherte Stand liegt in der Sicherung. Mit --restore-backup "
+      u"wird er wiederhergestellt.");
+}
+
 void TCliSession::Start() {
   if (!FPlugins.HasWatchlist()) {
     throw Exception(
@@ -90,6 +100,7 @@ void TCliSession::Start() {
                {PackagesFolder()}));
   }
   GuardData();
+  FStarted = true;
   FPlugins.Initialize();
 }
 
@@ -102,6 +113,7 @@ void TCliSession::End() {
     FLoop.WaitForMessage(cTurnMs);
   }
   FPlugins.Uninitialize();
+  TellOfBackup();
   FHasErrors = FLog->HasErrors();
   FLog.reset();
   FLoader.Unload();

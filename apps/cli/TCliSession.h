@@ -52,6 +52,7 @@ class TCliSession {
 
   void LoadPackages();
   void GuardData();
+  void TellOfBackup();
 
   ICliConsole& FConsole;
   const bool FRestoreBackup;
@@ -70,6 +71,7 @@ class TCliSession {
   TCliContext FContext;
   /// What happens in the plug-ins is told to the user; it ends before the packages go.
   std::optional<TCliLog> FLog;
+  bool FStarted = false;
   bool FHasErrors = false;
 };
 

@@ -86,6 +86,8 @@ class TCliShop::TServer {
         ioResponse.set_content(Page(i), cHtml);
       });
     }
+    // Connections that are kept would hold up the end of the shop.
+    FServer.set_keep_alive_max_count(1);
     FPort = FServer.bind_to_any_port(cHost);
     if (FPort <= 0) throw Exception(u"Der Beispielshop bekommt keinen freien Port");
     FThread = std::thread([this] {
