@@ -64,7 +64,7 @@ bool HexToUnit(TStringView iDigits, char16_t& oUnit) {
   for (const char16_t digit : iDigits) {
     const size_t value = TStringView(cDigits).find(digit);
     if (value == TStringView::npos) return false;
-    oUnit = static_cast<char16_t>(oUnit << 4 | value);
+    oUnit = static_cast<char16_t>(oUnit * 16u + value);
   }
   return true;
 }
