@@ -18,7 +18,7 @@ namespace {
 constexpr char cUserAgent[] = "Mozilla/5.0 (compatible; Kaufkobolde/7.0)";
 constexpr char cProtocols[] = "http,https";
 // Headers of all redirects together; libcurl itself bounds a single line only.
-constexpr size_t cMaxHeaderBytes = size_t{512} << 10;
+constexpr size_t cMaxHeaderBytes = size_t{256} << 10;
 constexpr size_t cMegabyte = size_t{1} << 20;
 
 TString SizeFailure(size_t iMaxBytes) {
@@ -123,6 +123,9 @@ class TTransfer {
     FResponse.Status = static_cast<int>(status);
     if (address != nullptr) FResponse.FinalAddress = address;
     if (contentType != nullptr) FResponse.ContentType = contentType;
+    // libcurl says the same of an answer that isn't HTTP and of an address that isn't.
+    const bool isHttp = FResponse.FinalAddress.starts_with("http");
+    if (iCode == CURLE_UNSUPPORTED_PROTOCOL && isHttp) iCode = CURLE_WEIRD_SERVER_REPLY;
     if (iCode != CURLE_OK && FResponse.Failure.empty()) {
       FResponse.Failure = FailureOf(iCode, osError);
     }

@@ -54,7 +54,6 @@ constexpr std::array cLabels = {
     TLabel{"iso8859-15", "ISO-8859-15"},
     TLabel{"latin-9", "ISO-8859-15"},
     TLabel{"l9", "ISO-8859-15"},
-    TLabel{"iso-8859-16", "ISO-8859-16"},
     TLabel{"ibm866", "IBM866"},
     TLabel{"cp866", "IBM866"},
     TLabel{"koi8-r", "KOI8-R"},

@@ -9,7 +9,8 @@ namespace kk {
 /// found as browsers do (WHATWG, Encoding and HTML standards): a byte order mark, else the charset
 /// of the HTTP header, else a <meta> within the first 1024 bytes; without any of them, or where
 /// their label is none of the standard's, UTF-8 if all bytes are, and windows-1252 if not. Bytes
-/// that have no meaning become U+FFFD; nothing fails. Thread-safe.
+/// that have no meaning become U+FFFD; nothing fails. ISO-8859-16, which ICU lacks, counts as
+/// unknown. Thread-safe.
 std::string DecodePage(std::string_view iBytes, std::string_view iContentType);
 
 /// The standard's encoding for a label, by ICU's name; empty for none. So no page gets at what ICU

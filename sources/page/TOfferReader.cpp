@@ -52,8 +52,9 @@ bool IsBetter(const TOffer& iA, const TOffer& iB) {
 
 TString CleanText(std::string_view iUtf8) {
   // An entity is longer than what it stands for, so nothing that is kept is cut here.
-  const std::string_view head = iUtf8.substr(0, cMaxTextLength * 16);
-  TString text = WithoutControlCharacters(FromUtf8(CollapseBlanks(DecodeEntities(head))));
+  const std::string head = CollapseBlanks(iUtf8.substr(0, cMaxTextLength * 16));
+  const std::string decoded = DecodeEntities(ToUtf8(WithoutControlCharacters(FromUtf8(head))));
+  TString text = WithoutControlCharacters(FromUtf8(CollapseBlanks(decoded)));
   if (text.size() <= cMaxTextLength) return text;
   const bool cutsPair = text[cMaxTextLength - 1] >= 0xD800 && text[cMaxTextLength - 1] < 0xDC00;
   text.resize(cutsPair ? cMaxTextLength - 1 : cMaxTextLength);

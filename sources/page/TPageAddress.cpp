@@ -1,7 +1,10 @@
 #include "sources/page/TPageAddress.h"
 
 #include <curl/curl.h>
+#include <unicode/uidna.h>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 namespace kk {
@@ -65,6 +68,25 @@ std::string NormalizeEscapes(std::string_view iText) {
   return text;
 }
 
+// The ASCII form of a host (UTS #46), in lower case; empty if it has none.
+std::string AsciiHost(std::string iHost) {
+  const bool isAscii = std::all_of(iHost.begin(), iHost.end(), [](char c) { return c > 0; });
+  if (isAscii) {
+    for (char& c : iHost) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    return iHost;
+  }
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<UIDNA, decltype(&uidna_close)> idna(
+      uidna_openUTS46(UIDNA_NONTRANSITIONAL_TO_ASCII | UIDNA_CHECK_BIDI, &status), &uidna_close);
+  UIDNAInfo info = UIDNA_INFO_INITIALIZER;
+  std::array<char, 256> ascii{};
+  const int32_t length =
+      uidna_nameToASCII_UTF8(idna.get(), iHost.data(), static_cast<int32_t>(iHost.size()),
+                             ascii.data(), static_cast<int32_t>(ascii.size()), &info, &status);
+  if (U_FAILURE(status) || info.errors != 0) return {};
+  return {ascii.data(), static_cast<size_t>(length)};
+}
+
 bool OnlyTellsTheVisit(std::string_view iParameter) {
   const std::string_view name = iParameter.substr(0, iParameter.find('='));
   if (name.starts_with("utm_")) return true;
@@ -98,9 +120,8 @@ std::string Normalized(CURLU* iUrl) {
   curl_url_set(iUrl, CURLUPART_USER, nullptr, 0);
   curl_url_set(iUrl, CURLUPART_PASSWORD, nullptr, 0);
   const std::string scheme = Part(iUrl, CURLUPART_SCHEME, 0);
-  std::string host = Part(iUrl, CURLUPART_HOST, CURLU_PUNYCODE);
+  const std::string host = AsciiHost(Part(iUrl, CURLUPART_HOST, 0));
   if ((scheme != "http" && scheme != "https") || host.empty()) return {};
-  for (char& c : host) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
   std::string text = scheme + "://" + host;
   const std::string port = Part(iUrl, CURLUPART_PORT, CURLU_NO_DEFAULT_PORT);
   if (!port.empty()) text += ":" + port;

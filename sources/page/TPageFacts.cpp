@@ -1,6 +1,7 @@
 #include "sources/page/TPageFacts.h"
 
 #include <unicode/uchar.h>
+#include <unicode/ustring.h>
 #include <unicode/utf16.h>
 
 #include <algorithm>
@@ -30,14 +31,18 @@ std::string LowerAscii(std::string_view iText) {
 
 TString ReducedName(std::string_view iName) {
   const TString name = FromUtf8(iName.substr(0, cMaxNameBytes));
+  TString folded(name.size() * 3, u'\0');  // no character folds to more than three
+  UErrorCode status = U_ZERO_ERROR;
+  const int32_t length =
+      u_strFoldCase(folded.data(), static_cast<int32_t>(folded.size()), name.data(),
+                    static_cast<int32_t>(name.size()), U_FOLD_CASE_DEFAULT, &status);
+  folded.resize(U_SUCCESS(status) ? static_cast<size_t>(length) : 0);
   TString text;
-  for (size_t at = 0; at < name.size();) {
+  for (size_t at = 0; at < folded.size();) {
+    const size_t begin = at;
     UChar32 c = 0;
-    U16_NEXT(name.data(), at, name.size(), c);
-    if (u_isalnum(c) == 0) continue;
-    const UChar32 folded = u_foldCase(c, U_FOLD_CASE_DEFAULT);
-    if (folded > 0xFFFF) text += static_cast<char16_t>(U16_LEAD(folded));
-    text += static_cast<char16_t>(folded > 0xFFFF ? U16_TRAIL(folded) : folded);
+    U16_NEXT(folded.data(), at, folded.size(), c);
+    if (u_isalnum(c) != 0) text.append(folded, begin, at - begin);
   }
   return text;
 }
