@@ -43,6 +43,9 @@ class TLstRemindItemSync : public TLstRemindItem {
     TLstRemindItemSync& FLst;
   };
 
+  /// The lock, for diagnosis and tests.
+  const TMultiReadExclusiveWriteSynchronizer& Sync() const { return FSync; }
+
   /// Whether there is something to save. Every write operation sets it, even one that changes
   /// nothing; replacing the whole list by Append clears it.
   bool GetChanged() const;

@@ -9,7 +9,9 @@ void TMultiReadExclusiveWriteSynchronizer::BeginRead() {
   std::unique_lock lock(FMutex);
   // Who is inside already must not wait for a writer that waits for him.
   if (FWriter != me && !FReaders.contains(me)) {
+    ++FWaitingReaders;
     FFreed.wait(lock, [this] { return FWriter == TId() && FWaitingWriters == 0; });
+    --FWaitingReaders;
   }
   ++FReaders[me];
 }
@@ -42,6 +44,11 @@ void TMultiReadExclusiveWriteSynchronizer::EndWrite() {
   if (--FWriteDepth > 0) return;
   FWriter = TId();
   FFreed.notify_all();
+}
+
+int TMultiReadExclusiveWriteSynchronizer::WaitingReaders() const {
+  const std::lock_guard lock(FMutex);
+  return FWaitingReaders;
 }
 
 int TMultiReadExclusiveWriteSynchronizer::WaitingWriters() const {

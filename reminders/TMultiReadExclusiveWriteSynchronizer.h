@@ -24,7 +24,8 @@ class TMultiReadExclusiveWriteSynchronizer {
   void BeginWrite();
   void EndWrite();
 
-  /// How many threads wait to write, for diagnosis and tests.
+  /// How many threads wait at this moment, for diagnosis and tests.
+  int WaitingReaders() const;
   int WaitingWriters() const;
 
  private:
@@ -35,6 +36,7 @@ class TMultiReadExclusiveWriteSynchronizer {
   std::unordered_map<TId, int> FReaders;  // how deep each one reads
   TId FWriter;
   int FWriteDepth = 0;
+  int FWaitingReaders = 0;
   int FWaitingWriters = 0;
 };
 

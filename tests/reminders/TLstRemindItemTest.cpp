@@ -330,5 +330,27 @@ TEST(TLstRemindItemSync, BracketsAnswerTheListAndLieInOneAnother) {
   EXPECT_TRUE(list.GetChanged());
 }
 
+// Whoever takes the write lock inside of a read bracket raises, so this shows who takes it.
+TEST(TLstRemindItemSync, EveryWriteOperationTakesTheWriteLock) {
+  TLstRemindItemSync list(true);
+  TLstRemindItem other(true);
+  TRemindItem item(NewGuid());
+  std::unique_ptr<TRemindItem> taken;
+  const TLstRemindItemSync::TReading reading(list);
+  EXPECT_THROW(list.Clear(), Exception);
+  EXPECT_THROW(list.Add(std::make_unique<TRemindItem>(NewGuid())), Exception);
+  EXPECT_THROW(list.Add(item), Exception);
+  EXPECT_THROW(list.Delete(0), Exception);
+  EXPECT_THROW(list.Delete(item), Exception);
+  EXPECT_THROW(list.DeleteBySearchResultId(NewGuid()), Exception);
+  EXPECT_THROW(list.Extract(item), Exception);
+  EXPECT_THROW(list.ExtractBySearchResultId(NewGuid()), Exception);
+  EXPECT_THROW(list.Append(other, false), Exception);
+  EXPECT_THROW(list.ExtractFirstElapsedItem(taken), Exception);
+  EXPECT_THROW(list.ExtractElapsedItems(other), Exception);
+  EXPECT_THROW(list.SetChanged(false), Exception);
+  EXPECT_FALSE(list.GetChanged());
+}
+
 }  // namespace
 }  // namespace kk

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <barrier>
 #include <latch>
 #include <thread>
 #include <vector>
@@ -164,7 +165,7 @@ TEST(TLstRemindItemSync, TwoThreadsShareItWithoutLosingAReminder) {
   int taken = 0;
   std::thread poller([&] {
     while (taken < cCount) {
-      if (!list.HasElapsedItems()) continue;
+      if (!list.HasElapsedItems() || list.GetCount() == 0) continue;
       std::unique_ptr<TRemindItem> item;
       if (list.ExtractFirstElapsedItem(item)) ++taken;
     }
@@ -173,7 +174,9 @@ TEST(TLstRemindItemSync, TwoThreadsShareItWithoutLosingAReminder) {
     const TGuid id = NewGuid();
     list.Add(std::make_unique<TRemindItem>(id));
     list.RemindTypesBySearchResultId(id);
-    list.HasSearchResultId(id);
+    list.CloneItemBySearchResultId(id);
+    EXPECT_FALSE(list.HasSearchResultId(id));
+    EXPECT_TRUE(list.GetChanged());
     const TLstRemindItemSync::TReading reading(list);
     for (int n = 0; n < list.Count(); ++n) EXPECT_TRUE(list.GetItems(n).RemindTime().IsZero());
   }
@@ -181,6 +184,55 @@ TEST(TLstRemindItemSync, TwoThreadsShareItWithoutLosingAReminder) {
   EXPECT_EQ(taken, cCount);
   EXPECT_EQ(list.Count(), 0);
   EXPECT_TRUE(list.GetChanged());
+}
+
+TEST(TLstRemindItemSync, TheFirstReadersOfAllMayComeTogether) {
+  std::vector<std::unique_ptr<TLstRemindItemSync>> lists;
+  for (int i = 0; i < 200; ++i) lists.push_back(std::make_unique<TLstRemindItemSync>(true));
+  std::barrier together(2);
+  const auto ask = [&] {
+    for (const auto& list : lists) {
+      together.arrive_and_wait();
+      EXPECT_FALSE(list->HasSearchResultId(cEmptyGuid));
+    }
+  };
+  std::thread one(ask);
+  std::thread other(ask);
+  one.join();
+  other.join();
+}
+
+// Runs a read operation on another thread while this one writes, and answers whether it waited.
+template <class Operation>
+bool WaitsForTheWriter(Operation iOperation) {
+  TLstRemindItemSync list(true);
+  std::atomic<bool> done = false;
+  std::thread reader;
+  bool waited = false;
+  {
+    const TLstRemindItemSync::TWriting writing(list);
+    reader = std::thread([&] {
+      iOperation(list);
+      done = true;
+    });
+    while (!waited && !done) {
+      std::this_thread::yield();
+      waited = list.Sync().WaitingReaders() == 1;
+    }
+  }
+  reader.join();
+  return waited;
+}
+
+TEST(TLstRemindItemSync, EveryReadOperationTakesTheReadLock) {
+  using TLst = TLstRemindItemSync;
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.GetCount(); }));
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.HasElapsedItems(); }));
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.RemindTypesBySearchResultId({}); }));
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.CloneItemBySearchResultId({}); }));
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.HasSearchResultId({}); }));
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.GetChanged(); }));
+  EXPECT_TRUE(WaitsForTheWriter([](TLst& ioLst) { ioLst.BeginRead().EndRead(); }));
 }
 
 TEST(TLstRemindItemSync, ABracketAroundALoopKeepsTheOtherThreadOut) {
