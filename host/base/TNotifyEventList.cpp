@@ -6,70 +6,35 @@
 
 namespace kk {
 
-// Shared with the rounds under way, so that they outlive the list. A removed event is emptied and
-// swept when no round runs.
-struct TNotifyEventList::TEntries {
-  std::vector<TNotifyEvent> Events;
-  int Rounds = 0;
-  bool Alive = true;
-
-  void Sweep() {
-    if (Rounds == 0) std::erase(Events, TNotifyEvent());
-  }
-};
-
 TNotifyEventList::TNotifyEventList(bool iIgnoreDuplicates)
-    : FEntries(std::make_shared<TEntries>()), FIgnoreDuplicates(iIgnoreDuplicates) {}
+    : FEvents(std::make_shared<std::vector<TNotifyEvent>>()),
+      FIgnoreDuplicates(iIgnoreDuplicates) {}
 
-TNotifyEventList::~TNotifyEventList() {
-  Clear();
-  FEntries->Alive = false;
-}
+TNotifyEventList::~TNotifyEventList() { Clear(); }
 
 void TNotifyEventList::Add(const TNotifyEvent& iEvent, int iPosition) {
-  auto& events = FEntries->Events;
+  auto& events = *FEvents;
   if (!iEvent) return;
   if (FIgnoreDuplicates && std::find(events.begin(), events.end(), iEvent) != events.end()) return;
-  const bool append = iPosition < 0 || iPosition >= static_cast<int>(events.size());
+  const bool append = iPosition < 0 || iPosition >= GetCount();
   events.insert(append ? events.end() : events.begin() + iPosition, iEvent);
 }
 
 void TNotifyEventList::Remove(const TNotifyEvent& iEvent) {
-  auto& events = FEntries->Events;
-  const auto hit = std::find(events.begin(), events.end(), iEvent);
-  if (!iEvent || hit == events.end()) return;
-  *hit = TNotifyEvent();
-  FEntries->Sweep();
+  const auto hit = std::find(FEvents->begin(), FEvents->end(), iEvent);
+  if (hit != FEvents->end()) FEvents->erase(hit);
 }
 
-void TNotifyEventList::Clear() {
-  std::fill(FEntries->Events.begin(), FEntries->Events.end(), TNotifyEvent());
-  FEntries->Sweep();
-}
+void TNotifyEventList::Clear() { FEvents->clear(); }
 
-int TNotifyEventList::GetCount() const {
-  const auto& events = FEntries->Events;
-  return static_cast<int>(events.size() - static_cast<size_t>(std::count(
-                                              events.begin(), events.end(), TNotifyEvent())));
-}
+int TNotifyEventList::GetCount() const { return static_cast<int>(FEvents->size()); }
 
 void TNotifyEventList::Fire(TObject* iSender) {
-  struct TRound {
-    std::shared_ptr<TEntries> Entries;
-    explicit TRound(std::shared_ptr<TEntries> iEntries) : Entries(std::move(iEntries)) {
-      ++Entries->Rounds;
-    }
-    ~TRound() {
-      --Entries->Rounds;
-      Entries->Sweep();
-    }
-  } round(FEntries);
-  const std::vector<TNotifyEvent> inRound = round.Entries->Events;
+  // The list may die in a call. It leaves no events behind, so that nothing of it is used then.
+  const std::shared_ptr<const std::vector<TNotifyEvent>> events = FEvents;
+  const std::vector<TNotifyEvent> inRound = *events;
   for (const TNotifyEvent& event : inRound) {
-    const auto& now = round.Entries->Events;
-    if (std::find(now.begin(), now.end(), event) == now.end() || !event) continue;
-    Call(event, iSender);
-    if (!round.Entries->Alive) return;
+    if (std::find(events->begin(), events->end(), event) != events->end()) Call(event, iSender);
   }
 }
 

@@ -33,8 +33,8 @@ class TNotifyEventList : public TObject {
   virtual void Call(const TNotifyEvent& iEvent, TObject* iSender);
 
  private:
-  struct TEntries;
-  std::shared_ptr<TEntries> FEntries;
+  // Shared with the rounds under way, which outlive the list that way.
+  std::shared_ptr<std::vector<TNotifyEvent>> FEvents;
   bool FIgnoreDuplicates;
 };
 
