@@ -161,6 +161,14 @@ std::optional<TPageAddress> TPageAddress::Parse(std::string_view iText) {
   return TPageAddress(std::move(text));
 }
 
+std::optional<TPageAddress> TPageAddress::FromNormalized(std::string_view iText) {
+  const bool hasScheme = iText.starts_with("http://") || iText.starts_with("https://");
+  const bool isPlain =
+      std::all_of(iText.begin(), iText.end(), [](char c) { return c > ' ' && c < '\x7F'; });
+  if (!hasScheme || !isPlain || iText.size() > cMaxLength) return std::nullopt;
+  return TPageAddress(std::string(iText));
+}
+
 std::optional<TPageAddress> TPageAddress::Resolve(std::string_view iReference) const {
   const std::string reference = Cleaned(iReference);
   if (reference.empty() || reference.size() > cMaxLength) return std::nullopt;

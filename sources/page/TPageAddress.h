@@ -18,7 +18,10 @@ class TPageAddress {
   TPageAddress() = default;
   /// Nothing for what is no address of http or https. Blanks around it are passed over.
   static std::optional<TPageAddress> Parse(std::string_view iText);
-  /// The same for a reference on this page, such as "/p/1" or "//cdn/x.jpg".
+  /// Takes back what Text gave, without the work of normalising it again; for streams with many of
+  /// them. Nothing for what can't have come from there.
+  static std::optional<TPageAddress> FromNormalized(std::string_view iText);
+  /// The same as Parse for a reference on this page, such as "/p/1" or "//cdn/x.jpg".
   std::optional<TPageAddress> Resolve(std::string_view iReference) const;
 
   /// What is fetched and shown.

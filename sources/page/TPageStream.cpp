@@ -87,7 +87,7 @@ bool ReadField(uint64_t iField, std::string_view iValue, TPageData& ioData) {
     case cFieldId:
       return TryStringToGuid(FromUtf8(iValue), ioData.Id);
     case cFieldAddress:
-      ioData.Address = TPageAddress::Parse(iValue).value_or(TPageAddress());
+      ioData.Address = TPageAddress::FromNormalized(iValue).value_or(TPageAddress());
       return !ioData.Address.IsEmpty();
     case cFieldName:
       ioData.Product.Name = FromUtf8(iValue);

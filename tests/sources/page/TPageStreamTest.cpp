@@ -112,6 +112,14 @@ TEST(TPageStream, PageWithoutIdOrAddressIsDamaged) {
   EXPECT_THROW(Loaded(Written({data})), Exception);
 }
 
+TEST(TPageStream, AddressThatIsNoneIsDamaged) {
+  for (const std::string address : {"file:///etc/passwd", "http://a b/", "http://\xC3\xA4/"}) {
+    TPageData data = Page();
+    data.UnknownFields = "\x02" + std::string(1, static_cast<char>(address.size())) + address;
+    EXPECT_THROW(Loaded(Written({data})), Exception) << address;
+  }
+}
+
 TEST(TPageStream, LengthsBeyondTheEndTakeNoMemory) {
   EXPECT_THROW(Loaded("KKPAGE\r\n\x01\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F"), Exception);
 }
