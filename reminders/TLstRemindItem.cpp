@@ -67,13 +67,13 @@ TRemindTypes TLstRemindItem::RemindTypesBySearchResultId(const TGuid& iSearchRes
 bool TLstRemindItem::HasElapsedItems() const {
   const TDateTime now = Now();
   return std::any_of(FOL.begin(), FOL.end(),
-                     [now](const TRemindItem* item) { return IsElapsed(*item, now); });
+                     [now](const TRemindItem* iItem) { return IsElapsed(*iItem, now); });
 }
 
 bool TLstRemindItem::ExtractFirstElapsedItem(std::unique_ptr<TRemindItem>& oItem) {
   const TDateTime now = Now();
   const auto hit = std::find_if(FOL.begin(), FOL.end(),
-                                [now](const TRemindItem* item) { return IsElapsed(*item, now); });
+                                [now](const TRemindItem* iItem) { return IsElapsed(*iItem, now); });
   if (hit == FOL.end()) return false;
   oItem = Extract(**hit);
   return true;

@@ -32,7 +32,7 @@ int TNotifyEventList::GetCount() const { return static_cast<int>(FEvents->size()
 void TNotifyEventList::Fire(TObject* iSender) {
   // The list may die in a call. It leaves no events behind, so that nothing of it is used then.
   const std::shared_ptr<const std::vector<TNotifyEvent>> events = FEvents;
-  const std::vector<TNotifyEvent> inRound = *events;
+  const std::vector<TNotifyEvent> inRound(events->begin(), events->end());
   for (const TNotifyEvent& event : inRound) {
     if (std::find(events->begin(), events->end(), event) != events->end()) Call(event, iSender);
   }
