@@ -84,6 +84,7 @@ TEST_F(HostileFile, AnyByteZeroedToTheEnd) {
   for (size_t size = 0; size < whole.size(); size += 7) {
     std::string bytes = whole;
     std::fill(bytes.begin() + static_cast<ptrdiff_t>(size), bytes.end(), '\0');
+    if (bytes == whole) break;  // an archive ends with zeros of its own
     EXPECT_FALSE(LoadBytes(bytes)) << size;
   }
 }

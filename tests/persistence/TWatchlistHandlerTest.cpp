@@ -136,6 +136,7 @@ class TWatchlistHandlerTest : public testing::Test {
   TWatchlistHandlerTest() { CreateHandler(FPlugin); }
   ~TWatchlistHandlerTest() override {
     FreeHandler();
+    FreeBuriedCategories();
     Plugins().Clear();
   }
   TString FileName() const { return Folder.File(cWatchlistFileName); }
@@ -259,6 +260,23 @@ TEST_F(TWatchlistHandlerTest, ItsEndTellsNobodyOfItems) {
   Handler()->AddNotificationItem(listener.Add(), listener.Delete());
   FreeHandler();
   EXPECT_THAT(listener.Notes, IsEmpty());
+}
+
+TEST_F(TWatchlistHandlerTest, WhatItLeavesIsFreedOnDemandOnceThereIsNoHandler) {
+  const auto result = MakeIntf<TFakeSearchResult>(u"Uhr");
+  const int64_t alive = LiveObjectCount();
+  {
+    const auto source = AddSource();
+    TWatchlistItem& item = AddItem(AddCategory(Tree(), u"A"), source, u"Uhr");
+    item.SetSearchResult(result);
+  }
+  FreeBuriedCategories();  // without effect: there is a handler
+  EXPECT_EQ(Outline(Tree()), "A\n  [Quelle]\n    Uhr\n");
+  FreeHandler();
+  EXPECT_GT(LiveObjectCount(), alive);
+  FreeBuriedCategories();
+  EXPECT_EQ(LiveObjectCount(), alive);
+  FreeBuriedCategories();  // nothing is left
 }
 
 TEST_F(TWatchlistHandlerTest, InitializingStartsTheRemindersAndLoads) {
