@@ -32,7 +32,7 @@ class TDateTime {
   /// The moment so many milliseconds later.
   constexpr TDateTime PlusMs(int64_t iMs) const { return FromMs(FMs + iMs); }
 
-  friend constexpr auto operator<=>(const TDateTime&, const TDateTime&) = default;  // NOLINT: no pointer
+  friend constexpr auto operator<=>(const TDateTime&, const TDateTime&) = default;  // NOLINT
 
  private:
   int64_t FMs = 0;
