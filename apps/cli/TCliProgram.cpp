@@ -1,8 +1,10 @@
 #include "apps/cli/TCliProgram.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
-#include <set>
 
 #include "apps/cli/ECliUsage.h"
 #include "apps/cli/TCliAdd.h"
@@ -104,9 +106,18 @@ TCliExit RunCall(ICliConsole& ioConsole, const std::vector<std::string>& iArgume
   return RunSession(ioConsole, call);
 }
 
+// A standard file that is closed would be the next file to be opened, and what is printed would go
+// into the user's data.
+void OpenStandardFiles() {
+  for (int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(file, F_GETFD) < 0) (void)!open("/dev/null", O_RDWR);
+  }
+}
+
 }  // namespace
 
 int TCliProgram::Main(const std::vector<std::string>& iArguments) {
+  OpenStandardFiles();
   TCliInterrupt interrupt;
   TCliTerminal terminal(interrupt);
   TCliExit exit = Answered(terminal, [&] { return RunCall(terminal, iArguments); });

@@ -8,11 +8,13 @@
 #include <cstdio>
 
 #include "apps/cli/TCliInterrupt.h"
+#include "host/base/TMainLoop.h"
 
 namespace kk {
 namespace {
 
 constexpr size_t cMaxInput = 1 << 20;
+constexpr int cTurnMs = 50;
 
 // Columns that a progress line may take without a line break.
 size_t TerminalWidth() {
@@ -76,7 +78,8 @@ std::optional<TString> TCliTerminal::ReadLine(TStringView iPrompt) {
   while (true) {
     if (std::optional<TString> line = TakeLine()) return line;
     pollfd files[] = {{STDIN_FILENO, POLLIN, 0}, {FInterrupt.Descriptor(), POLLIN, 0}};
-    if (poll(files, 2, -1) < 0 && errno != EINTR) return std::nullopt;
+    if (poll(files, 2, HasMainLoop() ? cTurnMs : -1) < 0 && errno != EINTR) return std::nullopt;
+    if (HasMainLoop()) MainLoop().ProcessMessages();
     if (FInterrupt.Take()) {
       FInput.clear();
       Complain(u"");

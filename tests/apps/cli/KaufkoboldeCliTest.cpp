@@ -359,6 +359,18 @@ TEST_F(TKaufkoboldeCli, OutputThatCanNotBeWrittenIsAFailure) {
   EXPECT_THAT(outcome.Error, HasSubstr("Die Ausgabe konnte nicht geschrieben werden."));
 }
 
+TEST_F(TKaufkoboldeCli, WithClosedFilesNothingIsPrintedIntoTheData) {
+  AddLampInto("Haus");
+  TCliProcess::TOptions options;
+  options.Closed = true;
+  EXPECT_EQ(Run({"category", "add", "Flur"}, options).Exit, 0);
+  EXPECT_EQ(Run({"list"}, options).Exit, 0);
+  EXPECT_EQ(Category("Haus")["groups"][0]["items"].size(), 1u);
+  for (const std::string& name : Data.Names()) {
+    EXPECT_THAT(Data.Read(FromUtf8(name)), Not(HasSubstr("Beobachten: 1 Artikel"))) << name;
+  }
+}
+
 TEST_F(TKaufkoboldeCli, AFolderThatCanNotBeUsedIsTold) {
   Data.Write(u"datei", "x");
   const TCliOutcome outcome = RunCli({"--data", Data.Path() + "/datei/x", "list"});

@@ -23,6 +23,8 @@ class TCliProcess {
     std::map<std::string, std::string> Environment;
     /// Where stdout goes; a pipe if empty.
     std::string OutFile;
+    /// stdin and stdout are not open at all.
+    bool Closed = false;
   };
 
   TCliProcess(const std::vector<std::string>& iArguments, const TOptions& iOptions);

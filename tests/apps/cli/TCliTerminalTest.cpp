@@ -1,0 +1,156 @@
+#include "apps/cli/TCliTerminal.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+
+#include "apps/cli/TCliInterrupt.h"
+#include "tests/support/TTestMainLoop.h"
+
+namespace kk {
+namespace {
+
+/// Pipes in the place of the process's standard files.
+class TStandardPipes {
+ public:
+  TStandardPipes() {
+    std::fflush(stdout);
+    for (int file = 0; file < 3; ++file) {
+      FSaved[file] = dup(file);
+      int ends[2];
+      EXPECT_EQ(pipe(ends), 0);
+      dup2(ends[file == 0 ? 0 : 1], file);
+      close(ends[file == 0 ? 0 : 1]);
+      FOurs[file] = ends[file == 0 ? 1 : 0];
+      if (file > 0) fcntl(FOurs[file], F_SETFL, O_NONBLOCK);
+    }
+  }
+  ~TStandardPipes() {
+    std::fflush(stdout);
+    for (int file = 0; file < 3; ++file) {
+      dup2(FSaved[file], file);
+      close(FSaved[file]);
+      if (FOurs[file] >= 0) close(FOurs[file]);
+    }
+  }
+  void Type(const std::string& iText) { (void)!write(FOurs[0], iText.data(), iText.size()); }
+  void EndInput() {
+    close(FOurs[0]);
+    FOurs[0] = -1;
+  }
+  std::string Take(int iFile) {
+    char bytes[4096];
+    const ssize_t count = read(FOurs[iFile], bytes, sizeof bytes);
+    return count > 0 ? std::string(bytes, static_cast<size_t>(count)) : std::string();
+  }
+
+ private:
+  int FSaved[3];
+  int FOurs[3];
+};
+
+struct TTerminalWorld {
+  TStandardPipes Pipes;
+  TCliInterrupt Interrupt;
+  TCliTerminal Terminal{Interrupt};
+};
+
+TEST(TCliTerminal, PrintsToOneAndComplainsToTheOther) {
+  TTerminalWorld world;
+  world.Terminal.Print(u"Zeile ü");
+  world.Terminal.Complain(u"Fehler");
+  const bool flushed = world.Terminal.Flush();
+  EXPECT_TRUE(flushed);
+  EXPECT_EQ(world.Pipes.Take(1), "Zeile ü\n");
+  EXPECT_EQ(world.Pipes.Take(2), "Fehler\n");
+}
+
+TEST(TCliTerminal, NoProgressIsShownWhereThereIsNoTerminal) {
+  TTerminalWorld world;
+  world.Terminal.Progress(u"1 von 2");
+  world.Terminal.Progress(u"");
+  EXPECT_EQ(world.Pipes.Take(2), "");
+  EXPECT_FALSE(world.Terminal.IsInteractive());
+}
+
+TEST(TCliTerminal, ReadsLineByLine) {
+  TTerminalWorld world;
+  world.Pipes.Type("eins\nzw");
+  EXPECT_EQ(world.Terminal.ReadLine(u"? "), u"eins");
+  world.Pipes.Type("ei\n\n");
+  EXPECT_EQ(world.Terminal.ReadLine(u"? "), u"zwei");
+  EXPECT_EQ(world.Terminal.ReadLine(u"? "), u"");
+  EXPECT_EQ(world.Pipes.Take(2), "? ? ? ");
+}
+
+TEST(TCliTerminal, TheEndOfTheInputIsNoLine) {
+  TTerminalWorld world;
+  world.Pipes.EndInput();
+  EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+}
+
+TEST(TCliTerminal, ALineWithoutEndIsLeftAtSomeSize) {
+  TTerminalWorld world;
+  TTestMainLoop loop;
+  std::function<void()> typeOn = [&] {
+    world.Pipes.Type(std::string(4096, 'x'));
+    loop.Post(typeOn);
+  };
+  loop.Post(typeOn);
+  EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+}
+
+TEST(TCliTerminal, TheMainLoopGoesOnWhileTheUserThinks) {
+  TTerminalWorld world;
+  TTestMainLoop loop;
+  loop.Post([&] { world.Pipes.Type("ja\n"); });
+  EXPECT_EQ(world.Terminal.ReadLine(u""), u"ja");
+}
+
+TEST(TCliTerminal, CtrlCLeavesAQuestionAndIsForgottenThen) {
+  TTerminalWorld world;
+  std::raise(SIGINT);
+  EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+  EXPECT_FALSE(world.Terminal.TakeInterrupt());
+  world.Pipes.Type("neu\n");
+  EXPECT_EQ(world.Terminal.ReadLine(u""), u"neu");
+}
+
+TEST(TCliTerminal, OutputThatNobodyReadsIsAFailureAndNoEnd) {
+  TTerminalWorld world;
+  const int nowhere = open("/dev/full", O_WRONLY);
+  dup2(nowhere, STDOUT_FILENO);
+  close(nowhere);
+  world.Terminal.Print(u"Zeile");
+  const bool flushed = world.Terminal.Flush();
+  std::clearerr(stdout);
+  EXPECT_FALSE(flushed);
+}
+
+TEST(TCliInterrupt, NotesASignalOnce) {
+  TCliInterrupt interrupt;
+  EXPECT_FALSE(interrupt.Take());
+  for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    std::raise(signal);
+    EXPECT_TRUE(interrupt.IsPending());
+    EXPECT_TRUE(interrupt.Take());
+    EXPECT_FALSE(interrupt.Take());
+  }
+}
+
+TEST(TCliInterruptDeathTest, ASecondSignalThatNobodyTookEndsTheProgram) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_EXIT(
+      {
+        TCliInterrupt interrupt;
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+      },
+      testing::KilledBySignal(SIGINT), "");
+}
+
+}  // namespace
+}  // namespace kk
