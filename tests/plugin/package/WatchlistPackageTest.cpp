@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "host/base/Exception.h"
 #include "host/common/TKKIniFile.h"
 #include "host/common/TPackageLoader.h"
 #include "host/contract/IMultiThreadPlugin.h"
