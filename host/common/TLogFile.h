@@ -6,7 +6,8 @@
 
 namespace kk {
 
-/// The log as a file that is rotated: "name", and older ones as "name.1" to "name.3", 1 MiB each.
+/// The log as a file that is rotated: "kaufkobolde.log", and older ones as "kaufkobolde.1.log" to
+/// "kaufkobolde.3.log", 1 MiB each.
 ///
 /// Each entry is one line of UTF-8 and on the disk's way when Write returns: time, level, sender
 /// and text. Line breaks become blanks and other control characters are left out, so that no text

@@ -42,15 +42,25 @@ void TQueueMainLoop::Synchronize(TFunction iFunction) {
     iFunction();
     return;
   }
-  auto task = std::make_shared<std::packaged_task<void()>>(std::move(iFunction));
-  std::future<void> done = task->get_future();
-  // The queue alone holds the task from here on, so that dropping it ends the wait.
-  Post([task = std::move(task)] { (*task)(); });
+  auto promise = std::make_shared<std::promise<void>>();
+  const auto failure = std::make_shared<std::exception_ptr>();
+  std::future<void> done = promise->get_future();
+  // The queue alone holds the promise from here on, so that dropping it ends the wait. It is kept
+  // only behind the handler, when this thread has let go of the exception.
+  Post([promise = std::move(promise), failure, &iFunction] {
+    try {
+      iFunction();
+    } catch (...) {  // handed to the thread that waits
+      *failure = std::current_exception();
+    }
+    promise->set_value();
+  });
   try {
     done.get();
   } catch (const std::future_error&) {
     throw Exception(u"Die Hauptschleife ist beendet");
   }
+  if (*failure) std::rethrow_exception(std::exchange(*failure, nullptr));
 }
 
 void TQueueMainLoop::ProcessMessages() {
