@@ -328,12 +328,15 @@ void TIniFileSectionWatchlist::SetDefaultCategory(const TGuid& iIntegrationId,
   } else if (const int index = list.IndexOfName(name); index >= 0) {
     list.Delete(index);
   }
+  // In one go, because the section gains lines at every call.
+  TStringList lines;
+  for (int i = 0; i < list.GetCount(); ++i) {
+    lines.Add(TString(cDefaultCategory) + IntToStr(i) + u"=" + list.GetName(i) + u";" +
+              list.GetValueFromIndex(i));
+  }
   File().BeginUpdate();
   DeleteDefaultCategoryNodes();
-  for (int i = 0; i < list.GetCount(); ++i) {
-    const TString value = list.GetName(i) + u";" + list.GetValueFromIndex(i);
-    WriteString(TString(cDefaultCategory) + IntToStr(i), value, {});
-  }
+  File().WriteSectionValues(Section(), lines);
   File().EndUpdate();
 }
 
@@ -354,7 +357,7 @@ bool TIniFileSectionWatchlist::HasDefaultCategoryNodes() const {
 void TIniFileSectionWatchlist::DeleteDefaultCategoryNodes() {
   TStringList nodes;
   GetDefaultCategoryNodes(nodes);
-  for (const TString& node : nodes.Lines()) File().DeleteKey(Section(), node);
+  File().DeleteKeys(Section(), nodes);
 }
 
 void TIniFileSectionWatchlist::SetDefaultCategoryNodes(const TStringList& iList) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
+#include <map>
 #include <set>
 
 namespace kk {
@@ -219,6 +221,41 @@ void TIniText::Set(TStringView iSection, TStringView iKey, TStringView iValue) {
 bool TIniText::Delete(TStringView iSection, TStringView iKey) {
   return std::erase_if(FLines, [&](const TLine& iLine) {
            return iLine.Kind == TLineKind::lkKey && SameText(iLine.Key, iKey) &&
+                  SameText(iLine.Section, iSection);
+         }) > 0;
+}
+
+bool TIniText::SetAll(TStringView iSection,
+                      const std::vector<std::pair<TString, TString>>& iValues) {
+  std::map<TString, size_t, TLessText> places;
+  for (size_t i = 0; i < FLines.size(); ++i) {
+    const TLine& line = FLines[i];
+    if (line.Kind == TLineKind::lkKey && SameText(line.Section, iSection)) {
+      places.emplace(line.Key, i);
+    }
+  }
+  bool changed = false;
+  std::vector<TLine> added;  // their places count on behind the lines that are there
+  for (const auto& [key, value] : iValues) {
+    const auto [place, isNew] = places.emplace(key, FLines.size() + added.size());
+    if (isNew) added.emplace_back();
+    const size_t index = place->second;
+    TLine& line = index < FLines.size() ? FLines[index] : added[index - FLines.size()];
+    if (!isNew && line.Value == value) continue;
+    line = MakeLine(iSection, key, value);
+    changed = true;
+  }
+  if (added.empty()) return changed;
+  const auto end = static_cast<ptrdiff_t>(EndOfSection(iSection));
+  FLines.insert(FLines.begin() + end, std::make_move_iterator(added.begin()),
+                std::make_move_iterator(added.end()));
+  return true;
+}
+
+bool TIniText::DeleteAll(TStringView iSection, const std::vector<TString>& iKeys) {
+  const std::set<TString, TLessText> keys(iKeys.begin(), iKeys.end());
+  return std::erase_if(FLines, [&](const TLine& iLine) {
+           return iLine.Kind == TLineKind::lkKey && keys.count(iLine.Key) > 0 &&
                   SameText(iLine.Section, iSection);
          }) > 0;
 }

@@ -28,6 +28,10 @@ class TIniText {
   void Set(TStringView iSection, TStringView iKey, TStringView iValue);
   /// Every key of this name in the section; false if there was none.
   bool Delete(TStringView iSection, TStringView iKey);
+  /// The same for many keys in turn, in the time of one walk along the text; false if nothing has
+  /// changed.
+  bool SetAll(TStringView iSection, const std::vector<std::pair<TString, TString>>& iValues);
+  bool DeleteAll(TStringView iSection, const std::vector<TString>& iKeys);
   /// Keys and values in file order; one of a name.
   std::vector<std::pair<TString, TString>> Values(TStringView iSection) const;
   std::vector<TString> Sections() const;

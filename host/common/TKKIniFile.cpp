@@ -147,6 +147,18 @@ void TKKIniFile::ReadSections(TStringList& ioSections) const {
   ioSections.Assign(FImpl->Text.Sections());
 }
 
+void TKKIniFile::WriteSectionValues(TStringView iSection, const TStringList& iLines) {
+  std::vector<std::pair<TString, TString>> values;
+  for (int i = 0; i < iLines.GetCount(); ++i) {
+    values.emplace_back(iLines.GetName(i), iLines.GetValueFromIndex(i));
+  }
+  FImpl->Apply([&](TIniText& ioText) { return ioText.SetAll(iSection, values); });
+}
+
+void TKKIniFile::DeleteKeys(TStringView iSection, const TStringList& iKeys) {
+  FImpl->Apply([&](TIniText& ioText) { return ioText.DeleteAll(iSection, iKeys.Lines()); });
+}
+
 void TKKIniFile::BeginUpdate() {
   const std::lock_guard lock(FImpl->Mutex);
   ++FImpl->Updates;

@@ -33,6 +33,10 @@ class TKKIniFile : public TObject {
   /// The same as name=value lines.
   void ReadSectionValues(TStringView iSection, TStringList& ioLines) const;
   void ReadSections(TStringList& ioSections) const;
+  /// WriteString for each name=value line, as one write, in the time of one walk along the file.
+  void WriteSectionValues(TStringView iSection, const TStringList& iLines);
+  /// DeleteKey for each of the names, likewise.
+  void DeleteKeys(TStringView iSection, const TStringList& iKeys);
 
   /// Several changes as one write, at the last EndUpdate. Pairs may lie in one another.
   void BeginUpdate();

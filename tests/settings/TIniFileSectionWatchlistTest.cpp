@@ -3,12 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <limits>
 #include <set>
 
 #include "host/base/Exception.h"
 #include "host/base/TLocale.h"
 #include "host/common/TFileHelper.h"
+#include "tests/support/TFaultyFileLayer.h"
 #include "tests/support/TTempFolder.h"
 
 namespace kk {
@@ -281,6 +283,34 @@ TEST_F(TIniFileSectionWatchlistTest, EachChangeAddsFillerKeysForTheOtherKeys) {
                                    "DefaultCategory4=" + line));
   EXPECT_EQ(FSection.GetDefaultCategory(cSourceA), cCategory1);
   EXPECT_EQ(FSection.GetCategoryTreeWidth(), 300);
+}
+
+// The filler keys of many years; written one by one this would take minutes.
+TEST_F(TIniFileSectionWatchlistTest, AChangeAmongVeryManyFillerKeysIsOneWalkAlongTheFile) {
+  constexpr int cCount = 8000;
+  std::string file = "[Watchlist]\nCategoryTreeWidth=300\n";
+  for (int i = 0; i < cCount; ++i) file += "DefaultCategory" + std::to_string(i) + "=;\n";
+  FFolder.Write(u"settings.ini", file);
+  FSection.SetDefaultCategory(cSourceA, cCategory1);
+  EXPECT_EQ(Stored(u"DefaultCategory0"), u";");
+  EXPECT_EQ(Stored(u"DefaultCategory" + IntToStr(cCount)), u";");
+  EXPECT_EQ(Stored(u"DefaultCategory" + IntToStr(cCount + 1)), Line(cSourceA, cCategory1));
+  EXPECT_EQ(Lines().size(), static_cast<size_t>(cCount + 3));
+}
+
+TEST_F(TIniFileSectionWatchlistTest, AChangeIsOneWriteAndAllOrNothing) {
+  FSection.SetDefaultCategory(cSourceA, cCategory1);
+  {
+    TFaultyFileLayer layer;
+    FSection.SetDefaultCategory(cSourceB, cCategory1);
+    EXPECT_EQ(std::count(layer.Calls().begin(), layer.Calls().end(), "rename"), 1);
+    layer.FailAll("flush", EIO);
+    EXPECT_THROW(FSection.SetDefaultCategory(cSourceC, cCategory1), EInOutError);
+  }
+  EXPECT_THAT(Lines(), ElementsAre("DefaultCategory0=" + ToUtf8(Line(cSourceA, cCategory1)),
+                                   "DefaultCategory1=" + ToUtf8(Line(cSourceB, cCategory1))));
+  FSection.SetDefaultCategory(cSourceC, cCategory2);
+  EXPECT_EQ(FSection.GetDefaultCategory(cSourceC), cCategory2);
 }
 
 TEST_F(TIniFileSectionWatchlistTest, ADefaultCategoryThatIsNoGuidIsTheEmptyOne) {

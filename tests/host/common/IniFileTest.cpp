@@ -190,6 +190,57 @@ TEST_F(TKKIniFileTest, WritesSeveralChangesAsOne) {
   EXPECT_EQ(Read(u"A", u"c"), u"3");
 }
 
+TEST_F(TKKIniFileTest, WritesManyKeysInTheirOrderBehindTheOthers) {
+  SetBytes("[A]\nx=1\n\n[Z]\nz=1\n");
+  TFaultyFileLayer layer;
+  FIni.WriteSectionValues(u"a", {u"n=1", u"X=2", u"m=a=b", u"N=3", u"empty="});
+  EXPECT_EQ(Bytes(), "[A]\nX=2\nN=3\nm=a=b\nempty=\n\n[Z]\nz=1\n");
+  EXPECT_EQ(std::count(layer.Calls().begin(), layer.Calls().end(), "rename"), 1);
+  FIni.WriteSectionValues(u"New", {u"k=v"});
+  EXPECT_EQ(Read(u"New", u"k"), u"v");
+}
+
+TEST_F(TKKIniFileTest, ManyKeysThatAreThereAlreadyAreNotWritten) {
+  FIni.WriteString(u"A", u"a", u"1");
+  TFaultyFileLayer layer;
+  FIni.WriteSectionValues(u"A", {u"A=1"});
+  FIni.WriteSectionValues(u"B", {});
+  FIni.DeleteKeys(u"A", {u"b"});
+  FIni.DeleteKeys(u"A", {});
+  EXPECT_EQ(std::count(layer.Calls().begin(), layer.Calls().end(), "rename"), 0);
+  EXPECT_EQ(Bytes(), "[A]\na=1\n");
+}
+
+TEST_F(TKKIniFileTest, DeletesManyKeysOfOneSection) {
+  SetBytes("[A]\na=1\nb=2\n; a\nA=3\nc=4\n[B]\na=5\n");
+  FIni.DeleteKeys(u"a", {u"a", u"C", u"nicht da"});
+  EXPECT_EQ(Bytes(), "[A]\nb=2\n; a\n[B]\na=5\n");
+}
+
+// What SetAll and DeleteAll promise: the outcome of the single calls in turn.
+RC_GTEST_PROP(TIniText, ManyAtOnceAreTheSameAsEachInTurn, ()) {
+  const auto name = rc::gen::element<TString>(u"a", u"A", u"b", u"c", u"", u"=");
+  const auto values = *rc::gen::container<std::vector<std::pair<TString, TString>>>(
+      rc::gen::pair(name, rc::gen::element<TString>(u"1", u"2", u" x ")));
+  const auto keys = *rc::gen::container<std::vector<TString>>(name);
+  const auto section = *rc::gen::element<TString>(u"S", u"s", u"T", u"");
+  TIniText single(
+      *rc::gen::element<std::string>("", "b=1\n[S]\na=1\n\n[T]\nc=1\nC=2\n", "[S]\n\n"));
+  TIniText many = single;
+  bool changed = false;
+  for (const auto& [key, value] : values) {
+    if (single.Find(section, key) == value) continue;
+    single.Set(section, key, value);
+    changed = true;
+  }
+  RC_ASSERT(many.SetAll(section, values) == changed);
+  RC_ASSERT(many.ToBytes() == single.ToBytes());
+  bool deleted = false;
+  for (const TString& key : keys) deleted = single.Delete(section, key) || deleted;
+  RC_ASSERT(many.DeleteAll(section, keys) == deleted);
+  RC_ASSERT(many.ToBytes() == single.ToBytes());
+}
+
 TEST_F(TKKIniFileTest, AWriteThatFailsChangesNothing) {
   FIni.WriteString(u"A", u"k", u"1");
   const std::string before = Bytes();
