@@ -34,8 +34,8 @@ template <class Tree>
 bool AnyGroupCanUpdate(const Tree& iTree) {
   TLstWatchlistPlugin groups(false);
   iTree.GetPlugins(groups);
-  return std::any_of(groups.begin(), groups.end(), [](const TWatchlistPlugin* group) {
-    return TWatchlistUpdateCommands::CanUpdate(*group);
+  return std::any_of(groups.begin(), groups.end(), [](const TWatchlistPlugin* iGroup) {
+    return TWatchlistUpdateCommands::CanUpdate(*iGroup);
   });
 }
 
@@ -96,7 +96,7 @@ bool TWatchlistUpdateCommands::CanUpdate(const TWatchlistPlugin& iGroup) {
   const TLstWatchlistItem& items = iGroup.LstItem();
   return SupportsUpdate(iGroup.Integration()) &&
          std::any_of(items.begin(), items.end(),
-                     [](const TWatchlistItem* item) { return item->CanUpdate(); });
+                     [](const TWatchlistItem* iItem) { return iItem->CanUpdate(); });
 }
 
 bool TWatchlistUpdateCommands::CanUpdate(const TWatchlistItem& iItem) {

@@ -19,6 +19,7 @@ constexpr int cInitializeDelayMs = 300;
 TfrmKKWatchlist::TfrmKKWatchlist()
     : TfrmKKCommonSectionBase(nullptr, u"TfrmKKWatchlist", _resToolButtonCaption) {
   using TSelf = TfrmKKWatchlist;
+  SetOnClose(TNotifyEvent::Of<&TSelf::FormClose>(this));
   FFormAddProgress.SetOnShow(TNotifyEvent::Of<&TSelf::DoShowFormAddProgress>(this));
   FFormAddProgress.SetOnClose(TNotifyEvent::Of<&TSelf::DoCloseFormAddProgress>(this));
 }
@@ -84,6 +85,10 @@ void TfrmKKWatchlist::Uninitialize() {
   TfrmKKCommonSectionBase::Uninitialize();
 }
 
+void TfrmKKWatchlist::FormClose(TObject*) {
+  if (Application()) Application()->SectionClosed();
+}
+
 void TfrmKKWatchlist::SetView(TWatchlistView* iView) {
   FSeams.View = iView != nullptr ? iView : &FNoView;
 }
@@ -105,9 +110,16 @@ void TfrmKKWatchlist::SaveAll() { Handler()->SaveAll(); }
 void TfrmKKWatchlist::AddWithUpdate(const TIntf<IInterfaceList>& iResults,
                                     TWatchlistIntegration& iIntegration,
                                     TWatchlistCategory& iTarget) {
+  // Looks like a mistake and is required: the panel gets one and the same list at every add, so
+  // that a second add before the first has ended takes the first one's open results out of it;
+  // their ends add nothing then. The panel empties that list, the reminders need one that stays.
   FAddedSearchResults->Clear();
-  for (int i = 0; i < iResults->GetCount(); ++i) FAddedSearchResults->Add(iResults->Get(i));
-  FFormAddProgress.AddWithUpdate(iResults, iIntegration, iTarget);
+  FResultsToAdd->Clear();
+  for (int i = 0; i < iResults->GetCount(); ++i) {
+    FAddedSearchResults->Add(iResults->Get(i));
+    FResultsToAdd->Add(iResults->Get(i));
+  }
+  FFormAddProgress.AddWithUpdate(FResultsToAdd, iIntegration, iTarget);
 }
 
 void TfrmKKWatchlist::DoCloseFormAddProgress(TObject*) {
@@ -158,9 +170,9 @@ void TfrmKKWatchlist::DoUpdaterProgress(TObject* Sender) {
   FSeams.View->DoUpdaterProgress(Sender);
   // The updater raises it behind the entry's own listener, which adds the item of a new result.
   std::vector<TFinished> finished;
-  std::erase_if(FFinished, [&](const TFinished& end) {
-    if (end.Updater != Sender) return false;
-    finished.push_back(end);
+  std::erase_if(FFinished, [&](const TFinished& iEnd) {
+    if (iEnd.Updater != Sender) return false;
+    finished.push_back(iEnd);
     return true;
   });
   for (const TFinished& end : finished) {

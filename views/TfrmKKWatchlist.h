@@ -67,6 +67,8 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   bool SaveImported(bool iImported);
   /// iListens: whether the section hears of the updaters' events from now on.
   void BindUpdaters(bool iListens);
+  /// Tells the host that the section was closed.
+  void FormClose(TObject* Sender);
   void StopDelay();
   void DoInitializeWithDelayTimer();
   void DoShowFormAddProgress(TObject* /*Sender*/) {}  // does nothing, as required
@@ -87,6 +89,7 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   TWatchlistUpdateCommands FUpdates;
   TfrmWatchlistAddProgress FFormAddProgress{*this, this};
   TIntf<IInterfaceList> FAddedSearchResults = NewInterfaceList();
+  TIntf<IInterfaceList> FResultsToAdd = NewInterfaceList();  // the one list of all adds
   TNotifyEventSearchResult FOnUpdateFinished;
   std::vector<TFinished> FFinished;  // ends that the updater's own listener has still to hear of
   bool FInitialized = false;

@@ -24,8 +24,9 @@ using TLines = std::vector<std::string>;
 
 class TFakeApplication : public TInterfaced<IApplication> {
  public:
-  void SectionClosed() override {}
+  void SectionClosed() override { ++Closed; }
   bool ShowNotificationWindow(TForm*) override { return false; }
+  int Closed = 0;
 };
 
 class TFakePlugin : public TCommonPlugin<IPlugin> {
