@@ -162,6 +162,15 @@ TEST_F(TWatchlistFileSaverTest, KnownEntriesAreFoundWithoutRegardToCase) {
   EXPECT_EQ(Entries().at("VERSION"), "2");
 }
 
+TEST_F(TWatchlistFileSaverTest, ARewrittenEntryHoldsNothingOfWhatWasThere) {
+  const std::string longText(1000, 'x');
+  WriteArchive(World.FileName(), {{"version", longText}, {"categories", longText}});
+  AddCategory(World.Tree(), u"A");
+  EXPECT_TRUE(World.SaveChanges());
+  EXPECT_EQ(Entries().at("version"), "2");
+  EXPECT_THAT(Entries().at("categories"), Not(HasSubstr("xxx")));
+}
+
 TEST_F(TWatchlistFileSaverTest, ANamelessEntryDoesNotKeepTheListFromBeingSaved) {
   WriteArchive(World.FileName(), {{"v", "2"}, {"x", "bleibt"}});
   // In the central directory (ZIP APPNOTE 4.3.12), one byte of name becomes one of comment.

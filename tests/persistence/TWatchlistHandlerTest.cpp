@@ -405,6 +405,32 @@ TEST_F(TWatchlistHandlerTest, ASaveAndALoadBringEverythingBack) {
   EXPECT_FALSE(Handler()->LstRemind().GetChanged());
 }
 
+// A source that looks, while it saves, whether the reminders can be changed meanwhile.
+class TLookingSource : public TFakeSource {
+ public:
+  using TFakeSource::TFakeSource;
+  void SaveSearchResults(const IInterfaceList& iList, TStream& ioStream) override {
+    EXPECT_THROW(Handler()->LstRemind().BeginWrite(), Exception);
+    ++Looks;
+    TFakeSource::SaveSearchResults(iList, ioStream);
+  }
+  int Looks = 0;
+};
+
+TEST_F(TWatchlistHandlerTest, NobodyChangesTheRemindersWhileTheyAreSaved) {
+  const auto source = MakeIntf<TLookingSource>(u"Quelle", cSource);
+  Handler()->LstIntegration().Add(source);
+  FillTree(source);
+  Handler()->SaveToFile();
+  source->SetSaveFailure(u"kaputt");
+  FlagAll();
+  Handler()->SaveToFile();
+  EXPECT_EQ(source->Looks, 2);
+  // Free again, also after the failure.
+  Handler()->LstRemind().BeginWrite();
+  Handler()->LstRemind().EndWrite();
+}
+
 TEST_F(TWatchlistHandlerTest, ALoadReplacesTheRemindersAndForgetsAllFlags) {
   // The entries of this source are not in the file, and its flags are cleared all the same.
   AddSource();
