@@ -162,18 +162,12 @@ std::string Convert(std::string_view iBytes, const std::string& iEncoding) {
   const std::unique_ptr<UConverter, decltype(&ucnv_close)> converter(
       ucnv_open(iEncoding.c_str(), &status), &ucnv_close);
   if (U_FAILURE(status)) return ToUtf8(FromUtf8(iBytes));
-  TString text(iBytes.size() + 1, u'\0');
+  // None of the encodings makes more units than it has bytes.
+  TString text(iBytes.size(), u'\0');
   const char* from = iBytes.data();
   char16_t* to = text.data();
-  for (;;) {
-    ucnv_toUnicode(converter.get(), &to, text.data() + text.size(), &from,
-                   iBytes.data() + iBytes.size(), nullptr, true, &status);
-    if (status != U_BUFFER_OVERFLOW_ERROR) break;
-    status = U_ZERO_ERROR;
-    const auto used = static_cast<size_t>(to - text.data());
-    text.resize(text.size() * 2);
-    to = text.data() + used;
-  }
+  ucnv_toUnicode(converter.get(), &to, text.data() + text.size(), &from,
+                 iBytes.data() + iBytes.size(), nullptr, true, &status);
   text.resize(static_cast<size_t>(to - text.data()));
   return ToUtf8(text);
 }

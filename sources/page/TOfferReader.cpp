@@ -122,6 +122,7 @@ void TOfferReader::AddOffer(const TSchemaItem& iOffer, const TOffer& iInherited,
   // Shops write zero where they have no price to tell.
   if (offer.Price && offer.Price->IsZero() && Rank(offer.Availability) != 0) {
     offer.Price = std::nullopt;
+    FSawZero = true;
   }
   FFound.push_back({offer, FFacts.MatchOf(iOffer.Text("url"))});
 }
@@ -197,6 +198,12 @@ TDateTime TOfferReader::EndOf(const TSchemaItem& iItem) const {
     if (!end.IsZero()) return end;
   }
   return {};
+}
+
+bool TOfferReader::HasAnswer() const {
+  return FSawZero || std::any_of(FFound.begin(), FFound.end(), [](const TFound& iFound) {
+           return iFound.Offer.Price || IsGone(iFound.Offer.Availability);
+         });
 }
 
 std::optional<TOffer> TOfferReader::Best() const {

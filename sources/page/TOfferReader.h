@@ -27,6 +27,8 @@ class TOfferReader {
   void AddOffer(const TSchemaItem& iOffer);
   /// Nothing if there was no offer at all.
   std::optional<TOffer> Best() const;
+  /// Whether the offers say what it costs, or that there is no price at the moment.
+  bool HasAnswer() const;
 
  private:
   struct TFound {
@@ -44,6 +46,7 @@ class TOfferReader {
   const TSchemaGraph& FGraph;
   const TPageFacts& FFacts;
   std::vector<TFound> FFound;
+  bool FSawZero = false;
 };
 
 /// A text of a page as it is shown: entities decoded, blanks collapsed, without control characters,

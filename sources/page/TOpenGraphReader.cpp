@@ -34,7 +34,7 @@ std::optional<TChosenProduct> ReadOpenGraph(const TPageFacts& iFacts) {
   const bool canBeHad =
       offer.Availability != TAvailability::avUnknown && !IsGone(offer.Availability);
   if (!offer.Price || (offer.Price->IsZero() && !canBeHad)) return std::nullopt;
-  chosen.HasOffer = true;
+  chosen.HasAnswer = true;
   chosen.Product.Name = CleanText(iFacts.Title());
   chosen.Product.Image = OpenGraphImage(iFacts);
   offer.Seller = CleanText(iFacts.Meta("og:site_name"));

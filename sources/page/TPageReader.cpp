@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "host/base/Exception.h"
 #include "sources/page/TCharsetDecoder.h"
@@ -82,24 +83,26 @@ bool MeanSameOffer(const TProduct& iA, const TProduct& iB) {
   return (sameName && (samePrice || !iA.Offer.Price || !iB.Offer.Price)) || samePrice;
 }
 
-// Takes over what is still open.
+// Takes over what an offer leaves open.
+void CompleteOffer(TOffer& ioOffer, const TOffer& iOther) {
+  if (ioOffer.Availability == TAvailability::avUnknown) ioOffer.Availability = iOther.Availability;
+  if (ioOffer.Seller.empty()) ioOffer.Seller = iOther.Seller;
+  if (ioOffer.EndTime.IsZero()) ioOffer.EndTime = iOther.EndTime;
+  if (ioOffer.Price && ioOffer.Currency.empty()) ioOffer.Currency = iOther.Currency;
+}
+
 void Complete(TChosenProduct& ioChosen, const TChosenProduct& iOther) {
   TProduct& product = ioChosen.Product;
+  const bool meanSame = MeanSameOffer(product, iOther.Product);
   if (product.Name.empty()) product.Name = iOther.Product.Name;
   if (product.Image.empty()) product.Image = iOther.Product.Image;
-  if (!ioChosen.HasOffer && iOther.HasOffer) {
-    product.Offer = iOther.Product.Offer;
-    ioChosen.HasOffer = true;
-    return;
+  if (!ioChosen.HasAnswer && iOther.HasAnswer) {
+    const TOffer own = std::exchange(product.Offer, iOther.Product.Offer);
+    CompleteOffer(product.Offer, own);
+    ioChosen.HasAnswer = true;
+  } else if (meanSame) {
+    CompleteOffer(product.Offer, iOther.Product.Offer);
   }
-  if (!MeanSameOffer(product, iOther.Product)) return;
-  TOffer& offer = product.Offer;
-  if (offer.Availability == TAvailability::avUnknown) {
-    offer.Availability = iOther.Product.Offer.Availability;
-  }
-  if (offer.Seller.empty()) offer.Seller = iOther.Product.Offer.Seller;
-  if (offer.EndTime.IsZero()) offer.EndTime = iOther.Product.Offer.EndTime;
-  if (offer.Price && offer.Currency.empty()) offer.Currency = iOther.Product.Offer.Currency;
 }
 
 TPageReading ReadTree(const THtmlTree& iTree, const TPageBytes& iPage) {

@@ -33,7 +33,8 @@ inline constexpr int cPageReaderVersion = 1;
 
 /// Reads the product of a page: from JSON-LD, else from microdata, with OpenGraph as the fallback.
 /// What the first syntax leaves open is taken from the others if they mean the same offer; a price
-/// is taken from another only where the first has no offer at all. Nothing fails. Any thread.
+/// is taken from another only where the first says neither one nor that there is none. Nothing
+/// fails. Any thread.
 TPageReading ReadPage(const TPageBytes& iPage, const THtmlLimits& iLimits = {});
 
 }  // namespace kk

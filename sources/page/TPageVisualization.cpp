@@ -1,5 +1,7 @@
 #include "sources/page/TPageVisualization.h"
 
+#include <algorithm>
+
 #include "host/contract/INotifications.h"
 #include "host/contract/TPluginIntegration.h"
 #include "sources/page/PageConsts.h"

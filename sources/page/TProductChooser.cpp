@@ -127,7 +127,8 @@ std::optional<TChosenProduct> TProductChooser::Choose(TChosenKind iKind) {
 
 bool TProductChooser::IsAmbiguous(const std::vector<TCandidate>& iCandidates,
                                   const TCandidate& iBest) const {
-  if (iBest.AddressMatch > 0 || iBest.NameMatch > 0) return false;
+  if (iBest.AddressMatch > 0 || iBest.NameMatch == 2) return false;
+  // A name in part is shared by all of a category ("Stiefel": "Stiefel Anna", "Stiefel Berta").
   if (!iBest.IsMain) return true;
   return std::any_of(iCandidates.begin(), iCandidates.end(), [&](const TCandidate& iOther) {
     return iOther.Score == iBest.Score && iOther.Name != iBest.Name;
@@ -145,7 +146,7 @@ TChosenProduct TProductChooser::Read(const std::vector<TCandidate>& iCandidates,
     if (candidate.Item == iBest.Item || isVariant) offers.Add(*candidate.Item);
   }
   const std::optional<TOffer> offer = offers.Best();
-  chosen.HasOffer = offer.has_value();
+  chosen.HasAnswer = offers.HasAnswer();
   chosen.Product.Name = CleanText(iBest.Item->Text("name"));
   chosen.Product.Image = ImageOf(*iBest.Item);
   if (offer) chosen.Product.Offer = *offer;
@@ -168,7 +169,7 @@ std::optional<TChosenProduct> TProductChooser::ReadLoneOffer() const {
   if (!offer || !offer->Price) return std::nullopt;
   TChosenProduct chosen;
   chosen.Kind = TChosenKind::ckOther;
-  chosen.HasOffer = true;
+  chosen.HasAnswer = true;
   chosen.Product.Name = CleanText(lone->Text("name"));
   chosen.Product.Image = ImageOf(*lone);
   chosen.Product.Offer = *offer;

@@ -16,14 +16,15 @@ enum class TChosenKind { ckProduct, ckEvent, ckOther, ckTags };
 struct TChosenProduct {
   TProduct Product;
   TChosenKind Kind = TChosenKind::ckProduct;
-  /// Whether there was an offer, even one without a price.
-  bool HasOffer = false;
+  /// Whether it says what it costs, or that there is no price at the moment.
+  bool HasAnswer = false;
 };
 
 /// Chooses the product that a page is about among all that it mentions: related ones, other
 /// variants, lists. It is the one whose address is the page's, or that the page is headed with, or
 /// that stands alone. Variants that share its name are one article with it. Where several
-/// products stand beside each other and nothing tells which is meant, none is.
+/// products stand beside each other and nothing tells which is meant, as on the page of a
+/// category, none is.
 ///
 /// Products come first, then events, then everything else that is offered for a price.
 class TProductChooser {

@@ -267,6 +267,27 @@ TEST(ReadPage, AmongSeveralTheProductOfTheHeadingCounts) {
             "Hammer 2 EUR");
 }
 
+TEST(ReadPage, PageOfACategoryHasNoProductOfItsOwn) {
+  const std::string products = Offered("Stiefel Anna", 1) + "," + Offered("Stiefel Berta", 2);
+  EXPECT_EQ(Told(Read("<h1>Stiefel</h1>" + Ld("[" + products + "]"))), cSeveral);
+  EXPECT_EQ(Told(Read("<h1>Stiefel</h1>" +
+                      Ld(R"({"@type":"ItemList","itemListElement":[)" + products + "]}"))),
+            cSeveral);
+}
+
+TEST(ReadPage, OfferThatSaysNothingOfAPriceLeavesItToTheOthers) {
+  const auto reading =
+      Read(LdProduct(R"("offers":{"price":"","availability":"PreOrder","seller":"Bob"})") +
+           "<meta property=og:title content=Anvil><meta property=product:price:amount content=9>"
+           "<meta property=product:price:currency content=EUR>");
+  EXPECT_EQ(Told(reading), "Anvil 9 EUR");
+  EXPECT_EQ(reading.Product->Offer.Availability, TAvailability::avPreOrder);
+  EXPECT_EQ(reading.Product->Offer.Seller, u"Bob");
+  EXPECT_EQ(Told(Read(LdProduct(R"("offers":{"price":"0","priceCurrency":"EUR"})") +
+                      "<meta property=product:price:amount content=9>")),
+            "Anvil - EUR");
+}
+
 TEST(ReadPage, RelatedProductsAndListsAreNotTheProduct) {
   EXPECT_EQ(Told(Read(LdProduct(R"("offers":{"price":5,"priceCurrency":"EUR"},"isRelatedTo":[)" +
                                 Offered("Anvil Pro", 1) + "]"))),
