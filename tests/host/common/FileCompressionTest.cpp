@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -247,6 +248,38 @@ TEST_F(TFileCompressionTest, AnEntryThatLiesAboutItsSizeIsDamaged) {
     EXPECT_THROW(Entry(u"bomb"), EInOutError) << claim;
     EXPECT_THROW(TFileCompression::ReadPacked(FFile)[0]->GetStream(), EInOutError) << claim;
   }
+}
+
+// Deflate (RFC 1951, 3.2.6) of zeros without an end: a literal, and matches of 258 bytes at
+// distance 1, 13 bits for each.
+std::string EndlessZeros(int iMatches) {
+  std::string bytes;
+  int bits = 0;
+  const auto put = [&](unsigned iBits, int iCount) {
+    for (int i = iCount - 1; i >= 0; --i, ++bits) {
+      if (bits % 8 == 0) bytes += '\0';
+      bytes.back() = static_cast<char>(bytes.back() | (iBits >> i & 1) << bits % 8);
+    }
+  };
+  put(0b010, 3);  // not the last block; fixed codes
+  put(0b00110000, 8);
+  for (int i = 0; i < iMatches; ++i) put(0b11000101'00000, 13);
+  return bytes;
+}
+
+int64_t MostMemoryInKiB() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
+}
+
+TEST_F(TFileCompressionTest, StopsUnpackingWhereAnEntryShouldEnd) {
+  TRawZip zip;
+  zip.Add({.Name = "bomb", .Bytes = EndlessZeros(2'000'000), .Size = 10, .Crc = 0, .Method = 8});
+  SetBytes(zip.ToBytes());
+  const int64_t before = MostMemoryInKiB();
+  EXPECT_THROW(Entry(u"bomb"), EInOutError);
+  EXPECT_LT(MostMemoryInKiB() - before, 100 * 1024);
 }
 
 TEST_F(TFileCompressionTest, EntriesThatLieOverEachOtherAreRefusedAsAWhole) {

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -276,6 +277,23 @@ TEST(WriteFileAtomically, NeverFollowsATemporaryFileThatIsALink) {
   }
 }
 
+TEST(WriteFileAtomically, RefusesALinkThatIsPutThereJustBeforeItOpens) {
+  class THostileLayer : public TFaultyFileLayer {
+   public:
+    int Unlink(const char* iPath) override {
+      const int result = TFaultyFileLayer::Unlink(iPath);
+      if (Calls().size() == 1) fs::create_symlink("victim", iPath);
+      return result;
+    }
+  };
+  const TTempFolder folder;
+  folder.Write(u"victim", "mine");
+  const THostileLayer layer;
+  EXPECT_NE(MessageFrom([&] { WriteFileAtomically(folder.File(u"a"), "new"); }), "");
+  EXPECT_EQ(folder.Read(u"victim"), "mine");
+  EXPECT_FALSE(folder.Has(u"a"));
+}
+
 TEST(WriteFileAtomically, ReplacesALeftOverTemporaryFile) {
   const TTempFolder folder;
   folder.Write(u"a.tmp", "half of something longer");
@@ -362,17 +380,44 @@ TEST(WriteFileAtomically, AWriteThatTakesNothingDoesNotGoOnForEver) {
   EXPECT_NE(MessageFrom([&] { WriteFileAtomically(folder.File(u"a"), "x"); }), "");
 }
 
-TEST(WriteFileAtomically, TwoThreadsNeverMixTheirBytes) {
-  const TTempFolder folder;
-  const std::string a(50'000, 'a');
-  const std::string b(50'000, 'b');
-  const auto write = [&](const std::string& iBytes) {
-    for (int i = 0; i < 20; ++i) WriteFileAtomically(folder.File(u"file"), iBytes);
+TEST(WriteFileAtomically, WritesOneFileAfterTheOtherWhateverTheThread) {
+  // Notices whether a second write begins before the first one has its name.
+  class TWatchingLayer : public TFaultyFileLayer {
+   public:
+    long Write(int iFile, const void* iBytes, size_t iCount) override {
+      if (Writers++ > 0) HasMixed = true;
+      while (Started < 2) std::this_thread::yield();
+      for (int i = 0; i < 1000; ++i) std::this_thread::yield();
+      return MachineFileLayer().Write(iFile, iBytes, iCount);
+    }
+    int Rename(const char* iOldPath, const char* iNewPath) override {
+      --Writers;
+      return MachineFileLayer().Rename(iOldPath, iNewPath);
+    }
+    int Open(const char* iPath, int iFlags, unsigned iMode) override {
+      return MachineFileLayer().Open(iPath, iFlags, iMode);
+    }
+    int Flush(int iFile) override { return MachineFileLayer().Flush(iFile); }
+    int Close(int iFile) override { return MachineFileLayer().Close(iFile); }
+    int Unlink(const char* iPath) override { return MachineFileLayer().Unlink(iPath); }
+    std::atomic<int> Started{0};
+    std::atomic<int> Writers{0};
+    std::atomic<bool> HasMixed{false};
   };
-  std::thread other([&] { write(b); });
-  write(a);
+  const TTempFolder folder;
+  TWatchingLayer layer;
+  std::atomic<int> failures{0};
+  const auto write = [&](const std::string& iBytes) {
+    ++layer.Started;
+    if (!MessageFrom([&] { WriteFileAtomically(folder.File(u"file"), iBytes); }).empty()) {
+      ++failures;
+    }
+  };
+  std::thread other([&] { write("b"); });
+  write("a");
   other.join();
-  EXPECT_TRUE(folder.Read(u"file") == a || folder.Read(u"file") == b);
+  EXPECT_FALSE(layer.HasMixed);
+  EXPECT_EQ(failures, 0);
   EXPECT_THAT(folder.Names(), ElementsAre("file"));
 }
 
