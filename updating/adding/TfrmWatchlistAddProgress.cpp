@@ -102,6 +102,7 @@ void TfrmWatchlistAddProgress::AddItem(const TIntf<ISearchResult>& iSearchResult
   if (group == nullptr) return;
   // Cloned before there is an item, so that a failure leaves none without a result.
   const TIntf<ISearchResult> clone = iSearchResult->Clone();
+  if (!clone) return;
   TWatchlistItem& item = group->LstItem().Add(std::make_unique<TWatchlistItem>());
   item.SetSearchResult(clone);
   item.SetParentCategoryId(category.Id());

@@ -43,11 +43,13 @@ class TFailingResult : public TFakeSearchResult {
   }
   TIntf<ISearchResult> Clone() const override {
     if (CloneFails) throw Exception(u"Keine Kopie");
+    if (CloneIsEmpty) return {};
     return CloneHasOtherId ? FakeResult(GetName()) : TFakeSearchResult::Clone();
   }
   bool CloneHasOtherId = false;
   bool IdFails = false;
   bool CloneFails = false;
+  bool CloneIsEmpty = false;
 };
 
 class TfrmWatchlistAddProgressTest : public testing::Test {
@@ -400,6 +402,16 @@ TEST_F(TfrmWatchlistAddProgressTest, AnItemThatCannotBeMadeCountsAsDone) {
   EXPECT_EQ(List->GetCount(), 1);
   Source->Finish(true);
   EXPECT_EQ(NamesIn(*Books), TLines{"b"});
+  EXPECT_FALSE(Panel.Visible());
+}
+
+TEST_F(TfrmWatchlistAddProgressTest, AnEmptyCopyMakesNoItem) {
+  const auto failing = MakeIntf<TFailingResult>(u"kaputt");
+  failing->CloneIsEmpty = true;
+  Panel.AddWithUpdate(Results({A}), Integration, *Books);
+  Source->Finish(true, failing);
+  EXPECT_EQ(Root.RootCategories().FindItemById(A->GetId()), nullptr);
+  EXPECT_FALSE(Integration.IsChanged());
   EXPECT_FALSE(Panel.Visible());
 }
 
