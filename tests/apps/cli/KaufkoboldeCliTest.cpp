@@ -359,7 +359,7 @@ TEST_F(TKaufkoboldeCli, OutputThatCanNotBeWrittenIsAFailure) {
   EXPECT_THAT(outcome.Error, HasSubstr("Die Ausgabe konnte nicht geschrieben werden."));
 }
 
-TEST_F(TKaufkoboldeCli, WithClosedFilesNothingIsPrintedIntoTheData) {
+TEST_F(TKaufkoboldeCli, WithAClosedOutputNothingIsPrintedIntoTheData) {
   AddLampInto("Haus");
   TCliProcess::TOptions options;
   options.Closed = true;
@@ -556,8 +556,24 @@ TEST_F(TKaufkoboldeCli, TheDemonstrationShowsPricesThatChange) {
                          HasSubstr("Kaffeemühle Mokka: Preis 79,00 EUR -> 69,00 EUR"),
                          HasSubstr("Wanduhr, um 1960: Preis 15,00 EUR -> 18,50 EUR"),
                          HasSubstr("liegt in " + Data.Path()), HasSubstr("Shop schließt")));
+  EXPECT_THAT(out, Not(HasSubstr("Auf Lager ->"))) << "only what has changed";
   EXPECT_THAT(Do({"list"}), HasSubstr("endet "));
   EXPECT_THAT(Do({"list"}), HasSubstr("uhrenfreund"));
+}
+
+TEST_F(TKaufkoboldeCli, TheDemonstrationLeavesTheUsersListAlone) {
+  fs::create_directory(Data.Path() + "/tmp");
+  TCliProcess::TOptions options;
+  options.Environment = {{"XDG_DATA_HOME", Data.Path() + "/data"},
+                         {"XDG_CONFIG_HOME", Data.Path() + "/config"},
+                         {"XDG_STATE_HOME", Data.Path() + "/state"},
+                         {"TMPDIR", Data.Path() + "/tmp"}};
+  const TCliOutcome outcome = RunCli({"demo"}, options);
+  EXPECT_EQ(outcome.Exit, 0) << outcome.Error;
+  EXPECT_THAT(outcome.Out, HasSubstr("liegt in " + Data.Path() + "/tmp/kaufkobolde-beispiel-"));
+  EXPECT_FALSE(fs::exists(Data.Path() + "/data"));
+  fs::remove_all(Data.Path() + "/tmp");
+  EXPECT_EQ(RunCli({"demo"}, options).Exit, 1) << "without a folder there is no demonstration";
 }
 
 }  // namespace

@@ -201,6 +201,14 @@ TEST_F(TCliFormHostTest, YesToAllAnswersQuestionsAlone) {
   EXPECT_EQ(MessageDlg(u"Text", TMsgDlgType::mtError, {TMsgDlgBtn::mbOK}), cModalOK);
 }
 
+TEST_F(TCliFormHostTest, YesIsTheButtonThatMeansItWhereverItStands) {
+  Host.SetYesToAll(true);
+  TForm form(nullptr, u"TfrmAsk", u"Frage");
+  TButton btnNo(&form, u"btnNo", u"Nein", cModalNo);
+  TButton btnYes(&form, u"btnYes", u"Ja", cModalYes);
+  EXPECT_EQ(form.ShowModal(), cModalYes);
+}
+
 TEST_F(TCliFormHostTest, WithoutAUserTheDefaultButtonIsTaken) {
   EXPECT_FALSE(AskToDelete());
   TFullForm form;

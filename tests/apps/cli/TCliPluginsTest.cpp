@@ -66,6 +66,17 @@ TEST(TCliPlugins, ASourceThatFailsIsLeftOut) {
   EXPECT_THAT(world.Log.Lines(), ElementsAre("info Beobachten: Uninitialize"));
 }
 
+TEST(TCliPlugins, APluginThatFailsAtItsEndKeepsNoOtherFromEnding) {
+  TCliWorld world;
+  world.Start();
+  world.List().UninitializeFailure = u"kaputt";
+  world.Log.Clear();
+  world.Plugins.Uninitialize();
+  EXPECT_THAT(world.Log.Lines(),
+              ElementsAre("error Host: Das Plug-in \"Beobachten\" lässt sich nicht beenden: kaputt",
+                          "info Fakeshop: Uninitialize"));
+}
+
 TEST(TCliPlugins, HandsTheCommandLineToAll) {
   TCliWorld world;
   world.Start();

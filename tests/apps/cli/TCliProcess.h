@@ -23,7 +23,7 @@ class TCliProcess {
     std::map<std::string, std::string> Environment;
     /// Where stdout goes; a pipe if empty.
     std::string OutFile;
-    /// stdin and stdout are not open at all.
+    /// stdout is not open at all.
     bool Closed = false;
   };
 

@@ -131,6 +131,7 @@ void TFakeWatchlistPlugin::Initialize(const TIntf<IApplication>& iApplication) {
 void TFakeWatchlistPlugin::Uninitialize() {
   TCommonPlugin::Uninitialize();
   FSources.clear();
+  if (!UninitializeFailure.empty()) throw Exception(UninitializeFailure);
   LogInfo(u"Beobachten", u"Uninitialize");
 }
 
@@ -168,7 +169,6 @@ TIntf<IInterfaceList> TFakeWatchlistPlugin::GetIntegrations(const TIntf<IIntegra
 bool TFakeWatchlistPlugin::AddItem(const TGuid& iTargetPluginId,
                                    const TIntf<ISearchResult>& iSearchResult) {
   Note("AddItem " + ToUtf8(iSearchResult->GetName()));
-  if (!AddFailure.empty()) throw Exception(AddFailure);
   TGuid target = cEmptyGuid;
   if (ShowsDialog && !AskForCategory(target)) return false;
   Queue({iSearchResult, iTargetPluginId, target, true});

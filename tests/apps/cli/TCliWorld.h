@@ -113,7 +113,7 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   bool NeverEnds = false;           ///< refreshes stay open
   std::vector<TString> Failing;     ///< names whose refresh fails
   std::function<void()> OnRequest;  ///< called when a refresh begins
-  TString AddFailure;               ///< what AddItem raises
+  TString UninitializeFailure;      ///< what Uninitialize raises
 
  private:
   struct TOpen {
