@@ -1,5 +1,7 @@
 #include "persistence/TWatchlistHandler.h"
 
+#include <utility>
+
 #include "host/base/Guard.h"
 #include "host/base/TMainLoop.h"
 #include "host/common/TFileHelper.h"
@@ -21,16 +23,13 @@ TWatchlistHandler* currentHandler = nullptr;
 
 // Categories and their items outlive the handler on purpose: their end would tell listeners of a
 // handler on its way out. Here they stay in reach until FreeBuriedCategories.
-TLstWatchlistCategory& Graveyard() {
-  static TLstWatchlistCategory* const graveyard =
-      std::make_unique<TLstWatchlistCategory>(false).release();
-  return *graveyard;
-}
+TLstWatchlistCategory* graveyard = nullptr;
 
 void Bury(TLstWatchlistCategory& ioCategories) {
+  if (graveyard == nullptr) graveyard = std::make_unique<TLstWatchlistCategory>(false).release();
   const std::vector<TWatchlistCategory*> categories(ioCategories.begin(), ioCategories.end());
   ioCategories.ClearWithoutFree();
-  for (TWatchlistCategory* category : categories) Graveyard().Add(*category);
+  for (TWatchlistCategory* category : categories) graveyard->Add(*category);
 }
 
 // What every other plug-in adds to a source's view.
@@ -61,12 +60,13 @@ void FreeHandler() {
 
 void FreeBuriedCategories() {
   if (HasWatchlistModelRoot()) return;
-  const std::vector<TWatchlistCategory*> categories(Graveyard().begin(), Graveyard().end());
-  Graveyard().ClearWithoutFree();
+  const std::unique_ptr<TLstWatchlistCategory> buried(std::exchange(graveyard, nullptr));
+  if (!buried) return;
   TLstWatchlistCategory owner(true);
-  for (TWatchlistCategory* category : categories) {
+  for (TWatchlistCategory* category : *buried) {
     owner.Add(std::unique_ptr<TWatchlistCategory>(category));
   }
+  buried->ClearWithoutFree();  // before what it borrows dies
 }
 
 TWatchlistHandler::TWatchlistHandler(const TIntf<IPlugin>& iPlugin)

@@ -56,8 +56,8 @@ TString TPluginWatchlist::GetDescription() const { return TString(_resToolButton
 TString TPluginWatchlist::GetLongDescription() const { return TString(_resPluginLongDescription); }
 
 bool TPluginWatchlist::QueryDelegated(const TGuid& iIid, void** oInterface) {
-  const auto ask = [&](IInterface* object) {
-    return object != nullptr && object->QueryInterface(iIid, oInterface);
+  const auto ask = [&](IInterface* iObject) {
+    return iObject != nullptr && iObject->QueryInterface(iIid, oInterface);
   };
   if (iIid == IID_PluginIntegration) return ask(GetIntegration().Get());
   if (iIid == IToolbarExtender::cIid) return ask(FToolbarExtender.Get());
@@ -102,12 +102,8 @@ void TPluginWatchlist::CreateForm(const TIntf<IApplication>& iApplication) {
 }
 
 void TPluginWatchlist::Uninitialize() {
-  if (Handler() != nullptr) {
-    // A list that was never loaded must not be saved over the file.
-    if (FLoaded) Handler()->Uninitialize();
-    // Whatever the waiting came to: no updater calls the form any more.
-    Handler()->TerminateThreads();
-  }
+  // A list that was never loaded must not be saved over the file.
+  if (FLoaded) Handler()->Uninitialize();
   FLoaded = false;
   if (FAccess) FAccess->Detach();
   FAccess = nullptr;
@@ -177,7 +173,7 @@ bool TPluginWatchlist::CmdLineImportFromFile(TStringView iFileName) {
 
 TIntf<IInterfaceList> TPluginWatchlist::GetIntegrations(const TIntf<IIntegrationInfo>& iInfo) {
   const TIntf<IInterfaceList> integrations = NewInterfaceList();
-  if (Handler() == nullptr) return integrations;
+  if (Handler() == nullptr || !iInfo) return integrations;
   const TGuid id = iInfo->GetId();
   const TLstWatchlistIntegration& sources = Handler()->LstIntegration();
   int index = sources.IndexOfId(id);
