@@ -2,8 +2,8 @@
 
 #include <functional>
 #include <memory>
-#include <utility>
 #include <string>
+#include <utility>
 
 #include "host/base/TObject.h"
 #include "host/base/TString.h"

@@ -172,6 +172,7 @@ std::optional<TPageAddress> TPageAddress::FromNormalized(std::string_view iText)
 std::optional<TPageAddress> TPageAddress::Resolve(std::string_view iReference) const {
   const std::string reference = Cleaned(iReference);
   if (reference.empty() || reference.size() > cMaxLength) return std::nullopt;
+  if (reference[0] == '#') return *this;  // libcurl resolves it to the folder
   const TUrl url = NewUrl();
   if (curl_url_set(url.get(), CURLUPART_URL, FText.c_str(), cParseFlags) != CURLUE_OK ||
       curl_url_set(url.get(), CURLUPART_URL, reference.c_str(), cParseFlags) != CURLUE_OK) {

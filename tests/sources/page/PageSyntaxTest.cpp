@@ -238,6 +238,11 @@ TEST(TMicrodataReader, ItemRefBringsPropertiesFromElsewhere) {
             "product[name=A sku=1 brand=[name=B]]");
 }
 
+TEST(TMicrodataReader, ItemRefToAnElementWithinBringsNothingTwice) {
+  EXPECT_EQ(Microdata("<div id=a><p itemscope itemref='b a'><i id=b itemprop=x>1</i></p></div>"),
+            "[x=1]");
+}
+
 TEST(TMicrodataReader, ItemRefInCirclesEnds) {
   EXPECT_EQ(Microdata("<div id=a itemscope itemref='a b'><i itemprop=x>1</i></div>"
                       "<div id=b itemscope itemref=a><i itemprop=y>2</i></div>"),

@@ -90,6 +90,9 @@ TEST(TPageAddress, ResolvesReferencesOnItsPage) {
   EXPECT_EQ(page.Resolve(" /c.jpg\n ")->Text(), "https://example.com/c.jpg");
   EXPECT_EQ(page.Resolve("//cdn.example.com/c.jpg")->Text(), "https://cdn.example.com/c.jpg");
   EXPECT_EQ(page.Resolve("http://other.example/")->Text(), "http://other.example/");
+  EXPECT_EQ(page.Resolve("?x=2")->Text(), "https://example.com/a/b?x=2");
+  EXPECT_EQ(page.Resolve("#top")->Text(), "https://example.com/a/b?x=1");
+  EXPECT_EQ(page.Resolve("../c")->Text(), "https://example.com/c");
   EXPECT_FALSE(page.Resolve(""));
   EXPECT_FALSE(page.Resolve("data:image/png;base64,AAAA"));
   EXPECT_FALSE(page.Resolve("mailto:a@example.com"));

@@ -516,6 +516,7 @@ TEST_F(PagePlugin, ReleasingTheListDropsTheTabsExtensionsAndKeepsTheLastingOnes)
   int panel = 0;
   View().SetContainer(reinterpret_cast<TPanel*>(&panel));
   View().AddExtension(ofTab);
+  View().SetContainer(nullptr);
   View().ShowList();
   EXPECT_TRUE(View().IsVisible());
   View().SetResults(ListOf({Result("http://a.example/")}));

@@ -89,6 +89,15 @@ TEST(ReadPage, PriceComesInManyShapes) {
             "Anvil 2 EUR");
 }
 
+TEST(ReadPage, PriceForMachinesCountsBeforeTheOneForReaders) {
+  EXPECT_EQ(
+      Told(Read("<div itemscope itemtype='http://schema.org/Product'><b itemprop=name>Anvil</b>"
+                "<p itemprop=offers itemscope itemtype='http://schema.org/Offer'>"
+                "<b itemprop=price><i itemprop=priceCurrency content=AUD>$</i>155 und mehr "
+                "<u itemprop=price content='155.55'></u></b></p></div>")),
+      "Anvil 155.55 AUD");
+}
+
 TEST(ReadPage, SpecificationsThatAreNotThePriceArePassedOver) {
   EXPECT_EQ(Told(Read(LdProduct(R"("offers":{"priceCurrency":"EUR","priceSpecification":[
       {"price":99,"priceType":"https://schema.org/ListPrice"},
@@ -151,7 +160,7 @@ TEST(ReadPage, AmountsInSeveralCurrenciesAreNotCompared) {
 TEST(ReadPage, OfferOfThePagesOwnVariantCounts) {
   const std::string offers = LdProduct(R"("offers":[
       {"price":7,"priceCurrency":"EUR","url":"/p/1?variant=1"},
-      {"price":9,"priceCurrency":"EUR","url":"/p/1?variant=2"}])");
+      {"price":9,"priceCurrency":"EUR","url":"?variant=2"}])");
   EXPECT_EQ(Told(Read(offers, "https://shop.example/p/1?variant=2")), "Anvil 9 EUR");
   EXPECT_EQ(Told(Read(offers, "https://shop.example/p/1")), "Anvil 7 EUR");
 }
