@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+
 #include "host/base/Exception.h"
 #include "host/base/TGuid.h"
 #include "host/common/TFileCompression.h"
@@ -64,14 +66,17 @@ void TDataFileGuard::RestoreBackup() const {
 }
 
 void TDataFileGuard::Check() const {
-  bool hasCategories = false;
+  auto streams = TFileCompression::ReadPacked(FFileName);
   uint64_t unpacked = 0;
-  for (auto& stream : TFileCompression::ReadPacked(FFileName)) {
-    unpacked += stream->GetPacked()->UnpackedSize;
+  for (const auto& stream : streams) {
+    unpacked += std::min(stream->GetPacked()->UnpackedSize, cMaxUnpacked);
     if (unpacked > cMaxUnpacked) throw EInOutError(u"Die Einträge sind zusammen zu groß");
+  }
+  bool hasCategories = false;
+  for (auto& stream : streams) {
     CheckEntry(stream->GetName(), stream->GetStream());
     hasCategories = hasCategories || stream->GetName() == cCategories;
-    stream.reset();
+    stream.reset();  // one entry at a time in memory
   }
   if (!hasCategories) throw EInOutError(u"Die Kategorien fehlen");
 }

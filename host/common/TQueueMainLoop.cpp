@@ -25,12 +25,6 @@ void RunAtEdge(const TMainLoop::TFunction& iFunction) {
 
 TQueueMainLoop::TQueueMainLoop(std::function<TTime()> iClock) : FClock(std::move(iClock)) {}
 
-TQueueMainLoop::~TQueueMainLoop() {
-  std::deque<TFunction> dropped;  // outside of the lock: threads that wait go on
-  const std::lock_guard lock(FMutex);
-  dropped.swap(FPosted);
-}
-
 void TQueueMainLoop::Post(TFunction iFunction) {
   const std::lock_guard lock(FMutex);
   FPosted.push_back(std::move(iFunction));

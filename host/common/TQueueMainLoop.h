@@ -25,7 +25,6 @@ class TQueueMainLoop : public TMainLoop {
   using TTime = std::chrono::steady_clock::time_point;
   /// A clock of one's own; the machine's steady clock if none is given.
   explicit TQueueMainLoop(std::function<TTime()> iClock = std::chrono::steady_clock::now);
-  ~TQueueMainLoop() override;
 
   void Post(TFunction iFunction) override;
   void Synchronize(TFunction iFunction) override;

@@ -145,6 +145,17 @@ TEST(TFileHelper, RefusesATemporaryFolderThatIsNotThisUsers) {
   SetHostFolders({});
 }
 
+TEST(TFileHelper, RefusesATemporaryFolderOfAnotherUser) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can give a folder away";
+  const TTempFolder folder;
+  const TString other = folder.File(u"other");
+  fs::create_directory(ToUtf8(other));
+  ASSERT_EQ(chown(ToUtf8(other).c_str(), 12345, 12345), 0);
+  SetHostFolders({{}, {}, {}, {}, other});
+  EXPECT_THROW(TFileHelper::GetTempFileName(u"x"), EInOutError);
+  SetHostFolders({});
+}
+
 TEST(GetSpecialFolder, IsTheDocumentsFolderOfUserDirs) {
   const TTempFolder folder;
   fs::create_directory(ToUtf8(folder.File(u"Meine Dokumente")));

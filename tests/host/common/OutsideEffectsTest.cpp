@@ -52,7 +52,7 @@ TEST(OpenURL, RefusesEverythingElseAndSaysSo) {
         TString(u"http://a\u007F"), TString(u"http://a\0b", 10), tooLong}) {
     const TLogRecorder log;
     OpenURL(url, true);
-    EXPECT_EQ(log.Lines().size(), 1u) << ToUtf8(url);
+    ASSERT_EQ(log.Lines().size(), 1u) << ToUtf8(url);
     EXPECT_THAT(log.Lines()[0], testing::StartsWith("error Host: Die Adresse wird nicht geöffnet"));
   }
   EXPECT_TRUE(opener.Urls.empty());

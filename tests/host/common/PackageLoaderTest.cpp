@@ -1,7 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
+#include <link.h>
 
+#include <cstring>
 #include <filesystem>
 
 #include "host/common/TPackageLoader.h"
@@ -19,6 +20,19 @@ constexpr TGuid cGood = GuidLiteral("{11111111-1111-1111-1111-111111111111}");
 
 std::string Fixture(const std::string& iName) {
   return std::string(KK_BIN_DIR) + "/../lib/fixtures/" + iName + ".so";
+}
+
+// Where what is loaded ends; behind it stand the tables for linkers and debuggers.
+size_t EndOfSegments(const std::string& iBytes) {
+  ElfW(Ehdr) header;
+  std::memcpy(&header, iBytes.data(), sizeof header);
+  size_t end = 0;
+  for (size_t i = 0; i < header.e_phnum; ++i) {
+    ElfW(Phdr) segment;
+    std::memcpy(&segment, iBytes.data() + header.e_phoff + i * sizeof segment, sizeof segment);
+    if (segment.p_type == PT_LOAD) end = std::max(end, segment.p_offset + segment.p_filesz);
+  }
+  return end;
 }
 
 class TPackageLoaderTest : public testing::Test {
@@ -100,11 +114,13 @@ TEST_F(TPackageLoaderTest, RefusesAFileThatIsNoSharedObject) {
 TEST_F(TPackageLoaderTest, RefusesAPackageThatWasCutAnywhere) {
   CopyTo("good", u"cut.so");
   const std::string whole = FFolder.Read(u"cut.so");
-  // Where the last segment ends, the tables for linkers and debuggers begin.
-  for (size_t size = 0; size < 4096; size += 511) {
+  const size_t end = EndOfSegments(whole);
+  for (size_t size = 0; size < end; size += 511) {
     FFolder.Write(u"cut.so", whole.substr(0, size));
-    EXPECT_THAT(ReasonFor(FFolder.Path() + "/cut.so"), HasSubstr("beschädigt")) << size;
+    EXPECT_THAT(ReasonFor(FFolder.Path() + "/cut.so"), HasSubstr("oder kein Paket")) << size;
   }
+  FFolder.Write(u"cut.so", whole.substr(0, end - 1));
+  EXPECT_THAT(ReasonFor(FFolder.Path() + "/cut.so"), HasSubstr("oder kein Paket"));
 }
 
 TEST_F(TPackageLoaderTest, RefusesAPackageWhoseSegmentsLieBehindItsEnd) {
