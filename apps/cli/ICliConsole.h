@@ -23,8 +23,8 @@ class ICliConsole {
 
   /// Whether somebody can answer questions.
   virtual bool IsInteractive() const = 0;
-  /// Shows the prompt and answers the line entered; nothing at the end of the input and on Ctrl+C.
-  /// The main loop goes on meanwhile.
+  /// Shows the prompt and answers the line entered; nothing at the end of the input, and from
+  /// Ctrl+C on until it is taken. The main loop goes on meanwhile.
   virtual std::optional<TString> ReadLine(TStringView iPrompt) = 0;
   /// True once after Ctrl+C or a request to end. It is for the one who asks; the next Ctrl+C ends
   /// the program at once if nobody has asked by then.

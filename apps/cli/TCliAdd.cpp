@@ -57,12 +57,19 @@ bool TCliAdd::Run(const TCliArguments& iCall) {
     FContext.Console.Progress(progress);
     const TOutcome outcome = Add(address, progress);
     if (outcome == TOutcome::Added) ++added;
-    if (outcome == TOutcome::Interrupted) break;
+    if (outcome == TOutcome::Interrupted || LeavesAfterQuestion()) break;
   }
   FContext.Forms.SetAnswer({});
   FContext.Console.Progress({});
   if (total > 1) FContext.Console.Print(Format(u"%d von %d aufgenommen.", {added, total}));
   return added == total;
+}
+
+// Ctrl+C in a question means the whole command.
+bool TCliAdd::LeavesAfterQuestion() {
+  if (!FContext.Console.TakeInterrupt()) return false;
+  FContext.Console.Complain(u"Abgebrochen.");
+  return true;
 }
 
 void TCliAdd::CheckCategory(const TCliArguments& iCall) {

@@ -25,6 +25,7 @@ class TCliAdd {
   TNew Find(TStringView iAddress) const;
   TOutcome Add(const TString& iAddress, const TString& iProgress);
   bool AnswerDialog(TForm& ioForm) const;
+  bool LeavesAfterQuestion();
   void PutIntoCategory(const TNew& iNew);
   TOutcome Refuse(TStringView iFormat, TStringView iAddress);
 

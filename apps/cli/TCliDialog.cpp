@@ -236,10 +236,10 @@ bool TCliDialog::AskButton() {
     const TString answer = Trim(*line);
     if (answer.empty() && preset == 0) continue;
     const size_t number = answer.empty() ? preset : NumberIn(answer, buttons.size());
-    const auto pressed = std::ranges::find_if(buttons, [&](const TButton* button) {
-      return number > 0 ? button == buttons[number - 1]
-                        : SameText(answer, AccessKey(button->Caption())) ||
-                              SameText(answer, Plain(button->Caption()));
+    const auto pressed = std::ranges::find_if(buttons, [&](const TButton* iButton) {
+      return number > 0 ? iButton == buttons[number - 1]
+                        : SameText(answer, AccessKey(iButton->Caption())) ||
+                              SameText(answer, Plain(iButton->Caption()));
     });
     if (pressed == buttons.end()) continue;
     (*pressed)->Click();

@@ -11,11 +11,11 @@ namespace {
 constexpr TStringView cPathSeparator = u" > ";
 
 const TGuid& IdOf(const TCliLookup::TEntry& iEntry) {
-  return std::visit([](const auto* info) -> const TGuid& { return info->Id; }, iEntry);
+  return std::visit([](const auto* iInfo) -> const TGuid& { return iInfo->Id; }, iEntry);
 }
 
 const TString& NameOf(const TCliLookup::TEntry& iEntry) {
-  return std::visit([](const auto* info) -> const TString& { return info->Name; }, iEntry);
+  return std::visit([](const auto* iInfo) -> const TString& { return iInfo->Name; }, iEntry);
 }
 
 // Shells make it hard to write braces, so they may be left out.

@@ -80,7 +80,7 @@ std::optional<TString> TCliTerminal::ReadLine(TStringView iPrompt) {
     pollfd files[] = {{STDIN_FILENO, POLLIN, 0}, {FInterrupt.Descriptor(), POLLIN, 0}};
     if (poll(files, 2, HasMainLoop() ? cTurnMs : -1) < 0 && errno != EINTR) return std::nullopt;
     if (HasMainLoop()) MainLoop().ProcessMessages();
-    if (FInterrupt.Take()) {
+    if (FInterrupt.IsPending()) {
       FInput.clear();
       Complain(u"");
       return std::nullopt;

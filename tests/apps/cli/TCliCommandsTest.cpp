@@ -154,6 +154,14 @@ TEST_F(TCliAddTest, AWindowThatIsLeftRefusesTheArticle) {
               Contains(HasSubstr("die Frage nach der Kategorie wurde abgebrochen: fake:Lampe")));
 }
 
+TEST_F(TCliAddTest, CtrlCInAQuestionLeavesTheWholeCommand) {
+  World.Console.Answer({});
+  World.Console.Interrupt();
+  EXPECT_FALSE(Run<TCliAdd>({u"add", u"fake:Eins", u"fake:Zwei"}));
+  EXPECT_THAT(World.List().Calls, ElementsAre("AddItem Eins"));
+  EXPECT_THAT(World.Console.Complained(), Contains("Abgebrochen."));
+}
+
 TEST_F(TCliAddTest, CtrlCEndsTheWorkAndTakesNoMore) {
   World.List().NeverEnds = true;
   World.List().OnRequest = [this] { World.Console.Interrupt(); };

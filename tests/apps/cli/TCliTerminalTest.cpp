@@ -110,12 +110,13 @@ TEST(TCliTerminal, TheMainLoopGoesOnWhileTheUserThinks) {
   EXPECT_EQ(world.Terminal.ReadLine(u""), u"ja");
 }
 
-TEST(TCliTerminal, CtrlCLeavesAQuestionAndIsForgottenThen) {
+TEST(TCliTerminal, CtrlCLeavesEveryQuestionUntilItIsTaken) {
   TTerminalWorld world;
   std::raise(SIGINT);
   EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
-  EXPECT_FALSE(world.Terminal.TakeInterrupt());
   world.Pipes.Type("neu\n");
+  EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+  EXPECT_TRUE(world.Terminal.TakeInterrupt());
   EXPECT_EQ(world.Terminal.ReadLine(u""), u"neu");
 }
 
