@@ -41,6 +41,8 @@ class TTreeIndex {
     --FCount;
   }
 
+  bool IsEmpty() const { return FCount == 0; }
+
   /// The first object with this id that the filter lets pass, in the order of the keys that
   /// iScanKey gives; null if there is none. No value at all if so many objects share the id that a
   /// scan of the tree is likely to meet one of them sooner.

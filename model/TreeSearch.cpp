@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "model/TLstWatchlistCategory.h"
@@ -12,11 +13,26 @@ namespace kk {
 
 namespace {
 
-// The indexes are never destroyed, because an item may be among the last things of the process.
+// The indexes go with the last object in them and not with the process, because an item may be
+// among the last things of it.
+template <class T>
+TTreeIndex<T>*& CurrentIndex() {
+  static TTreeIndex<T>* index = nullptr;
+  return index;
+}
+
 template <class T>
 TTreeIndex<T>& Index() {
-  static TTreeIndex<T>* const index = std::make_unique<TTreeIndex<T>>().release();
+  auto*& index = CurrentIndex<T>();
+  if (index == nullptr) index = std::make_unique<TTreeIndex<T>>().release();
   return *index;
+}
+
+template <class T>
+void LeaveIndex(T& ioObject, const TGuid& iId) {
+  Index<T>().Leave(ioObject, iId);
+  if (!Index<T>().IsEmpty()) return;
+  const std::unique_ptr<TTreeIndex<T>> last(std::exchange(CurrentIndex<T>(), nullptr));
 }
 
 const TWatchlistCategory* ParentOf(const TWatchlistCategory& iCategory) {
@@ -69,6 +85,7 @@ bool HangsBelow(const TWatchlistItem& iItem, const TObject& iNode) {
 
 template <class T>
 std::optional<T*> FindBelow(const TObject& iNode, const TGuid& iId) {
+  if (CurrentIndex<T>() == nullptr) return nullptr;
   return Index<T>().FindFirst(
       iId, [&](const T& iObject) { return HangsBelow(iObject, iNode); },
       [](const T& iObject) { return ScanKeyOf(iObject); });
@@ -94,16 +111,14 @@ void EnterItem(TWatchlistItem& ioItem, const TGuid& iId) {
   Index<TWatchlistItem>().Enter(ioItem, iId);
 }
 
-void LeaveItem(TWatchlistItem& ioItem, const TGuid& iId) {
-  Index<TWatchlistItem>().Leave(ioItem, iId);
-}
+void LeaveItem(TWatchlistItem& ioItem, const TGuid& iId) { LeaveIndex(ioItem, iId); }
 
 void EnterCategory(TWatchlistCategory& ioCategory, const TGuid& iId) {
   Index<TWatchlistCategory>().Enter(ioCategory, iId);
 }
 
 void LeaveCategory(TWatchlistCategory& ioCategory, const TGuid& iId) {
-  Index<TWatchlistCategory>().Leave(ioCategory, iId);
+  LeaveIndex(ioCategory, iId);
 }
 
 std::optional<TWatchlistItem*> FindItemBelow(const TObject& iNode, const TGuid& iId) {
