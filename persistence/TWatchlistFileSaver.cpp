@@ -2,6 +2,7 @@
 
 #include "host/base/Guard.h"
 #include "host/common/TFileHelper.h"
+#include "host/common/TFileWriter.h"
 #include "persistence/TWatchlistCategorySaver.h"
 #include "persistence/TWatchlistItemSaver.h"
 #include "plugin/texts/UnitKKPluginWatchlistConsts.h"
@@ -14,6 +15,7 @@ namespace kk {
 namespace {
 
 constexpr int cMaximumCompression = 3;
+constexpr unsigned cReadableByItsOwner = 0600;
 
 TString ItemsStreamName(const TWatchlistIntegration& iIntegration) {
   return TString(cStreamItemsPrefix) + GUIDToString(iIntegration.Integration()->GetId());
@@ -123,9 +125,12 @@ void TWatchlistFileSaver::SaveStreams(const TLstWatchlistCategory& iLstCategory,
   for (const TWatchlistIntegration* record : iLstIntegration) {
     if (CanSaveIntegration(*record)) SaveIntegration(iLstCategory, *record);
   }
+  // The backup takes the file's place away, and with it who may read it. A file that could not be
+  // read must not be followed by another.
+  const unsigned mode = ModeOf(ToUtf8(FFileName)) | cReadableByItsOwner;
   MakeBackup(FFileName);
   TFileCompression::CompressStreams({FStreams.begin(), FStreams.end()}, FFileName,
-                                    cMaximumCompression, true);
+                                    cMaximumCompression, true, mode);
 }
 
 void TWatchlistFileSaver::SaveFileVersion() {

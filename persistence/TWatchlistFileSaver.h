@@ -48,7 +48,8 @@ class TWatchlistFileSaver : public TObject {
 
  public:
   /// A failure is logged and told by LastSaveFailed. The caller holds the reminder list's read
-  /// lock. If writing the new file fails, only the backup is there; nothing brings it back here.
+  /// lock. The new file has the mode of the old one; a first one is the user's alone. If writing
+  /// the new file fails, only the backup is there; nothing brings it back here.
   virtual void SaveToFile(const TLstWatchlistCategory& iLstCategory,
                           const TLstRemindItem& iLstRemindItem,
                           const TLstWatchlistIntegration& iLstIntegration);

@@ -1,6 +1,7 @@
 #include "host/common/TFastWriterBaseSimpleXML.h"
 
 #include "host/base/Exception.h"
+#include "host/common/TSimpleXMLDocument.h"
 
 namespace kk {
 
@@ -136,6 +137,8 @@ void TFastWriterBaseSimpleXML::WriteStringList(TStringView iName, const TStringL
 
 void TFastWriterBaseSimpleXML::SaveToStream(TStream& ioStream) const {
   if (FText.empty()) return;
+  // What could not be read back must not be written.
+  if (!TSimpleXMLDocument::Fits(FText)) throw Exception(u"Das XML-Dokument ist größer als erlaubt");
   ioStream.Write(cByteOrderMark);
   if (FWriteDeclaration) ioStream.Write(cDeclaration);
   ioStream.Write(FText);

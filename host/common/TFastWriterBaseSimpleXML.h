@@ -38,6 +38,8 @@ class TFastWriterBaseSimpleXML : public TParserOrWriterBaseSimpleXML {
 
   /// Writes the document at the stream's position: UTF-8 with its byte-order mark, lines ended by
   /// CR LF. A document in which nothing was written gives an empty text, without the mark.
+  /// A document that TSimpleXMLDocument would refuse for its size raises Exception, and nothing is
+  /// written.
   void SaveToStream(TStream& ioStream) const;
 
  private:

@@ -83,7 +83,8 @@ size_t TFileCompression::MaxEntrySize() { return maxEntrySize; }
 void TFileCompression::SetMaxEntrySize(size_t iBytes) { maxEntrySize = iBytes; }
 
 void TFileCompression::CompressStreams(const std::vector<TStreamForCompression*>& iStreams,
-                                       TStringView iFileName, int iLevel, bool /*iFlag*/) {
+                                       TStringView iFileName, int iLevel, bool /*iFlag*/,
+                                       unsigned iMode) {
   TArchiveNames names(iStreams);
   TZipWriter writer;
   for (TStreamForCompression* stream : iStreams) {
@@ -99,7 +100,7 @@ void TFileCompression::CompressStreams(const std::vector<TStreamForCompression*>
     }
     writer.Add(name, bytes, iLevel);
   }
-  WriteFileAtomically(iFileName, writer.Finish());
+  WriteFileAtomically(iFileName, writer.Finish(), iMode);
 }
 
 bool TFileCompression::DecompressFile(TStringView iFileName, TStringView iEntryName,

@@ -55,9 +55,9 @@ struct TFileCompression {
   /// meaning here. An entry still packed goes into the archive byte by byte as it is. The folder
   /// part of a name is left out (unless two names would be the same without it, or nothing would be
   /// left). Two streams of one name, a stream beyond MaxEntrySize and every failure of the disk
-  /// raise EInOutError.
+  /// raise EInOutError. iMode: of a file that is new.
   static void CompressStreams(const std::vector<TStreamForCompression*>& iStreams,
-                              TStringView iFileName, int iLevel, bool iFlag);
+                              TStringView iFileName, int iLevel, bool iFlag, unsigned iMode = 0644);
   /// Unpacks one entry into the stream, which is emptied before and stands at its start behind it.
   /// False if there is no entry of this name (regard to case as the archive has it) or no file.
   /// Raises EInOutError for a damaged archive or entry, and for one beyond the limit. Of two

@@ -111,15 +111,6 @@ void CheckTopLevel(const pugi::xml_document& iTree) {
   if (elements != 1) Fail(u"Es gibt nicht genau ein oberstes Element");
 }
 
-// A tree takes up to 40 times the room of its text, so what could become a node is counted first.
-void CheckSize(std::string_view iBytes) {
-  const auto marks =
-      std::count_if(iBytes.begin(), iBytes.end(), [](char c) { return c == '<' || c == '='; });
-  if (iBytes.size() > TSimpleXMLDocument::cMaxBytes || marks > TSimpleXMLDocument::cMaxMarks) {
-    Fail(u"Der Text ist zu groß");
-  }
-}
-
 constexpr std::string_view cUtf16LittleMark = "\xFF\xFE";
 constexpr std::string_view cUtf16BigMark = "\xFE\xFF";
 
@@ -157,12 +148,19 @@ TSimpleXMLDocument::TSimpleXMLDocument(TObject* /*iOwner*/) : FTree(std::make_un
 
 TSimpleXMLDocument::~TSimpleXMLDocument() = default;
 
+// A tree takes up to 40 times the room of its text, so what could become a node is counted first.
+bool TSimpleXMLDocument::Fits(std::string_view iBytes) {
+  const auto isMark = [](char c) { return c == '<' || c == '='; };
+  return iBytes.size() <= cMaxBytes &&
+         std::count_if(iBytes.begin(), iBytes.end(), isMark) <= cMaxMarks;
+}
+
 void TSimpleXMLDocument::LoadFromStream(TStream& iStream, bool iDecodeUTF8) {
   FTree = std::make_unique<TTree>();
   std::string text = iStream.ReadRest();
   const bool utf8 = TakeMark(text, iDecodeUTF8);
   if (IsBlank(text)) return;
-  CheckSize(text);
+  if (!Fits(text)) Fail(u"Der Text ist zu groß");
   // XML has no such character, and a parser takes it for the end.
   if (text.find('\0') != std::string::npos) Fail(u"Der Text enthält Null-Zeichen");
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "host/base/TStream.h"
 #include "host/base/TString.h"
@@ -65,6 +66,9 @@ class TSimpleXMLDocument : public TObject {
   /// million records.
   static constexpr size_t cMaxBytes = size_t{512} << 20;
   static constexpr int64_t cMaxMarks = 16'000'000;
+  /// Whether a text is within these bounds. What writes documents asks as well, so that nothing is
+  /// written that could not be read back.
+  static bool Fits(std::string_view iBytes);
 
   explicit TSimpleXMLDocument(TObject* iOwner = nullptr);
   ~TSimpleXMLDocument() override;

@@ -2,9 +2,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "TFileWorld.h"
 #include "host/common/TFileHelper.h"
+#include "host/common/TFileWriter.h"
+#include "host/common/TSimpleXMLDocument.h"
 #include "reminders/TLstRemindItemSync.h"
 
 namespace kk {
@@ -223,6 +226,27 @@ TEST_F(TWatchlistFileSaverTest, AFailureWhilePreparingLeavesTheOldFileInPlace) {
   EXPECT_THAT(World.Log.Lines(),
               ElementsAre("error WatchlistHandler: Datei konnte nicht gespeichert werden (" +
                           ToUtf8(World.FileName()) + "). Fehlermeldung: Quelle kaputt"));
+}
+
+TEST_F(TWatchlistFileSaverTest, ADocumentThatNoLoadWouldTakeIsNotWrittenOverTheFile) {
+  SaveTwoItems();
+  const std::string before = World.Folder.Read(cWatchlistFileName);
+  World.Tree().GetItems(0).SetName(TString(TSimpleXMLDocument::cMaxMarks, u'='));
+  EXPECT_FALSE(World.SaveChanges());
+  EXPECT_EQ(World.Folder.Read(cWatchlistFileName), before);
+  EXPECT_THAT(World.Folder.Names(), ElementsAre("watchlist.dat"));
+}
+
+TEST_F(TWatchlistFileSaverTest, AFirstFileIsItsUsersAloneAndALaterOneHasTheModeOfTheOneBefore) {
+  const std::string path = ToUtf8(World.FileName());
+  SaveTwoItems();
+  EXPECT_EQ(ModeOf(path), 0600u);
+  ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+  EXPECT_TRUE(World.SaveChanges());
+  EXPECT_EQ(ModeOf(path), 0640u);
+  ASSERT_EQ(chmod(path.c_str(), 0400), 0);
+  EXPECT_TRUE(World.SaveChanges());
+  EXPECT_EQ(ModeOf(path), 0600u);
 }
 
 TEST_F(TWatchlistFileSaverTest, AFailureWhileWritingLeavesTheBackupAloneAndRestoresNothing) {

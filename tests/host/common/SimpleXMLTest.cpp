@@ -400,6 +400,27 @@ TEST(TSimpleXMLDocument, RefusesATextWhoseTreeWouldFillTheMemory) {
   EXPECT_THAT(MessageFor(text), testing::HasSubstr("zu groß"));
 }
 
+TEST(TSimpleXMLDocument, TellsWhatIsWithinItsBounds) {
+  std::string text(TSimpleXMLDocument::cMaxMarks, '=');
+  EXPECT_TRUE(TSimpleXMLDocument::Fits(text));
+  EXPECT_FALSE(TSimpleXMLDocument::Fits(text + "<"));
+  text = std::string(TSimpleXMLDocument::cMaxBytes + 1, ' ');
+  EXPECT_FALSE(TSimpleXMLDocument::Fits(text));
+  EXPECT_TRUE(TSimpleXMLDocument::Fits(std::string_view(text).substr(1)));
+}
+
+TEST(TFastWriterBaseSimpleXML, WritesNothingThatCouldNotBeReadBack) {
+  TFastWriterBaseSimpleXML writer;
+  writer.WriteString(u"A", TString(TSimpleXMLDocument::cMaxMarks - 1, u'='), {});
+  TMemoryStream stream;
+  EXPECT_THROW(writer.SaveToStream(stream), Exception);
+  EXPECT_EQ(stream.GetSize(), 0u);
+
+  writer.Clear();
+  writer.WriteString(u"A", TString(TSimpleXMLDocument::cMaxMarks - 2, u'='), {});
+  EXPECT_NO_THROW(writer.SaveToStream(stream));
+}
+
 TEST(TSimpleXMLDocument, AFailedLoadLeavesNoElementOfTheOneBefore) {
   TSimpleXMLDocument document;
   Load(document, "<R/>");
