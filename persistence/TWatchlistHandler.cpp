@@ -140,8 +140,12 @@ void TWatchlistHandler::LoadFromFile() {
   TLstRemindItem reminders(true);
   TWatchlistFileLoader loader(fileName);
   const bool loaded = loader.LoadFromFile(*FLstCategory, reminders, *FLstIntegration);
-  // A later save writes over what could not be read.
-  if (!loaded && FileExists(fileName)) PutAside(fileName);
+  // A later save makes what could not be read the backup, in place of the last good state.
+  if (!loaded) {
+    for (const TString& name : {fileName, TWatchlistFileSaver::BackupFileName(fileName)}) {
+      if (FileExists(name)) PutAside(name);
+    }
+  }
   SetIntegrationsUnchanged();
   GetLstRemind().Append(reminders, true);
 }

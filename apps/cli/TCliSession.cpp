@@ -82,7 +82,8 @@ void TCliSession::GuardData() {
     FConsole.Complain(u"Hinweis: Es gibt nichts wiederherzustellen.");
   }
   const TString damage = guard.PutAsideIfDamaged();
-  if (!damage.empty()) FConsole.Complain(ForTerminal(damage));
+  if (damage.empty()) return;
+  for (const TString& line : Split(damage, u'\n')) FConsole.Complain(Trim(ForTerminal(line)));
 }
 
 // A save that fails has made the file its backup before.
@@ -113,10 +114,15 @@ void TCliSession::End() {
     FLoop.WaitForMessage(cTurnMs);
   }
   FPlugins.Uninitialize();
+  // What still waits here comes too late for everybody, but its code lies in the packages.
+  FLoop.ProcessMessages();
   TellOfBackup();
   FHasErrors = FLog->HasErrors();
   FLog.reset();
-  FLoader.Unload();
+  if (FStarted) return FLoader.Unload();
+  // A watch list that was never started can't be ended either and keeps its package in memory.
+  // That is no failure, so the loader's own end tells it to nobody.
+  SetLogSink(nullptr);
 }
 
 }  // namespace kk

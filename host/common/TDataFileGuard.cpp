@@ -97,7 +97,13 @@ TString TDataFileGuard::PutAsideIfDamaged() const {
   }
   const TString copy = PutAside(FFileName);
   if (copy.empty()) return text + u"\r\nEine Kopie konnte nicht angelegt werden.";
-  return text + Format(u"\r\nEine Kopie liegt in %s.", {copy});
+  text += Format(u"\r\nEine Kopie liegt in %s.", {copy});
+  // The next save makes the damaged file the backup.
+  const TString backup = FileExists(BackupName()) ? PutAside(BackupName()) : TString();
+  if (!backup.empty()) {
+    text += Format(u"\r\nDer Stand vor dem letzten Speichern liegt in %s.", {backup});
+  }
+  return text;
 }
 
 }  // namespace kk

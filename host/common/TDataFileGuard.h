@@ -20,8 +20,9 @@ class TDataFileGuard : public TObject {
   /// Looks whether the file can be read: an archive, whole, every entry sound and within the
   /// limits, with categories whose ids are ids, a version that is a number, and XML that is XML. If
   /// it can't, puts a copy aside, unless there is nothing to copy (a folder, a file that may not be
-  /// read) or the same copy lies there already. Answers what happened, for the user; empty if all
-  /// is well or there is no file. Raises nothing.
+  /// read) or the same copy lies there already; of the backup, which the next save replaces, it
+  /// puts a copy aside, too. Answers what happened, for the user, a line for each; empty if all is
+  /// well or there is no file. Raises nothing.
   TString PutAsideIfDamaged() const;
 
  private:

@@ -94,6 +94,19 @@ TEST_F(TWatchlistHandlerFileTest, AFileThatCanNotBeLoadedIsPutAsideBeforeAnythin
   EXPECT_EQ(Folder.Read(u"watchlist.dat.2026-11-20-183000"), "beschädigt");
 }
 
+TEST_F(TWatchlistHandlerFileTest, TheBackupOfAFileThatCanNotBeLoadedIsPutAsideToo) {
+  FillTree(AddSource());
+  Handler()->SaveToFile();
+  const std::string good = Folder.Read(cWatchlistFileName);
+  Handler()->SaveToFile();
+  Folder.Write(cWatchlistFileName, "beschädigt");
+  Restart();
+  Handler()->LoadFromFile();
+  // The first save makes the damaged file the backup, as required.
+  for (int i = 0; i < 3; ++i) Handler()->SaveToFile();
+  EXPECT_EQ(Folder.Read(u"watchlist.da~.2026-11-20-183000"), good);
+}
+
 TEST_F(TWatchlistHandlerFileTest, AFileThatIsNotThereIsNotPutAside) {
   Handler()->LoadFromFile();
   EXPECT_THAT(Folder.Names(), IsEmpty());

@@ -163,6 +163,23 @@ TEST_F(TDataFileGuardTest, KeepsOneCopyHoweverOftenItLooks) {
   EXPECT_THAT(FFolder.Names(), ElementsAre("watchlist.dat", Copy()));
 }
 
+TEST_F(TDataFileGuardTest, PutsTheBackupOfADamagedFileAsideToo) {
+  FFolder.Write(u"watchlist.dat", "damaged");
+  FFolder.Write(u"watchlist.da~", "backup");
+  const TString copy = FFolder.File(u"watchlist.da~.2026-11-20-183000");
+  EXPECT_THAT(Check(), testing::EndsWith("\r\nDer Stand vor dem letzten Speichern liegt in " +
+                                         ToUtf8(copy) + "."));
+  EXPECT_EQ(FFolder.Read(u"watchlist.da~.2026-11-20-183000"), "backup");
+  EXPECT_EQ(FFolder.Names().size(), 4u);
+}
+
+TEST_F(TDataFileGuardTest, LeavesTheBackupOfASoundFileAlone) {
+  WriteSound();
+  FFolder.Write(u"watchlist.da~", "backup");
+  EXPECT_EQ(Check(), "");
+  EXPECT_EQ(FFolder.Names().size(), 2u);
+}
+
 TEST_F(TDataFileGuardTest, SaysThatNoCopyCouldBeMade) {
   FFolder.Write(u"watchlist.dat", "damaged");
   TFaultyFileLayer layer;
