@@ -23,6 +23,9 @@ TWatchlistItem& Item(const TGuid& iId) {
   return *item;
 }
 
+// What the file can hold, on one line: a name that comes back as another's would not stay unique.
+TString CategoryName(TStringView iName) { return WithoutControlCharacters(ToSingleLine(iName)); }
+
 TWatchlistCategory* CategoryOrTop(const std::optional<TGuid>& iId) {
   return iId ? &Category(*iId) : nullptr;
 }
@@ -129,11 +132,11 @@ TGuid TWatchlistAccess::AddCategory(const std::optional<TGuid>& iParent, TString
   TWatchlistCategoryCommands& commands = Form().Categories();
   TStringList lines;
   lines.Assign(iDescription);
-  return commands.AddCategory(CategoryOrTop(iParent), iName, lines).Id();
+  return commands.AddCategory(CategoryOrTop(iParent), CategoryName(iName), lines).Id();
 }
 
 void TWatchlistAccess::RenameCategory(const TGuid& iCategory, TStringView iName) {
-  Form().Categories().RenameCategory(Category(iCategory), iName);
+  Form().Categories().RenameCategory(Category(iCategory), CategoryName(iName));
 }
 
 void TWatchlistAccess::DescribeCategory(const TGuid& iCategory,

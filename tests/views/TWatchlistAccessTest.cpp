@@ -122,6 +122,20 @@ TEST_F(TWatchlistAccessTest, CategoryIsNotMovedIntoItself) {
             "werden.");
 }
 
+TEST_F(TWatchlistAccessTest, NamesHoldWhatTheFileGivesBack) {
+  const TGuid id = Access->AddCategory({},
+                                       u" Mö\x1B"
+                                       u"bel\r\nalt ",
+                                       {});
+  EXPECT_EQ(Tree().FindCategoryById(id)->Name(), u"Möbel alt");
+  EXPECT_NE(Refusal([&] { Access->AddCategory({}, u"\tmöbel\x01 alt", {}); }), "nothing raised");
+  EXPECT_NE(Refusal([&] { Access->AddCategory({}, u"\x1B", {}); }), "nothing raised");
+  Access->RenameCategory(id,
+                         u"Mö\x07"
+                         u"bel\nneu");
+  EXPECT_EQ(Tree().FindCategoryById(id)->Name(), u"Möbel neu");
+}
+
 TEST_F(TWatchlistAccessTest, RulesOfTheSectionHold) {
   EXPECT_NE(Refusal([&] { Access->AddCategory({}, u"BÜCHER", {}); }), "nothing raised");
   EXPECT_NE(Refusal([&] { Access->DeleteCategory(cEmptyGuid); }), "nothing raised");
