@@ -23,10 +23,18 @@ std::vector<TGuid> ItemIds(const TWatchlistInfo& iTree, TWords::const_iterator i
   return result;
 }
 
-// A text of one empty line is no text.
-std::vector<TString> Lines(std::vector<TString> iLines) {
-  if (iLines.size() == 1 && iLines[0].empty()) iLines.clear();
-  return iLines;
+// A text of one empty line is no text. A word may hold several lines.
+std::vector<TString> Lines(const TWords& iWords) {
+  if (iWords.size() == 1 && iWords[0].empty()) return {};
+  std::vector<TString> result;
+  for (const TString& word : iWords) {
+    if (word.empty()) result.emplace_back();
+    for (TString& line : Split(word, u'\n')) {
+      if (!line.empty() && line.back() == u'\r') line.pop_back();
+      result.push_back(std::move(line));
+    }
+  }
+  return result;
 }
 
 std::vector<TString> LinesFrom(const TCliArguments& iCall) {

@@ -293,6 +293,16 @@ TEST_F(TCliStructureTest, SetsANoteForOneOrForSeveral) {
                                               "SetNote Lampe Uhr <drei>"));
 }
 
+TEST_F(TCliStructureTest, AWordWithLineBreaksIsSeveralLines) {
+  World.List().Item(u"Haus", u"Lampe");
+  EXPECT_TRUE(Run<TCliStructure>({u"note", u"Lampe", u"eins\nzwei", u"drei\r\n\r\nvier"}));
+  EXPECT_TRUE(Run<TCliStructure>({u"note", u"Lampe", u"--text=eins\nzwei"}));
+  EXPECT_TRUE(Run<TCliStructure>({u"note", u"Lampe", u"eins", u"", u"zwei"}));
+  EXPECT_THAT(World.List().Calls,
+              ElementsAre("SetNote Lampe <eins> <zwei> <drei> <> <vier>",
+                          "SetNote Lampe <eins> <zwei>", "SetNote Lampe <eins> <> <zwei>"));
+}
+
 TEST_F(TCliStructureTest, UnknownAndAmbiguousNamesAreWrongCalls) {
   World.List().Item(u"Haus", u"Lampe");
   World.List().Item(u"Flur", u"lampe");
