@@ -1,11 +1,11 @@
 #pragma once
 
 #include <algorithm>
-#include <deque>
 #include <memory>
 
 #include "host/base/Exception.h"
 #include "host/base/TObject.h"
+#include "host/base/TPointerRow.h"
 
 namespace kk {
 
@@ -46,13 +46,11 @@ class TLstBase : public TObject {
   virtual void Move(int iFrom, int iTo) {
     const size_t from = Checked(iFrom);
     const size_t to = Checked(iTo);
-    T* object = FObjects[from];
-    FObjects.erase(Place(from));
-    FObjects.insert(Place(to), object);
+    FObjects.Insert(to, FObjects.TakeOut(from));
     Reordered();
   }
   virtual void Reverse() {
-    std::reverse(FObjects.begin(), FObjects.end());
+    FObjects.Reverse();
     Reordered();
   }
 
@@ -85,12 +83,11 @@ class TLstBase : public TObject {
   virtual void Reordered() {}
 
  private:
-  auto Place(size_t iIndex) { return FObjects.begin() + static_cast<ptrdiff_t>(iIndex); }
   size_t Checked(int iIndex) const { return CheckedIndex(iIndex, FObjects.size()); }
   T& Put(int iIndex, T* iObject, bool iOwned) {
     std::unique_ptr<T> guard(iOwned ? iObject : nullptr);
     if (iOwned != FOwnsObjects) throw EInvalidCast(u"TLstBase.Add");
-    FObjects.insert(Place(static_cast<size_t>(iIndex)), iObject);
+    FObjects.Insert(static_cast<size_t>(iIndex), iObject);
     guard.release();
     Attached(*iObject);
     if (iIndex + 1 < GetCount()) Reordered();
@@ -98,8 +95,7 @@ class TLstBase : public TObject {
   }
   // From either end without moving the rest: emptying a list in its order stays linear.
   T* TakeOut(size_t iIndex) {
-    T* object = FObjects[iIndex];
-    FObjects.erase(Place(iIndex));
+    T* object = FObjects.TakeOut(iIndex);
     Detached(*object);
     return object;
   }
@@ -107,7 +103,7 @@ class TLstBase : public TObject {
     if (FOwnsObjects) delete iObject;
   }
 
-  std::deque<T*> FObjects;
+  TPointerRow<T> FObjects;
   bool FOwnsObjects;
 };
 
