@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "host/common/TFastWriterBaseSimpleXML.h"
 #include "reminders/TLstRemindItemSync.h"
 #include "views/WatchlistModel.h"
 #include "views/WatchlistQuestions.h"
@@ -23,8 +24,9 @@ TWatchlistItem& Item(const TGuid& iId) {
   return *item;
 }
 
-// What the file can hold, on one line: a name that comes back as another's would not stay unique.
-TString CategoryName(TStringView iName) { return WithoutControlCharacters(ToSingleLine(iName)); }
+// What the file gives back, and that as it stands: a name that comes back as another's would not
+// stay unique.
+TString CategoryName(TStringView iName) { return TFastWriterBaseSimpleXML::HeldText(iName); }
 
 TWatchlistCategory* CategoryOrTop(const std::optional<TGuid>& iId) {
   return iId ? &Category(*iId) : nullptr;

@@ -92,7 +92,7 @@ void OpenURL(TStringView iUrl, bool /*iFlag*/) {
     return;
   }
   if (!Opener().Open(PercentEncoded(iUrl))) {
-    LogError(u"Host", u"Es läßt sich kein Browser öffnen (xdg-open)");
+    LogError(u"Host", u"Es lässt sich kein Browser öffnen (xdg-open)");
   }
 }
 

@@ -28,10 +28,9 @@ bool IsThere(TStringView iFileName) {
   return lstat(ToUtf8(iFileName).c_str(), &info) == 0;
 }
 
-bool IsXml(TStringView iName, std::string_view iBytes) {
-  return iName == cCategories || iName == cRemind || StartsWith(iName, cItems) ||
-         iBytes.starts_with('<') || iBytes.starts_with("\xEF\xBB\xBF") ||
-         iBytes.starts_with("\xFF\xFE") || iBytes.starts_with("\xFE\xFF");
+// The other entries are the sources' own, whatever they look like.
+bool IsXml(TStringView iName) {
+  return iName == cCategories || iName == cRemind || StartsWith(iName, cItems);
 }
 
 // A category without an id spoils the whole load. The document's bound keeps this from going deep.
@@ -44,7 +43,7 @@ void CheckCategories(TSimpleXMLNode iParent) {
 
 void CheckEntry(TStringView iName, TMemoryStream& ioStream) {
   if (iName == cVersion) StrToInt(FromUtf8(ioStream.Bytes()));
-  if (!IsXml(iName, ioStream.Bytes())) return;
+  if (!IsXml(iName)) return;
   TSimpleXMLDocument document;
   document.LoadFromStream(ioStream, false);
   if (iName == cCategories) CheckCategories(document.GetDocumentElement());

@@ -7,6 +7,15 @@ namespace kk {
 
 namespace {
 
+bool IsHighSurrogate(char16_t iUnit) { return (iUnit & 0xFC00) == 0xD800; }
+bool IsLowSurrogate(char16_t iUnit) { return (iUnit & 0xFC00) == 0xDC00; }
+
+// XML 1.0, section 2.2; surrogates aside.
+bool IsHeld(char32_t iChar) {
+  if (iChar < 0x20) return iChar == U'\t' || iChar == U'\r' || iChar == U'\n';
+  return iChar != 0xFFFE && iChar != 0xFFFF;
+}
+
 constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view cDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n";
 
@@ -53,12 +62,8 @@ void AppendChar(std::string& ioBytes, char32_t iChar) {
     default:
       break;
   }
-  const bool allowed = iChar == U'\t' || (iChar >= 0x20 && iChar != 0xFFFE && iChar != 0xFFFF);
-  if (allowed) AppendUtf8(ioBytes, iChar);
+  if (IsHeld(iChar)) AppendUtf8(ioBytes, iChar);
 }
-
-bool IsHighSurrogate(char16_t iUnit) { return (iUnit & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(char16_t iUnit) { return (iUnit & 0xFC00) == 0xDC00; }
 
 void AppendEscaped(std::string& ioBytes, TStringView iText) {
   for (size_t i = 0; i < iText.size(); ++i) {
@@ -79,6 +84,19 @@ void AppendTag(std::string& ioBytes, std::string_view iBegin, TStringView iName)
 }
 
 }  // namespace
+
+TString TFastWriterBaseSimpleXML::HeldText(TStringView iText) {
+  TString held;
+  for (size_t i = 0; i < iText.size(); ++i) {
+    const char16_t unit = iText[i];
+    if (IsHighSurrogate(unit) && i + 1 < iText.size() && IsLowSurrogate(iText[i + 1])) {
+      held.append(iText.substr(i++, 2));
+    } else if (!IsHighSurrogate(unit) && !IsLowSurrogate(unit) && IsHeld(unit)) {
+      held += unit;
+    }
+  }
+  return held;
+}
 
 void TFastWriterBaseSimpleXML::Clear() {
   FText.clear();

@@ -22,6 +22,9 @@ class TFastWriterBaseSimpleXML : public TParserOrWriterBaseSimpleXML {
   /// list's streams clear it.
   void SetWriteDeclaration(bool iWrite) { FWriteDeclaration = iWrite; }
 
+  /// The text as it comes back from a document: without the characters that XML can't hold.
+  static TString HeldText(TStringView iText);
+
   void Clear();
   void BeginNode(TStringView iName);
   /// A name other than that of the node open last raises Exception.

@@ -71,7 +71,7 @@ void MakeFolder(const TString& iFolder) {
     if (mkdir(part.c_str(), 0700) != 0 && errno != EEXIST && errno != EISDIR) {
       const int error = errno;
       if (!fs::is_directory(part))
-        ThrowFileError(u"Der Ordner %s läßt sich nicht anlegen: %s", part, error);
+        ThrowFileError(u"Der Ordner %s lässt sich nicht anlegen: %s", part, error);
     }
     if (end == std::string::npos) return;
   }

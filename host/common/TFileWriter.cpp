@@ -47,8 +47,8 @@ IFileLayer& Layer() {
   return layer != nullptr ? *layer : MachineFileLayer();
 }
 
-constexpr TStringView cCannotRead = u"Die Datei %s läßt sich nicht lesen: %s";
-constexpr TStringView cCannotWrite = u"Die Datei %s läßt sich nicht schreiben: %s";
+constexpr TStringView cCannotRead = u"Die Datei %s lässt sich nicht lesen: %s";
+constexpr TStringView cCannotWrite = u"Die Datei %s lässt sich nicht schreiben: %s";
 
 // A call that a signal interrupted is made again.
 template <class Call>
@@ -181,7 +181,7 @@ void FlushFolderOf(const std::string& iPath) {
   // Some network file systems can't flush a folder and say so with EINVAL.
   const bool flushed = file.Get() >= 0 &&
                        (Retried([&] { return Layer().Flush(file.Get()); }) == 0 || errno == EINVAL);
-  if (!flushed) ThrowFileError(u"Der Ordner %s läßt sich nicht sichern: %s", folder, errno);
+  if (!flushed) ThrowFileError(u"Der Ordner %s lässt sich nicht sichern: %s", folder, errno);
 }
 
 TFileWriter::TFileWriter(const std::string& iPath) : FPath(iPath), FTempPath(iPath + ".tmp") {}
@@ -239,7 +239,7 @@ void RenameFile(TStringView iOldName, TStringView iNewName) {
   const std::string oldPath = ToUtf8(iOldName);
   const std::string newPath = ToUtf8(iNewName);
   if (Layer().Rename(oldPath.c_str(), newPath.c_str()) != 0) {
-    ThrowFileError(u"Die Datei %s läßt sich nicht umbenennen: %s", oldPath, errno);
+    ThrowFileError(u"Die Datei %s lässt sich nicht umbenennen: %s", oldPath, errno);
   }
   FlushFolderOf(newPath);
   if (fs::path(oldPath).parent_path() != fs::path(newPath).parent_path()) FlushFolderOf(oldPath);
@@ -249,7 +249,7 @@ void DeleteFile(TStringView iFileName) {
   const std::string path = ToUtf8(iFileName);
   if (Layer().Unlink(path.c_str()) != 0) {
     if (errno == ENOENT) return;
-    ThrowFileError(u"Die Datei %s läßt sich nicht löschen: %s", path, errno);
+    ThrowFileError(u"Die Datei %s lässt sich nicht löschen: %s", path, errno);
   }
   FlushFolderOf(path);
 }

@@ -57,7 +57,7 @@ class TLibrary {
   explicit TLibrary(const TString& iFileName) : FObjects(LiveObjectCount()) {
     FHandle = dlopen(ToUtf8(iFileName).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (FHandle != nullptr) return;
-    throw EInOutError(Format(u"Die Datei ist beschädigt oder paßt nicht zu diesem Programm (%s)",
+    throw EInOutError(Format(u"Die Datei ist beschädigt oder passt nicht zu diesem Programm (%s)",
                              {FromUtf8(dlerror())}));
   }
   ~TLibrary() {
@@ -155,7 +155,7 @@ void TPackageLoader::LoadFolder(TStringView iFolder) {
        i.increment(error)) {
     if (i->path().extension() == ".so") paths.push_back(i->path().string());
   }
-  if (error) LogError(cSender, u"Der Ordner %s läßt sich nicht lesen", {iFolder});
+  if (error) LogError(cSender, u"Der Ordner %s lässt sich nicht lesen", {iFolder});
   std::sort(paths.begin(), paths.end());
   for (const std::string& path : paths) Load(FromUtf8(path));
 }

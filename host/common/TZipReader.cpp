@@ -43,7 +43,7 @@ TString ReasonOf(zip_error_t* ioError) {
 
 // iWhat: the archive, or the entry if that is all that is known.
 [[noreturn]] void FailWith(TStringView iWhat, TStringView iReason) {
-  throw EInOutError(Format(u"%s läßt sich nicht lesen: %s", {iWhat, iReason}));
+  throw EInOutError(Format(u"%s lässt sich nicht lesen: %s", {iWhat, iReason}));
 }
 
 struct TCloseEntry {

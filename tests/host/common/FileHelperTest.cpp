@@ -133,7 +133,7 @@ TEST(TFileHelper, SaysWhyAFolderCantBeMade) {
   const TTempFolder folder;
   folder.Write(u"file", "x");
   EXPECT_THAT(MessageFrom([&] { MakeHostFolder(folder.File(u"file/sub")); }),
-              HasSubstr("läßt sich nicht anlegen"));
+              HasSubstr("lässt sich nicht anlegen"));
 }
 
 TEST(TFileHelper, RefusesATemporaryFolderThatIsNotThisUsers) {
@@ -202,7 +202,7 @@ TEST(ReadFileBytes, ReadsAllBytes) {
 TEST(ReadFileBytes, SaysWhyAFileCantBeRead) {
   const TTempFolder folder;
   EXPECT_THAT(MessageFrom([&] { ReadFileBytes(folder.File(u"none")); }),
-              HasSubstr("none läßt sich nicht lesen: Datei oder Ordner nicht gefunden"));
+              HasSubstr("none lässt sich nicht lesen: Datei oder Ordner nicht gefunden"));
   EXPECT_THAT(MessageFrom([&] { ReadFileBytes(FromUtf8(folder.Path())); }),
               HasSubstr("Ist ein Ordner"));
   folder.Write(u"file", "x");
@@ -234,7 +234,7 @@ TEST(RenameFile, TakesThePlaceOfAFileThatHasTheName) {
   RenameFile(folder.File(u"b"), folder.File(u"c/b"));
   EXPECT_TRUE(folder.Has(u"c/b"));
   EXPECT_THAT(MessageFrom([&] { RenameFile(folder.File(u"none"), folder.File(u"x")); }),
-              HasSubstr("läßt sich nicht umbenennen"));
+              HasSubstr("lässt sich nicht umbenennen"));
 }
 
 TEST(DeleteFile, IsNoFailureIfThereIsNone) {
@@ -244,7 +244,7 @@ TEST(DeleteFile, IsNoFailureIfThereIsNone) {
   DeleteFile(folder.File(u"a"));
   EXPECT_TRUE(folder.Names().empty());
   EXPECT_THAT(MessageFrom([&] { DeleteFile(FromUtf8(folder.Path())); }),
-              HasSubstr("läßt sich nicht löschen"));
+              HasSubstr("lässt sich nicht löschen"));
 }
 
 TEST(WriteFileAtomically, WritesNewFilesAndOverOldOnes) {
@@ -317,7 +317,7 @@ TEST(WriteFileAtomically, SaysWhyItCantWrite) {
   const TTempFolder folder;
   fs::create_directory(ToUtf8(folder.File(u"a.tmp")));
   EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(u"a"), "x"); }),
-              HasSubstr("läßt sich nicht schreiben"));
+              HasSubstr("lässt sich nicht schreiben"));
   EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(u"none/a"), "x"); }),
               HasSubstr("Datei oder Ordner nicht gefunden"));
 }
@@ -360,7 +360,7 @@ TEST(WriteFileAtomically, NamesAFullDisk) {
   TFaultyFileLayer layer;
   layer.FailAll("write", ENOSPC);
   EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(u"a"), "x"); }),
-              HasSubstr("a läßt sich nicht schreiben: Der Datenträger ist voll"));
+              HasSubstr("a lässt sich nicht schreiben: Der Datenträger ist voll"));
   EXPECT_TRUE(folder.Names().empty());
 }
 

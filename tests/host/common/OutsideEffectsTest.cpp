@@ -70,7 +70,7 @@ TEST(OpenURL, LogsThatNothingCouldBeStarted) {
   opener.Works = false;
   const TLogRecorder log;
   OpenURL(u"http://a", true);
-  EXPECT_THAT(log.Lines(), ElementsAre("error Host: Es läßt sich kein Browser öffnen (xdg-open)"));
+  EXPECT_THAT(log.Lines(), ElementsAre("error Host: Es lässt sich kein Browser öffnen (xdg-open)"));
 }
 
 class TXdgOpenTest : public testing::Test {
@@ -95,7 +95,7 @@ TEST_F(TXdgOpenTest, StartsXdgOpenWithTheAddressAsItsOnlyArgumentAndNoShell) {
 
 TEST_F(TXdgOpenTest, SaysThatItIsNotInstalled) {
   OpenURL(u"http://a", true);
-  EXPECT_THAT(FLog.Lines(), ElementsAre("error Host: Es läßt sich kein Browser öffnen (xdg-open)"));
+  EXPECT_THAT(FLog.Lines(), ElementsAre("error Host: Es lässt sich kein Browser öffnen (xdg-open)"));
 }
 
 TEST(PlaySound, SaysThatNoSoundOutputIsInstalled) {

@@ -156,7 +156,7 @@ TEST_F(TPackageLoaderTest, LoadsTheOthersOfAFolderInOrderOfTheirNames) {
 TEST_F(TPackageLoaderTest, AFolderThatIsMissingIsAnErrorLine) {
   FLoader.LoadFolder(FFolder.File(u"none"));
   EXPECT_THAT(FLog.Lines(), ElementsAre("error Plugin: Der Ordner " + FFolder.Path() +
-                                        "/none läßt sich nicht lesen"));
+                                        "/none lässt sich nicht lesen"));
 }
 
 TEST_F(TPackageLoaderTest, UnloadingDropsThePluginsAndThePackages) {
