@@ -64,6 +64,10 @@ void Collect(const TControl& iParent, std::vector<TControl*>& ioControls) {
   }
 }
 
+bool IsTyped(TControl* iControl) {
+  return As<TEdit>(iControl) != nullptr || As<TComboBox>(iControl) != nullptr;
+}
+
 // 1 to the maximum; 0 for any other text.
 size_t NumberIn(TStringView iText, size_t iMaximum) {
   int64_t number = 0;
@@ -210,10 +214,11 @@ bool TCliDialog::AskEntry(TComboBox& ioBox) {
       ioBox.Select(static_cast<int>(same - items.begin()));
     } else if (const size_t number = NumberIn(text, items.size()); number > 0) {
       ioBox.Select(static_cast<int>(number - 1));
-    } else if (ioBox.Editable()) {
-      ioBox.EnterText(text);
-    } else {
+    } else if (int64_t unknown = 0; !ioBox.Editable() || TryStrToInt(text, unknown)) {
+      FConsole.Complain(Format(u"Die Auswahl %s gibt es nicht.", {ForTerminal(text)}));
       continue;
+    } else {
+      ioBox.EnterText(text);
     }
     return true;
   }
@@ -229,6 +234,8 @@ bool TCliDialog::AskButton() {
     if (!buttons[i]->Description().empty()) text += u" - " + Plain(buttons[i]->Description());
     FConsole.Complain(text);
   }
+  // Where the user types, Return means the first button, as it does without a terminal.
+  if (preset == 0 && std::ranges::any_of(Controls(), IsTyped)) preset = 1;
   const TString prompt = preset > 0 ? Format(u"Auswahl [%d] ", {preset}) : TString(u"Auswahl ");
   while (true) {
     const auto line = FConsole.ReadLine(prompt);
@@ -256,9 +263,7 @@ void TCliDialog::PressDefault() {
   // Some windows take Return in the place where the user types.
   for (TControl* control : Controls()) {
     if (FForm.EndModalIfDone()) return;
-    if (As<TEdit>(control) != nullptr || As<TComboBox>(control) != nullptr) {
-      control->PressKey(cKeyReturn);
-    }
+    if (IsTyped(control)) control->PressKey(cKeyReturn);
   }
   if (FForm.EndModalIfDone() || FForm.ModalResult() != cModalNone) return;
   const std::vector<TButton*> buttons = Buttons();

@@ -126,6 +126,22 @@ TEST_F(TCliFormHostTest, AListTakesANameANumberOrANewText) {
   EXPECT_EQ(form.cmbxKind.Text(), u"Gelb");
 }
 
+TEST_F(TCliFormHostTest, ANumberThatNoEntryHasIsAskedAgainAndMakesNoNewEntry) {
+  TFullForm form;
+  Console.Answer({u"", u"", u"9", u"2", u"", u"", u"1"});
+  EXPECT_EQ(form.ShowModal(), cModalOK);
+  EXPECT_EQ(form.cmbxKind.Text(), u"Blau");
+  EXPECT_THAT(Console.Complained(), testing::Contains("Die Auswahl 9 gibt es nicht."));
+}
+
+TEST_F(TCliFormHostTest, ReturnPressesTheFirstButtonWhereTheUserTypesAndNoneIsTheDefault) {
+  TFullForm form;
+  form.SetDefaultButton(nullptr);
+  Console.Answer({u"", u"", u"", u"", u"", u""});
+  EXPECT_EQ(form.ShowModal(), cModalOK);
+  EXPECT_EQ(Console.Prompts().back(), "Auswahl [1] ");
+}
+
 TEST_F(TCliFormHostTest, AListThatIsNotEditableAsksAgainForAnUnknownText) {
   TFullForm form;
   form.cmbxKind.SetEditable(false);
