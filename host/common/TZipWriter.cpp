@@ -16,8 +16,8 @@ namespace {
 constexpr std::string_view cEmptyArchive{"PK\5\6\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 22};
 
 [[noreturn]] void FailWith(zip_error_t* ioError) {
-  throw EInOutError(
-      Format(u"Das Archiv lässt sich nicht erstellen: %s", {FromUtf8(zip_error_strerror(ioError))}));
+  throw EInOutError(Format(u"Das Archiv lässt sich nicht erstellen: %s",
+                           {FromUtf8(zip_error_strerror(ioError))}));
 }
 
 // Bytes that are packed already, as a source: what it says of itself keeps the library from packing

@@ -95,7 +95,8 @@ TEST_F(TXdgOpenTest, StartsXdgOpenWithTheAddressAsItsOnlyArgumentAndNoShell) {
 
 TEST_F(TXdgOpenTest, SaysThatItIsNotInstalled) {
   OpenURL(u"http://a", true);
-  EXPECT_THAT(FLog.Lines(), ElementsAre("error Host: Es lässt sich kein Browser öffnen (xdg-open)"));
+  EXPECT_THAT(FLog.Lines(),
+              ElementsAre("error Host: Es lässt sich kein Browser öffnen (xdg-open)"));
 }
 
 TEST(PlaySound, SaysThatNoSoundOutputIsInstalled) {
