@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "host/common/TFastWriterBaseSimpleXML.h"
+#include "persistence/TWatchlistHandler.h"
 #include "reminders/TLstRemindItemSync.h"
 #include "views/WatchlistModel.h"
 #include "views/WatchlistQuestions.h"
@@ -194,6 +195,23 @@ bool TWatchlistAccess::SetNote(const std::vector<TGuid>& iItems,
   // Source by source, because the command marks the source of its first item alone.
   for (const TBatch& batch : batches) commands.SetDescriptions(batch.Ids, lines);
   return true;
+}
+
+void TWatchlistAccess::EditReminders(const std::vector<TGuid>& /*iItems*/) {
+  throw Exception(u"Erinnerungen können noch nicht eingerichtet werden.");
+}
+
+bool TWatchlistAccess::DeleteReminders(const std::vector<TGuid>& iItems) {
+  const std::vector<TBatch> batches = BySource(iItems);
+  if (batches.empty() || !AskDeleteReminder()) return false;
+  for (const TBatch& batch : batches) {
+    Form().Reminders().DeleteReminders(false, batch.Integration, batch.Results);
+  }
+  return true;
+}
+
+bool TWatchlistAccess::HasUnsavedReminders() const {
+  return Handler() != nullptr && Handler()->LstRemind().GetChanged();
 }
 
 int TWatchlistAccess::RefreshAll() { return Form().Updates().UpdateAll(); }

@@ -26,6 +26,9 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
   void MoveItems(const std::vector<TGuid>& iItems, const TGuid& iTarget) override;
   bool DeleteItems(const std::vector<TGuid>& iItems) override;
   bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) override;
+  void EditReminders(const std::vector<TGuid>& iItems) override;
+  bool DeleteReminders(const std::vector<TGuid>& iItems) override;
+  bool HasUnsavedReminders() const override;
 
   int RefreshAll() override;
   int RefreshCategory(const TGuid& iCategory) override;

@@ -5,6 +5,8 @@
 #include "apps/cli/TerminalText.h"
 #include "host/base/Exception.h"
 #include "host/base/TMainLoop.h"
+#include "host/common/TFileHelper.h"
+#include "host/controls/TOpenDialog.h"
 
 namespace kk {
 namespace {
@@ -39,6 +41,23 @@ void TCliFormHost::ShowModal(TForm& ioForm) {
     if (refusals > cMaxRefusals && !ioForm.EndModalIfDone()) {
       throw Exception(Format(u"Die Frage \"%s\" ließ sich nicht beantworten", {ioForm.Caption()}));
     }
+  }
+}
+
+bool TCliFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
+  if (!FConsole.IsInteractive()) return false;
+  FConsole.Complain(ForTerminal(ioDialog.Title));
+  const TString prompt = Format(u"Datei [%s] ", {ForTerminal(ioDialog.FileName)});
+  while (true) {
+    const auto line = FConsole.ReadLine(prompt);
+    if (!line) return false;
+    const TString name = Trim(*line).empty() ? ioDialog.FileName : Trim(*line);
+    if (ioDialog.FileMustExist && !FileExists(name)) {
+      FConsole.Complain(Format(u"Die Datei %s gibt es nicht.", {ForTerminal(name)}));
+      continue;
+    }
+    ioDialog.FileName = name;
+    return true;
   }
 }
 

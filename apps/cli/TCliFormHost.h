@@ -17,6 +17,8 @@ class TCliFormHost : public IFormHost {
   explicit TCliFormHost(ICliConsole& ioConsole) : FConsole(ioConsole) {}
 
   void ShowModal(TForm& ioForm) override;
+  /// Asks for the path; where nobody can answer, it is a cancel.
+  bool ShowOpenDialog(TOpenDialog& ioDialog) override;
 
   /// Questions that have nothing to fill in are answered with yes.
   void SetYesToAll(bool iYes) { FYesToAll = iYes; }

@@ -85,6 +85,8 @@ const char* TypeName(TSettingsKeyType iType) {
       return "boolean";
     case TSettingsKeyType::sktInteger:
       return "integer";
+    case TSettingsKeyType::sktSecret:
+      return "secret";
     case TSettingsKeyType::sktString:
       break;
   }

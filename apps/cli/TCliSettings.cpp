@@ -5,6 +5,7 @@
 
 #include "apps/cli/ECliUsage.h"
 #include "apps/cli/TerminalText.h"
+#include "host/common/TIniFileSectionCommunication.h"
 #include "host/common/TKKIniFile.h"
 
 namespace kk {
@@ -14,17 +15,12 @@ using enum TSettingsKeyType;
 
 // The host's own sections.
 std::vector<TSettingsKeyInfo> HostKeys() {
-  return {
-      {u"General", u"DelayedStart", sktBoolean, u"1", 0, 1,
-       u"Bereiche kommen einen Augenblick nach dem Programm"},
-      {u"Common", u"PathToLastImExport", sktString, u"", 0, 0,
-       u"Ordner des letzten Im- oder Exports"},
-      {u"Communication", u"EMail", sktString, u"", 0, 0, u"Adresse für Erinnerungen per E-Mail"},
-      {u"Communication", u"EMailConfirmed", sktBoolean, u"0", 0, 1,
-       u"die E-Mail-Adresse ist bestätigt"},
-      {u"Communication", u"SMS", sktString, u"", 0, 0, u"Rufnummer für Erinnerungen per SMS"},
-      {u"Communication", u"NotifierPosition", sktInteger, u"0", 0, 2,
-       u"wo Meldungsfenster erscheinen"}};
+  std::vector<TSettingsKeyInfo> keys = {{u"General", u"DelayedStart", sktBoolean, u"1", 0, 1,
+                                         u"Bereiche kommen einen Augenblick nach dem Programm"},
+                                        {u"Common", u"PathToLastImExport", sktString, u"", 0, 0,
+                                         u"Ordner des letzten Im- oder Exports"}};
+  for (TSettingsKeyInfo& key : TIniFileSectionCommunication::Keys()) keys.push_back(std::move(key));
+  return keys;
 }
 
 bool IsAnyOf(TStringView iText, std::initializer_list<TStringView> iWords) {
@@ -56,6 +52,7 @@ TString Checked(const TSettingsKeyInfo& iInfo, TStringView iValue) {
       return CheckedBoolean(iInfo, iValue);
     case sktInteger:
       return CheckedInteger(iInfo, iValue);
+    case sktSecret:
     case sktString:
       break;
   }
@@ -72,6 +69,7 @@ TString Effective(const TSettingsKeyInfo& iInfo, const TString& iStored) {
     case sktInteger:
       if (!TryStrToInt(iStored, number)) return iInfo.Default;
       return IntToStr(std::clamp<int64_t>(number, iInfo.Min, iInfo.Max));
+    case sktSecret:
     case sktString:
       break;
   }
@@ -93,6 +91,7 @@ TString Kind(const TSettingsKeyInfo& iInfo) {
       return u"0 oder 1";
     case sktInteger:
       return Format(u"%d bis %d", {iInfo.Min, iInfo.Max});
+    case sktSecret:
     case sktString:
       break;
   }

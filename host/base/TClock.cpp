@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <thread>
 
 namespace kk {
 
@@ -25,9 +26,16 @@ const IClock& Clock() {
 
 }  // namespace
 
+void IClock::Sleep(int iMilliseconds) const {
+  if (iMilliseconds <= 0) return std::this_thread::yield();
+  std::this_thread::sleep_for(std::chrono::milliseconds(iMilliseconds));
+}
+
 IClock* SetClock(IClock* iClock) { return installedClock.exchange(iClock); }
 
 TDateTime Now() { return Clock().Now(); }
+
+void Sleep(int iMilliseconds) { Clock().Sleep(iMilliseconds); }
 
 TDateTime TExactTime::GetNow() const { return Clock().ExactNow(); }
 

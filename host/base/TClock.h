@@ -12,6 +12,9 @@ class IClock {
   virtual TDateTime Now() const = 0;
   /// The same, corrected by the host; rules on the end of an auction use it. Any thread.
   virtual TDateTime ExactNow() const { return Now(); }
+  /// Holds the calling thread for so many milliseconds of the steady clock, which no change of the
+  /// time of day makes longer or shorter; 0 lets other threads run. Any thread.
+  virtual void Sleep(int iMilliseconds) const;
 };
 
 /// Installs a clock, which is borrowed; null goes back to the machine's. Answers the one before.
@@ -19,6 +22,9 @@ IClock* SetClock(IClock* iClock);
 
 /// The current local time.
 TDateTime Now();
+
+/// Holds the calling thread, as IClock::Sleep tells. Any thread; not for the main one.
+void Sleep(int iMilliseconds);
 
 /// The door to the host's corrected clock.
 class TExactTime {

@@ -1,7 +1,6 @@
 #include "host/common/TIniFileSectionBase.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace kk {
 
@@ -113,21 +112,6 @@ TString TIniFileSectionCommon::PathToLastImExport() const {
 
 void TIniFileSectionCommon::SetPathToLastImExport(TStringView iPath) {
   WriteString(u"PathToLastImExport", iPath, {});
-}
-
-TIniFileSectionCommunication::TIniFileSectionCommunication()
-    : TKKIniFileSectionBase(IniFile(), u"Communication") {}
-
-bool TIniFileSectionCommunication::GetEMail(TString& oAddress) const {
-  oAddress = ReadString(u"EMail", {});
-  return !oAddress.empty() && ReadBoolean(u"EMailConfirmed", false);
-}
-
-TString TIniFileSectionCommunication::GetSMS() const { return ReadString(u"SMS", {}); }
-
-int TIniFileSectionCommunication::GetNotifierPosition() const {
-  return ReadInteger(u"NotifierPosition", 0, std::numeric_limits<int>::min(),
-                     std::numeric_limits<int>::max());
 }
 
 TIniFileSectionGeneral::TIniFileSectionGeneral() : TKKIniFileSectionBase(IniFile(), u"General") {}

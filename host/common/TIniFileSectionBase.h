@@ -8,7 +8,7 @@ namespace kk {
 ///
 /// A write whose value equals its default takes the key out, so that the value reads back as the
 /// default. A stored integer outside of its bounds reads as the nearer bound; text that is none
-/// reads as the default. Booleans are "1" and "0"; "true" and "false" are read, too. Main thread.
+/// reads as the default. Booleans are "1" and "0"; "true" and "false" are read, too. Any thread.
 class TIniFileSectionBase : public TObject {
  public:
   TIniFileSectionBase(TKKIniFile& ioFile, TStringView iSection);
@@ -55,17 +55,6 @@ class TIniFileSectionCommon : public TKKIniFileSectionBase {
   /// The folder of the last import or export; empty at first.
   TString PathToLastImExport() const;
   void SetPathToLastImExport(TStringView iPath);
-};
-
-class TIniFileSectionCommunication : public TKKIniFileSectionBase {
- public:
-  TIniFileSectionCommunication();
-  /// False while there is no address or it isn't confirmed ("EMail", "EMailConfirmed").
-  bool GetEMail(TString& oAddress) const;
-  /// The number that text messages go to ("SMS").
-  TString GetSMS() const;
-  /// As it is stored; what a number means lies with the caller ("NotifierPosition").
-  int GetNotifierPosition() const;
 };
 
 class TIniFileSectionGeneral : public TKKIniFileSectionBase {

@@ -6,7 +6,8 @@
 
 namespace kk {
 
-enum class TSettingsKeyType { sktBoolean, sktInteger, sktString };
+/// A secret lies in SecretStore() and is shown to nobody.
+enum class TSettingsKeyType { sktBoolean, sktInteger, sktString, sktSecret };
 
 /// One key of the settings file: what may stand there and what it means.
 struct TSettingsKeyInfo {

@@ -33,6 +33,7 @@ struct TWatchlistReminderInfo {
   TGuid Id;  ///< of the item's search result
   TDateTime Time;
   std::vector<int> Types;  ///< 0 sound, 1 window, 2 SMS, 3 calendar, 4 e-mail; ascending
+  TString SoundFile = {};  ///< empty for none
 };
 struct TWatchlistInfo {
   std::vector<TWatchlistCategoryInfo> Categories;
@@ -68,6 +69,14 @@ class IWatchlistAccess : public IInterface {
   virtual bool DeleteItems(const std::vector<TGuid>& iItems) = 0;
   /// Asks when there are several.
   virtual bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) = 0;
+
+  /// Opens the editor of reminders (TfrmKKWatchlistEditItemRemind) for those of the items that end
+  /// in the future; asks first when there are several. Does nothing if there are none.
+  virtual void EditReminders(const std::vector<TGuid>& iItems) = 0;
+  /// Asks. With their appointments in the calendar.
+  virtual bool DeleteReminders(const std::vector<TGuid>& iItems) = 0;
+  /// Whether reminders have come, gone or changed since the list was saved.
+  virtual bool HasUnsavedReminders() const = 0;
 
   /// Queue what can be refreshed; answer how many results went into the queues.
   virtual int RefreshAll() = 0;

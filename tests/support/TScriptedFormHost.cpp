@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "host/base/TMainLoop.h"
+#include "host/controls/TfrmKKCommonWait.h"
 
 namespace kk {
 
@@ -29,12 +32,26 @@ bool EndsByItself(TForm& ioForm) {
   return false;
 }
 
+// The work behind it runs in real time.
+bool WaitFor(TfrmKKCommonWait& ioForm) {
+  const auto last = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+  while (!ioForm.EndModalIfDone()) {
+    if (std::chrono::steady_clock::now() > last) return false;
+    MainLoop().ProcessMessages();
+    if (!ioForm.IsDone()) MainLoop().WaitForMessage(1);
+  }
+  return true;
+}
+
 }  // namespace
 
 TScriptedFormHost::~TScriptedFormHost() {
   SetFormHost(FBefore);
   for (const TExpected& expected : FScript) {
     ADD_FAILURE() << "a window did not come: " << expected.What;
+  }
+  for (const auto& dialog : FOpenDialogs) {
+    ADD_FAILURE() << "a file dialog did not come: " << ToUtf8(dialog.first);
   }
 }
 
@@ -68,7 +85,29 @@ TScriptedFormHost& TScriptedFormHost::ExpectQuestion(TStringView iText, bool iYe
   });
 }
 
+TScriptedFormHost& TScriptedFormHost::ExpectOpenDialog(TStringView iTitle, TStringView iFileName) {
+  FOpenDialogs.emplace_back(iTitle, iFileName);
+  return *this;
+}
+
+bool TScriptedFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
+  FLastOpenDialog = ioDialog;
+  if (FOpenDialogs.empty() || FOpenDialogs.front().first != ioDialog.Title) {
+    ADD_FAILURE() << "nobody expected the file dialog " << ToUtf8(ioDialog.Title);
+    return false;
+  }
+  ioDialog.FileName = FOpenDialogs.front().second;
+  FOpenDialogs.pop_front();
+  return !ioDialog.FileName.empty();
+}
+
 void TScriptedFormHost::ShowModal(TForm& ioForm) {
+  auto* const wait = dynamic_cast<TfrmKKCommonWait*>(&ioForm);
+  const bool scripted = !FScript.empty() && FScript.front().What == typeid(TfrmKKCommonWait).name();
+  if (wait != nullptr && !scripted) {
+    EXPECT_TRUE(WaitFor(*wait)) << "the work does not end";
+    return;
+  }
   ++FShownCount;
   if (FScript.empty()) {
     ADD_FAILURE() << "nobody expected " << Describe(ioForm);
@@ -77,7 +116,7 @@ void TScriptedFormHost::ShowModal(TForm& ioForm) {
     FScript.pop_front();
     if (!expected.Step(ioForm)) {
       ADD_FAILURE() << "expected " << expected.What << ", got " << Describe(ioForm);
-    } else if (EndsByItself(ioForm)) {
+    } else if (wait != nullptr ? WaitFor(*wait) : EndsByItself(ioForm)) {
       return;
     } else {
       ADD_FAILURE() << "it stays open: " << Describe(ioForm);

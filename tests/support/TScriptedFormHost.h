@@ -4,14 +4,17 @@
 #include <functional>
 #include <string>
 
+#include "host/controls/TOpenDialog.h"
 #include "host/controls/TfrmKKCommonMessageDlg.h"
 #include "host/controls/TfrmMessageDlg.h"
 
 namespace kk {
 
 /// Plays the user in front of modal windows, from a script: each step waits for the next window and
-/// says what the user does in it. A window that nobody expected fails the test and is cancelled; so
-/// does one that stays open behind its step; at the end, a step whose window did not come fails.
+/// says what the user does in it. A window
+/// that waits for work elsewhere is waited for without a step, unless the next step is for it. A
+/// window that nobody expected fails the test and is cancelled; so does one that stays open behind
+/// its step; at the end, a step whose window did not come fails.
 class TScriptedFormHost : public IFormHost {
  public:
   TScriptedFormHost() : FBefore(SetFormHost(this)) {}
@@ -35,6 +38,12 @@ class TScriptedFormHost : public IFormHost {
   /// The next window is the question with this text; the user presses yes or no.
   TScriptedFormHost& ExpectQuestion(TStringView iText, bool iYes);
 
+  bool ShowOpenDialog(TOpenDialog& ioDialog) override;
+  /// The next file dialog has this title; the user chooses this file, or cancels (empty).
+  TScriptedFormHost& ExpectOpenDialog(TStringView iTitle, TStringView iFileName);
+  /// What the last file dialog looked like when it came up.
+  const TOpenDialog& LastOpenDialog() const { return FLastOpenDialog; }
+
   int ShownCount() const { return FShownCount; }
 
  private:
@@ -47,6 +56,8 @@ class TScriptedFormHost : public IFormHost {
   TScriptedFormHost& Add(std::string iWhat, TStep iStep);
 
   std::deque<TExpected> FScript;
+  std::deque<std::pair<TString, TString>> FOpenDialogs;
+  TOpenDialog FLastOpenDialog;
   int FShownCount = 0;
   IFormHost* FBefore;
 };

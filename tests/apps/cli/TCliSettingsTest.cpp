@@ -8,6 +8,7 @@
 #include "TFakeConsole.h"
 #include "apps/cli/ECliUsage.h"
 #include "host/common/TIniFileSectionBase.h"
+#include "host/common/TIniFileSectionCommunication.h"
 #include "host/common/TKKIniFile.h"
 #include "tests/support/TTempFolder.h"
 

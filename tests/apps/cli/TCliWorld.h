@@ -92,6 +92,14 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   void MoveItems(const std::vector<TGuid>& iItems, const TGuid& iTarget) override;
   bool DeleteItems(const std::vector<TGuid>& iItems) override;
   bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) override;
+  void EditReminders(const std::vector<TGuid>& /*iItems*/) override {
+    Calls.push_back("EditReminders");
+  }
+  bool DeleteReminders(const std::vector<TGuid>& /*iItems*/) override {
+    Calls.push_back("DeleteReminders");
+    return true;
+  }
+  bool HasUnsavedReminders() const override { return false; }
   int RefreshAll() override;
   int RefreshCategory(const TGuid& iCategory) override;
   int RefreshItems(const std::vector<TGuid>& iItems) override;

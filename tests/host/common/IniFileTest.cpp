@@ -9,6 +9,7 @@
 
 #include "host/base/Exception.h"
 #include "host/common/TIniFileSectionBase.h"
+#include "host/common/TIniFileSectionCommunication.h"
 #include "host/common/TIniText.h"
 #include "tests/support/TFaultyFileLayer.h"
 #include "tests/support/TLogRecorder.h"

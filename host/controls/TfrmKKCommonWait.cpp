@@ -1,0 +1,62 @@
+#include "host/controls/TfrmKKCommonWait.h"
+
+#include <exception>
+#include <thread>
+
+#include "host/base/TMainLoop.h"
+
+namespace kk {
+
+TfrmKKCommonWait::TfrmKKCommonWait(TStringView iText)
+    : TfrmKKCommonBase(nullptr, u"TfrmKKCommonWait", u"Bitte warten") {
+  using TSelf = TfrmKKCommonWait;
+  lblText.SetCaption(iText);
+  btnCancel.SetOnClick(TNotifyEvent::Of<&TSelf::btnCancelClick>(this));
+  SetCancelButton(&btnCancel);
+  SetOnCloseQuery(TCloseQueryEvent::Of<&TSelf::CloseQuery>(this));
+}
+
+void TfrmKKCommonWait::Run(TStringView iText, const TWork& iWork) {
+  if (!MainLoop().IsMainThread()) return iWork({});
+  TfrmKKCommonWait form(iText);
+  std::exception_ptr failure;
+  std::thread worker([&] {
+    try {
+      iWork(form.FStop.get_token());
+    } catch (...) {  // handed to the waiting thread
+      failure = std::current_exception();
+    }
+    MainLoop().Post([&form] { form.Done(); });
+  });
+  try {
+    form.ShowModal();
+  } catch (...) {  // the worker uses the form: it has to end first
+    form.FStop.request_stop();
+    while (!form.FDone) {
+      MainLoop().ProcessMessages();
+      MainLoop().WaitForMessage(1);
+    }
+    worker.join();
+    throw;
+  }
+  worker.join();
+  if (failure) std::rethrow_exception(failure);
+}
+
+void TfrmKKCommonWait::btnCancelClick(TObject*) {
+  btnCancel.SetEnabled(false);
+  FStop.request_stop();
+}
+
+// Nothing ends the window but the end of the work; who closes it gives the wait up.
+void TfrmKKCommonWait::CloseQuery(TObject*, bool& ioCanClose) {
+  ioCanClose = FDone;
+  if (!FDone) FStop.request_stop();
+}
+
+void TfrmKKCommonWait::Done() {
+  FDone = true;
+  SetModalResult(cModalOK);
+}
+
+}  // namespace kk
