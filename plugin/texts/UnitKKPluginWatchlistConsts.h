@@ -89,6 +89,11 @@ inline constexpr std::array<TStringView, 5> cRemindImages = {
     cRemindImageSound, cRemindImageWindow, cRemindImageSMS, cRemindImageOutlook, cRemindImageEMail};
 inline constexpr std::array<int, 5> cRemindTypeEditorIndex = {0, 1, 4, 3, 2};
 
+/// The minutes before the end of the auction of the editor's list of times. Settings hold the
+/// places in it.
+inline constexpr std::array<int, 14> cRemindTimeRelativeMinutes = {
+    1, 2, 5, 10, 15, 30, 60, 120, 180, 240, 300, 360, 720, 1440};
+
 // The settings.
 inline constexpr TStringView cSettingsSectionWatchlist = u"Watchlist";
 inline constexpr TStringView cDefaultSoundFileName = u"remind.wav";

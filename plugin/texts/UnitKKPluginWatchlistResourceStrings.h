@@ -69,6 +69,65 @@ inline constexpr TStringView _resLoggingRemindItemId = u"Id = %s";
 inline constexpr TStringView _resLoggingRemindItemTime = u"RemindTime = %s";
 inline constexpr TStringView _resLoggingRemindItemTypes = u"RemindTypes: %s";
 
+// The editor of reminders: its window, what it refuses, and the times before the end of an auction.
+inline constexpr TStringView _resEditRemindCaption = u"Erinnerung";
+inline constexpr TStringView _resEditRemindType = u"Benachrichtigung";
+// In the order of the editor's list, which is not that of TRemindType.
+inline constexpr std::array<TStringView, 5> cEditRemindTypeText = {u"Nur Sound", u"Meldungsfenster",
+                                                                   u"E-Mail", u"Outlook", u"SMS"};
+inline constexpr TStringView _resEditRemindSoundFile = u"Sounddatei";
+inline constexpr TStringView _resEditRemindChooseSoundFile = u"...";
+inline constexpr TStringView _resEditRemindSoundFileTitle = u"Bitte Sounddatei auswählen";
+inline constexpr TStringView _resEditRemindSoundFileFilter = u"Sounddatei (*.wav)|*.wav";
+inline constexpr TStringView _resEditRemindTimeSpan = u"Nach Ablauf von";
+inline constexpr TStringView _resEditRemindHours = u"Stunden";
+inline constexpr TStringView _resEditRemindMinutes = u"Minuten";
+inline constexpr TStringView _resEditRemindSeconds = u"Sekunden";
+inline constexpr TStringView _resEditRemindTimeRelative = u"vor Ablauf der Auktion";
+inline constexpr std::array<TStringView, 14> cRemindTimeRelativeText = {
+    u"1 Minute",   u"2 Minuten", u"5 Minuten",  u"10 Minuten", u"15 Minuten",
+    u"30 Minuten", u"1 Stunde",  u"2 Stunden",  u"3 Stunden",  u"4 Stunden",
+    u"5 Stunden",  u"6 Stunden", u"12 Stunden", u"1 Tag"};
+inline constexpr TStringView _resEditRemindChosenTime = u"ausgewählter Zeitpunkt: ";
+inline constexpr TStringView _resEditRemindOK = u"&OK";
+inline constexpr TStringView _resEditRemindCancel = u"&Abbrechen";
+inline constexpr TStringView _resEditRemindNoSoundFile =
+    u"Bitte geben Sie eine gültige Sounddatei an.";
+inline constexpr TStringView _resEditRemindSoundFileNotFound =
+    u"Ungültige Sounddatei!\r\nDie Datei %s konnte nicht gefunden werden.";
+inline constexpr TStringView _resEditRemindTimeInPast =
+    u"Das eingestellte Erinnerungsdatum darf nicht in der Vergangenheit liegen!\r\n"
+    u"Derzeitiges Erinnerungsdatum: %s";
+inline constexpr TStringView _resEditRemindEMailNotConfirmed =
+    u"E-Mail-Benachrichtigung nicht freigeschaltet!\r\n"
+    u"Um eine Benachrichtigung per E-Mail erhalten zu können, müssen Sie diese Funktionalität "
+    u"zuerst in den Einstellungen freischalten.";
+inline constexpr TStringView _resEditRemindNoEMail =
+    u"Es wurde keine E-Mail-Adresse angegeben.\r\n"
+    u"Bitte geben Sie Ihre E-Mail-Adresse in den Programmeinstellungen an oder wählen Sie eine "
+    u"andere Erinnerungsart.";
+// "Benachrichtungen" is how the text is spelt.
+inline constexpr TStringView _resEditRemindSeveralSms =
+    u"Sie haben %d Einträge markiert!\r\n"
+    u"Aus Sicherheitsgründen ist es nicht zulässig, SMS-Benachrichtungen für mehrere Einträge "
+    u"gleichzeitig einzurichten!";
+inline constexpr TStringView _resEditRemindNoSmsNumber =
+    u"Es wurde keine Mobilnummer hinterlegt.\r\n"
+    u"Bitte richten Sie Ihre Mobilnummer in den Einstellungen des Programms ein\r\n"
+    u"oder wählen Sie eine andere Erinnerungsart.";
+
+// Appointments in the calendar.
+inline constexpr TStringView _resOutlookSubject = u"Kaufkobolde %MV%SV";
+inline constexpr TStringView _resOutlookLocation = u"Erinnerung an %s";
+inline constexpr TStringView _resLoggingOutlookAdded =
+    u"Termin erfolgreich in Outlook eingetragen (%s)";
+inline constexpr TStringView _resOutlookAddFailed =
+    u"Fehler beim Eintragen des Termins in Outlook:\r\n%s";
+inline constexpr TStringView _resLoggingOutlookDeleted =
+    u"Termin erfolgreich gelöscht (EntryId: %s)";
+inline constexpr TStringView _resLoggingOutlookNotDeleted =
+    u"Termin konnte nicht gelöscht werden (EntryId: %s)";
+
 // The refresh queue of a source.
 inline constexpr TStringView _resLoggingSenderUpdater = u"Updater (%s)";
 inline constexpr TStringView _resLoggingUpdaterStartUpdate = u"Update für %s gestartet";
