@@ -117,6 +117,7 @@ inline constexpr TStringView _resEditRemindNoSmsNumber =
     u"oder wählen Sie eine andere Erinnerungsart.";
 
 // Appointments in the calendar.
+inline constexpr TStringView _resLoggingSenderRemindOutlook = u"Watchlist-Reminder (Outlook)";
 inline constexpr TStringView _resOutlookSubject = u"Kaufkobolde %MV%SV";
 inline constexpr TStringView _resOutlookLocation = u"Erinnerung an %s";
 inline constexpr TStringView _resLoggingOutlookAdded =
@@ -127,6 +128,48 @@ inline constexpr TStringView _resLoggingOutlookDeleted =
     u"Termin erfolgreich gelöscht (EntryId: %s)";
 inline constexpr TStringView _resLoggingOutlookNotDeleted =
     u"Termin konnte nicht gelöscht werden (EntryId: %s)";
+
+// Reminders that are due: the thread, the five ways, and what goes out by them. In the templates
+// "%MV" and "%SV" are replaced before "%s" is filled.
+inline constexpr TStringView _resLoggingSenderRemind = u"Watchlist-Reminder";
+inline constexpr TStringView _resLoggingSenderRemindSound = u"Watchlist-Reminder (Sound)";
+inline constexpr TStringView _resLoggingSenderRemindWindow = u"Watchlist-Reminder (Window)";
+inline constexpr TStringView _resLoggingSenderRemindSMS = u"Watchlist-Reminder (SMS)";
+inline constexpr TStringView _resLoggingSenderRemindEMail = u"Watchlist-Reminder (E-Mail)";
+inline constexpr TStringView _resLoggingRemindProcessItem = u"Melde Erinnerung";
+inline constexpr TStringView _resLoggingRemindUnknownType = u"Unbekannte Erinnerungsart: %s";
+inline constexpr TStringView _resLoggingRemindProcess = u"Melde...";
+inline constexpr TStringView _resLoggingRemindProcessExternal = u"Meldung extern...";
+inline constexpr TStringView _resLoggingRemindSoundFileNotFound = u"Datei nicht gefunden: %s";
+inline constexpr TStringView _resLoggingRemindNoApplication = u"Kein Zugriff auf IApplication";
+inline constexpr TStringView _resLoggingRemindNoItem = u"Kein gültiges Item vorhanden";
+inline constexpr TStringView _resLoggingRemindNoDetails = u"Keine Detaildaten vorhanden";
+inline constexpr TStringView _resLoggingRemindWindowFailed =
+    u"Fenster konnte nicht angezeigt werden. Fehlermeldung: %s";
+inline constexpr TStringView _resLoggingRemindEMailNotConfirmed =
+    u"E-Mail konnte nicht verschickt werden. Empfängeradresse (%s) nicht freigeschaltet.";
+inline constexpr TStringView _resLoggingRemindEMailNoAddress =
+    u"E-Mail konnte nicht verschickt werden. Keine gültige Empfängeradresse angegeben.";
+inline constexpr TStringView _resLoggingRemindEMailFailed =
+    u"E-Mail konnte nicht verschickt werden. Fehlermeldung: %s";
+inline constexpr TStringView _resLoggingRemindEMailSent = u"E-Mail erfolgreich an %s verschickt.";
+inline constexpr TStringView _resLoggingRemindSMSAdded =
+    u"SMS erfolgreich für %s (%s) eingerichtet.";
+inline constexpr TStringView _resLoggingRemindSMSFailed =
+    u"SMS konnte nicht eingerichtet werden. Fehlermeldung: (%d) %s";
+// Nothing writes it: the text of an SMS goes out whole.
+inline constexpr TStringView _resLoggingRemindSMSShortened = u"Text von %d auf %d Zeichen gekürzt.";
+inline constexpr TStringView _resRemindEMailSubject = u"Kaufkobolde %MV%SV - Erinnerung an %s";
+inline constexpr TStringView _resRemindEMailBody =
+    u"Sie wollten an %s erinnert werden.\r\n%s\r\n\r\n%s\r\n\r\n"
+    u"Gesendet am %s mit Kaufkobolde %MV%SV\r\n\r\nAlle Angaben ohne Gewähr";
+inline constexpr TStringView _resRemindEMailSenderName = u"Kaufkobolde";
+inline constexpr TStringView _resRemindSMS = u"Kaufkobolde %MV%SV - Erinnerung an %s";
+inline constexpr TStringView _resRemindNotifierTitle = u"Erinnerung";
+inline constexpr TStringView _resRemindNotifierLink = u"Jetzt besuchen";
+
+// The pop-up window of a reminder.
+inline constexpr TStringView _resNotificationOpenLink = u"Link in Browser öffnen";
 
 // The refresh queue of a source.
 inline constexpr TStringView _resLoggingSenderUpdater = u"Updater (%s)";
@@ -176,6 +219,9 @@ inline constexpr TStringView _resConfirmDeleteCategoryWithContents =
 inline constexpr TStringView _resConfirmEditDescriptions =
     u"Sie haben mehrere Einträge markiert!\r\n"
     u"Möchten Sie die Beschreibung für alle %d Einträge bearbeiten?";
+inline constexpr TStringView _resConfirmEditReminders =
+    u"Sie haben mehrere Einträge markiert!\r\n"
+    u"Möchten Sie die Erinnerungen für alle %d Einträge bearbeiten?\r\n";
 inline constexpr TStringView _resConfirmDeleteReminder =
     u"Soll die Erinnerung für den markierten Eintrag wirklich gelöscht werden?";
 inline constexpr TStringView _resConfirmYesDelete = u"&Ja, löschen";
@@ -185,6 +231,7 @@ inline constexpr TStringView _resConfirmItemsDeleted = u"Die Einträge werden ge
 inline constexpr TStringView _resConfirmAllDeleted = u"Alle Einträge werden gelöscht.";
 inline constexpr TStringView _resConfirmAllEdited = u"Alle Einträge werden bearbeitet.";
 inline constexpr TStringView _resConfirmCancelled = u"Der Vorgang wird abgebrochen.";
+inline constexpr TStringView _resLoggingReminderAdded = u"Neue Erinnerung angelegt";
 inline constexpr TStringView _resLoggingReminderDeleted = u"Erinnerung gelöscht (%s)";
 
 // What the rules of the section refuse, for a host without its menus.
@@ -203,9 +250,5 @@ inline constexpr TStringView _resRefusedTooDeep =
 inline constexpr TStringView _resLoggingNoImport = u"Import ist noch nicht möglich: %s";
 inline constexpr TStringView _resLoggingNoMobileImport =
     u"Import von Kaufkobolde Mobile ist noch nicht möglich.";
-inline constexpr TStringView _resLoggingNoAutoReminder =
-    u"Automatische Erinnerungen sind noch nicht möglich. Es wurde keine angelegt.";
-inline constexpr TStringView _resLoggingNoAppointments =
-    u"Termine im Kalender können noch nicht gelöscht werden. Der Termin bleibt bestehen.";
 
 }  // namespace kk
