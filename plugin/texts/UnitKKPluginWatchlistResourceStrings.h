@@ -106,7 +106,7 @@ inline constexpr TStringView _resEditRemindNoEMail =
     u"Es wurde keine E-Mail-Adresse angegeben.\r\n"
     u"Bitte geben Sie Ihre E-Mail-Adresse in den Programmeinstellungen an oder wählen Sie eine "
     u"andere Erinnerungsart.";
-// "Benachrichtungen" is how the text is spelt.
+// "SMS-Benachrichtungen" is how the text is spelt.
 inline constexpr TStringView _resEditRemindSeveralSms =
     u"Sie haben %d Einträge markiert!\r\n"
     u"Aus Sicherheitsgründen ist es nicht zulässig, SMS-Benachrichtungen für mehrere Einträge "
