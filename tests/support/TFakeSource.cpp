@@ -43,6 +43,19 @@ class TFakeUpdate : public TInterfaced<ISearchResultUpdate> {
   TIntf<TFakeSource> FSource;
 };
 
+class TFakeReminderText : public TInterfaced<IReminderText> {
+ public:
+  TFakeReminderText(TStringView iName, TStringView iKind) : FName(iName), FKind(iKind) {}
+
+  TString GetCaption() const override { return FName; }
+  TString GetText() const override { return Format(u"Text %s: %s", {FKind, FName}); }
+  TString GetLink() const override { return Format(u"https://fake.test/%s/%s", {FKind, FName}); }
+
+ private:
+  TString FName;
+  TString FKind;
+};
+
 class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
  public:
   explicit TFakeVisualization(TFakeSource* iSource) : FSource(iSource) {}
@@ -72,7 +85,13 @@ class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
   void RefreshResult(const TIntf<ISearchResult>& iResult) override {
     Note("RefreshResult " + ToUtf8(iResult->GetName()));
   }
-  TIntf<IReminderText> GetReminderText(uint8_t, const TIntf<ISearchResult>&) override { return {}; }
+  TIntf<IReminderText> GetReminderText(uint8_t iKind,
+                                       const TIntf<ISearchResult>& iResult) override {
+    const std::string kind = std::to_string(iKind);
+    Note("GetReminderText " + kind + " " + ToUtf8(iResult->GetName()));
+    if (!FSource->FReminderTexts) return {};
+    return MakeIntf<TFakeReminderText>(iResult->GetName(), FromUtf8(kind));
+  }
   TIntf<ISearchResult> CreateSearchResultFromCmdLine(TStringView iValue) override {
     if (!StartsWith(iValue, TFakeSource::cScheme)) return {};
     return FakeResult(iValue.substr(std::size(TFakeSource::cScheme) - 1));

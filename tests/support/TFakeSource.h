@@ -85,6 +85,9 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   /// What the view was told, one line a call: "SetResults 3", "RefreshResult Name", ...
   std::vector<std::string>& ViewCalls() { return FViewCalls; }
   std::vector<TIntf<IInterface>>& Extensions() { return FExtensions; }
+  /// Whether its view has texts for reminders; so at first: for the kind 2 of an article "Uhr" the
+  /// caption "Uhr", the text "Text 2: Uhr" and the link "https://fake.test/2/Uhr".
+  void SetReminderTexts(bool iHasSome) { FReminderTexts = iHasSome; }
 
  protected:
   bool QueryDelegated(const TGuid& iIid, void** oInterface) override;
@@ -101,6 +104,7 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   TString FSaveFailure;
   bool FLastDecodeUTF8 = false;
   bool FAnswersAtOnce = false;
+  bool FReminderTexts = true;
   int FSaveCount = 0;
   std::vector<TRequest> FRequests;
   std::vector<std::string> FViewCalls;
