@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -76,6 +77,34 @@ bool HeaderValue(std::string_view iLine, std::string_view iName, std::string& oV
   return true;
 }
 
+// RFC 9110, 5.6.2: what a name consists of.
+bool IsToken(const std::string& iText) {
+  constexpr std::string_view cChars =
+      "!#$%&'*+-.^_`|~0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  return !iText.empty() && iText.find_first_not_of(cChars) == std::string::npos;
+}
+
+bool IsControl(char iChar) { return static_cast<unsigned char>(iChar) < 0x20 || iChar == 0x7F; }
+
+bool IsValid(const THttpHeader& iHeader) {
+  return IsToken(iHeader.Name) &&
+         std::none_of(iHeader.Value.begin(), iHeader.Value.end(), IsControl);
+}
+
+// What the user's environment exempts, and this machine itself in any case.
+std::string ProxyExceptions() {
+  const char* exceptions = std::getenv("no_proxy");
+  if (exceptions == nullptr) exceptions = std::getenv("NO_PROXY");
+  if (exceptions == nullptr) return "localhost,127.0.0.0/8,::1";
+  const std::string all(exceptions);
+  return all == "*" ? all : "localhost,127.0.0.0/8,::1," + all;
+}
+
+// The server may have had the request, and nobody knows.
+bool IsLoss(CURLcode iCode) {
+  return iCode == CURLE_GOT_NOTHING || iCode == CURLE_RECV_ERROR || iCode == CURLE_SEND_ERROR;
+}
+
 // One transfer: its handle and what has come in so far.
 class TTransfer {
  public:
@@ -90,17 +119,18 @@ class TTransfer {
 
   CURL* Handle() const { return FHandle; }
 
-  // False if the machine has no room for a handle.
-  bool Prepare() {
+  // What stands against it, empty if it may start.
+  TString Prepare() {
+    const auto& headers = FRequest.Headers;
+    if (!std::all_of(headers.begin(), headers.end(), IsValid)) {
+      return u"Eine Kopfzeile der Anfrage ist ungültig";
+    }
     FHandle = curl_easy_init();
-    if (FHandle == nullptr) return false;
-    AddHeader("Accept: " + FRequest.Accept);
-    AddHeader("Accept-Language: de,en;q=0.5");
-    if (!FRequest.ETag.empty()) AddHeader("If-None-Match: " + FRequest.ETag);
-    if (!FRequest.LastModified.empty()) AddHeader("If-Modified-Since: " + FRequest.LastModified);
+    if (FHandle == nullptr) return u"Der Speicher reicht nicht";
+    SetHeaders();
+    SetMethod();
     SetBounds();
-    Set(CURLOPT_URL, FRequest.Address.c_str());
-    Set(CURLOPT_HTTPHEADER, FHeaders);
+    SetRoute();
     Set(CURLOPT_USERAGENT, cUserAgent);
     Set(CURLOPT_ACCEPT_ENCODING, "");  // all that libcurl can unpack
     Set(CURLOPT_COOKIEFILE, "");  // kept for this request: some redirect until a cookie comes back
@@ -108,7 +138,7 @@ class TTransfer {
     Set(CURLOPT_HEADERDATA, this);
     Set(CURLOPT_WRITEFUNCTION, &TTransfer::OnBody);
     Set(CURLOPT_WRITEDATA, this);
-    return true;
+    return {};
   }
 
   void Finish(CURLcode iCode) {
@@ -129,6 +159,8 @@ class TTransfer {
     if (iCode != CURLE_OK && FResponse.Failure.empty()) {
       FResponse.Failure = FailureOf(iCode, osError);
     }
+    FResponse.TimedOut = iCode == CURLE_OPERATION_TIMEDOUT;
+    FResponse.Lost = IsLoss(iCode) && status == 0;
     Report();
   }
 
@@ -144,11 +176,41 @@ class TTransfer {
     curl_easy_setopt(FHandle, iOption, iValue);
   }
 
+  void SetHeaders() {
+    AddHeader("Accept: " + FRequest.Accept);
+    AddHeader("Accept-Language: de,en;q=0.5");
+    if (!FRequest.ETag.empty()) AddHeader("If-None-Match: " + FRequest.ETag);
+    if (!FRequest.LastModified.empty()) AddHeader("If-Modified-Since: " + FRequest.LastModified);
+    for (const auto& [name, value] : FRequest.Headers) AddHeader(name + ": " + value);
+    Set(CURLOPT_HTTPHEADER, FHeaders);
+  }
+
+  void SetMethod() {
+    const THttpMethod method = FRequest.Method;
+    if (method == THttpMethod::hmGet) return Set(CURLOPT_FOLLOWLOCATION, 1L);
+    if (method == THttpMethod::hmDelete) return Set(CURLOPT_CUSTOMREQUEST, "DELETE");
+    Set(CURLOPT_POSTFIELDS, FRequest.Body.data());
+    Set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(FRequest.Body.size()));
+    if (method == THttpMethod::hmPut) Set(CURLOPT_CUSTOMREQUEST, "PUT");
+    AddHeader("Content-Type: " + FRequest.ContentType);
+    AddHeader("Expect:");  // a server that says nothing to it would cost a second
+    Set(CURLOPT_HTTPHEADER, FHeaders);
+  }
+
+  void SetRoute() {
+    Set(CURLOPT_URL, FRequest.Address.c_str());
+    Set(CURLOPT_NOPROXY, ProxyExceptions().c_str());
+    if (FRequest.User.empty() && FRequest.Password.empty()) return;
+    Set(CURLOPT_HTTPAUTH, static_cast<long>(CURLAUTH_BASIC));
+    Set(CURLOPT_USERNAME, FRequest.User.c_str());
+    Set(CURLOPT_PASSWORD, FRequest.Password.c_str());
+  }
+
   void SetBounds() {
     Set(CURLOPT_NOSIGNAL, 1L);
+    Set(CURLOPT_QUICK_EXIT, 1L);  // else the end of a request waits for the name server's answer
     Set(CURLOPT_PROTOCOLS_STR, cProtocols);
     Set(CURLOPT_REDIR_PROTOCOLS_STR, cProtocols);
-    Set(CURLOPT_FOLLOWLOCATION, 1L);
     Set(CURLOPT_MAXREDIRS, static_cast<long>(FRequest.Limits.MaxRedirects));
     Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(FRequest.Limits.ConnectMs));
     Set(CURLOPT_TIMEOUT_MS, static_cast<long>(FRequest.Limits.TotalMs));
@@ -156,7 +218,7 @@ class TTransfer {
 
   // What is kept of an earlier answer goes out again; it must not bring further lines.
   void AddHeader(std::string iLine) {
-    std::erase_if(iLine, [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    std::erase_if(iLine, IsControl);
     FHeaders = curl_slist_append(FHeaders, iLine.c_str());
   }
 
@@ -172,10 +234,11 @@ class TTransfer {
     if (line.starts_with("HTTP/")) {
       transfer.FResponse.ETag.clear();
       transfer.FResponse.LastModified.clear();
+      transfer.FResponse.Location.clear();
     }
-    if (!HeaderValue(line, "ETag", transfer.FResponse.ETag)) {
-      HeaderValue(line, "Last-Modified", transfer.FResponse.LastModified);
-    }
+    HeaderValue(line, "ETag", transfer.FResponse.ETag);
+    HeaderValue(line, "Last-Modified", transfer.FResponse.LastModified);
+    HeaderValue(line, "Location", transfer.FResponse.Location);
     return iCount;
   }
 
@@ -283,9 +346,10 @@ class THttpClient::TWorker {
   }
 
   void Start(TRequestId iId, std::unique_ptr<TTransfer> iTransfer) {
-    if (!iTransfer->Prepare() || curl_multi_add_handle(FMulti, iTransfer->Handle()) != CURLM_OK) {
-      iTransfer->Fail(u"Der Speicher reicht nicht", false);
-      return;
+    const TString failure = iTransfer->Prepare();
+    if (!failure.empty()) return iTransfer->Fail(failure, false);
+    if (curl_multi_add_handle(FMulti, iTransfer->Handle()) != CURLM_OK) {
+      return iTransfer->Fail(u"Der Speicher reicht nicht", false);
     }
     FRunning.emplace(iId, std::move(iTransfer));
   }
@@ -334,7 +398,7 @@ THttpClient::THttpClient() : FWorker(std::make_unique<TWorker>()) {}
 
 THttpClient::~THttpClient() = default;
 
-THttpClient::TRequestId THttpClient::Get(THttpRequest iRequest, TOnFinished iOnFinished) {
+THttpClient::TRequestId THttpClient::Send(THttpRequest iRequest, TOnFinished iOnFinished) {
   return FWorker->Add(std::make_unique<TTransfer>(std::move(iRequest), std::move(iOnFinished)));
 }
 

@@ -16,7 +16,7 @@ std::future<THttpResponse> Start(THttpClient& ioClient, THttpRequest iRequest,
                                  THttpClient::TRequestId* oId = nullptr) {
   auto promise = std::make_shared<std::promise<THttpResponse>>();
   std::future<THttpResponse> future = promise->get_future();
-  const auto id = ioClient.Get(std::move(iRequest), [promise](THttpResponse iResponse) {
+  const auto id = ioClient.Send(std::move(iRequest), [promise](THttpResponse iResponse) {
     promise->set_value(std::move(iResponse));
   });
   if (oId != nullptr) *oId = id;
