@@ -20,5 +20,8 @@ class ISecretStore {
 ISecretStore* SetSecretStore(ISecretStore* iStore);
 /// The installed store, or the settings file as one.
 ISecretStore& SecretStore();
+/// The settings file as a store. Before a secret comes into it, it is made the user's alone (0600);
+/// one that can't be made so takes none.
+ISecretStore& FileSecretStore();
 
 }  // namespace kk
