@@ -6,6 +6,7 @@
 #include "host/common/TFastWriterBaseSimpleXML.h"
 #include "persistence/TWatchlistHandler.h"
 #include "reminders/TLstRemindItemSync.h"
+#include "reminders/TRemindDetailsSound.h"
 #include "views/WatchlistModel.h"
 #include "views/WatchlistQuestions.h"
 
@@ -102,6 +103,10 @@ TWatchlistReminderInfo InfoOf(const TRemindItem& iReminder) {
   for (const TRemindType type : cRemindTypes) {
     if (iReminder.RemindTypes().Has(type)) info.Types.push_back(static_cast<int>(type));
   }
+  // By the details, as the delivery goes: a sound plays also where the kinds don't name it.
+  const auto* sound =
+      dynamic_cast<const TRemindDetailsSound*>(iReminder.LstDetails().ItemByType(rtSound));
+  if (sound != nullptr) info.SoundFile = sound->SoundFile();
   return info;
 }
 
@@ -197,21 +202,30 @@ bool TWatchlistAccess::SetNote(const std::vector<TGuid>& iItems,
   return true;
 }
 
-void TWatchlistAccess::EditReminders(const std::vector<TGuid>& /*iItems*/) {
-  throw Exception(u"Erinnerungen können noch nicht eingerichtet werden.");
+void TWatchlistAccess::EditReminders(const std::vector<TGuid>& iItems) {
+  TWatchlistReminderCommands& commands = Form().Reminders();
+  const TIntf<IInterfaceList> results = NewInterfaceList();
+  std::unordered_set<TGuid> seen;
+  for (const TGuid& id : iItems) {
+    const TWatchlistItem& item = Item(id);
+    if (seen.insert(id).second && item.SearchResult()) results->Add(item.SearchResult());
+  }
+  commands.EditReminders(results);
 }
 
 bool TWatchlistAccess::DeleteReminders(const std::vector<TGuid>& iItems) {
+  TWatchlistReminderCommands& commands = Form().Reminders();
   const std::vector<TBatch> batches = BySource(iItems);
   if (batches.empty() || !AskDeleteReminder()) return false;
   for (const TBatch& batch : batches) {
-    Form().Reminders().DeleteReminders(false, batch.Integration, batch.Results);
+    commands.DeleteReminders(batch.Integration, batch.Results, batch.Ids);
   }
   return true;
 }
 
 bool TWatchlistAccess::HasUnsavedReminders() const {
-  return Handler() != nullptr && Handler()->LstRemind().GetChanged();
+  Form();
+  return Handler()->LstRemind().GetChanged();
 }
 
 int TWatchlistAccess::RefreshAll() { return Form().Updates().UpdateAll(); }

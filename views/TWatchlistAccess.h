@@ -26,6 +26,7 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
   void MoveItems(const std::vector<TGuid>& iItems, const TGuid& iTarget) override;
   bool DeleteItems(const std::vector<TGuid>& iItems) override;
   bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) override;
+  /// One editor for items of any sources, with the first that has not ended as the pattern.
   void EditReminders(const std::vector<TGuid>& iItems) override;
   bool DeleteReminders(const std::vector<TGuid>& iItems) override;
   bool HasUnsavedReminders() const override;

@@ -84,7 +84,7 @@ void TWatchlistItemCommands::DeleteItems(const TIntf<IWatchlistIntegration>& iIn
                                          const TIntf<IInterfaceList>& iResults,
                                          const std::vector<TGuid>& iIds) {
   TWatchlistIntegration* integration = FindIntegration(iIntegration->GetId());
-  Guarded(u"DeleteReminders", [&] { FReminders.DeleteReminders(false, iIntegration, iResults); });
+  Guarded(u"DeleteReminders", [&] { FReminders.DeleteReminders(iIntegration, iResults, iIds); });
   RemoveRows(iIntegration, iResults);
   for (const TGuid& id : iIds) DeleteItem(integration, id);
   DeleteEmptyGroups();
@@ -96,11 +96,8 @@ void TWatchlistItemCommands::DeleteItem(TWatchlistIntegration* ioIntegration, co
   const auto item = RootCategories().RemoveItemById(iId);
   if (!item) return;
   FSeams.View->DeleteNodeFromTree(*item);
-  if (!item->SearchResult()) {
-    Handler()->LstRemind().DeleteBySearchResultId(iId);
-    return;
-  }
-  if (ioIntegration == nullptr || !ioIntegration->Updater().Remove(item->SearchResult())) return;
+  if (!item->SearchResult() || ioIntegration == nullptr) return;
+  if (!ioIntegration->Updater().Remove(item->SearchResult())) return;
   FSeams.View->UpdateTakenOut();
   FSeams.View->DoUpdaterProgress(nullptr);
 }

@@ -29,12 +29,22 @@ class TWatchlistView {
   virtual void RefreshSelectedCategory(TWatchlistCategory& /*iCategory*/) {}
   /// The side bar follows the focused result of the tab on show, or shows none. Does not raise.
   virtual void ShowFocusedResult() {}
+  /// The focused result of the tab on show; empty if there is none.
+  virtual TIntf<ISearchResult> FocusedResult() const { return {}; }
 
   /// A result has been refreshed: its row, its details, its node. One that fails does not keep the
   /// others from being told.
   virtual void RefreshSearchResult(const TIntf<ISearchResult>& /*iResult*/) {}
   virtual void RefreshCurrentSearchResultIfEquals(const TIntf<ISearchResult>& /*iResult*/) {}
   virtual void RepaintNode(TWatchlistItem& /*iItem*/) {}
+
+  /// A reminder is being delivered and has left the list: the row of the result with this id in the
+  /// tab on show, if it stands there; other tabs paint theirs when they are next filled.
+  virtual void RefreshRowOfReminder(const TGuid& /*iResultId*/) {}
+  /// The same for the side bar, if it shows that result.
+  virtual void RefreshDetailsOfReminder(const TGuid& /*iResultId*/) {}
+  /// The side bar could not show that and shows no result now.
+  virtual void ShowNoResult() {}
 
   /// The queues of the sources: Sender is the updater, or none.
   virtual void DoUpdaterProgress(TObject* /*Sender*/) {}

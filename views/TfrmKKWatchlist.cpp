@@ -5,6 +5,7 @@
 #include "host/base/Guard.h"
 #include "host/base/TClock.h"
 #include "host/common/TIniFileSectionBase.h"
+#include "reminders/TRemindHandler.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "views/WatchlistModel.h"
 
@@ -26,6 +27,7 @@ TfrmKKWatchlist::TfrmKKWatchlist()
 
 TfrmKKWatchlist::~TfrmKKWatchlist() {
   StopDelay();
+  BindReminders(false);
   BindUpdaters(false);
 }
 
@@ -62,6 +64,7 @@ void TfrmKKWatchlist::InitializeWithDelay() {
   if (std::exchange(FInitialized, true)) return;
   BuildCategoriesTree(false);
   BindUpdaters(true);
+  BindReminders(true);
 }
 
 void TfrmKKWatchlist::BindUpdaters(bool iListens) {
@@ -79,7 +82,17 @@ void TfrmKKWatchlist::BindUpdaters(bool iListens) {
   }
 }
 
+void TfrmKKWatchlist::BindReminders(bool iListens) {
+  if (Handler() == nullptr) return;
+  using TSelf = TfrmKKWatchlist;
+  Handler()->RemindHandler().SetOnProcessElapsedItem(
+      iListens ? TNotifyProcessRemindItem::Of<&TSelf::DoProcessElapsedRemindItem>(this)
+               : TNotifyProcessRemindItem());
+}
+
 void TfrmKKWatchlist::Uninitialize() {
+  // First: no reminder reaches views that are being taken down.
+  BindReminders(false);
   StopDelay();
   BindUpdaters(false);
   TfrmKKCommonSectionBase::Uninitialize();
@@ -91,10 +104,6 @@ void TfrmKKWatchlist::FormClose(TObject*) {
 
 void TfrmKKWatchlist::SetView(TWatchlistView* iView) {
   FSeams.View = iView != nullptr ? iView : &FNoView;
-}
-
-void TfrmKKWatchlist::SetReminderEditor(TWatchlistReminderEditor* iEditor) {
-  FSeams.ReminderEditor = iEditor != nullptr ? iEditor : &FNoReminderEditor;
 }
 
 void TfrmKKWatchlist::SetImport(TWatchlistImport* iImport) {
@@ -124,7 +133,8 @@ void TfrmKKWatchlist::AddWithUpdate(const TIntf<IInterfaceList>& iResults,
 
 void TfrmKKWatchlist::DoCloseFormAddProgress(TObject*) {
   if (!TIniFileSectionWatchlist().GetAutoActivateReminder()) return;
-  FSeams.ReminderEditor->AutoEnableReminder(false, FAddedSearchResults);
+  // Looks like a mistake and is required: also for results whose first refresh failed.
+  FReminders.AutoEnableReminder(false, *FAddedSearchResults);
 }
 
 bool TfrmKKWatchlist::ImportInBackgroundFromFile(TStringView iFileName) {
@@ -164,6 +174,13 @@ void TfrmKKWatchlist::TakeOver(TWatchlistItemUpdater& iUpdater,
   Guarded(u"RefreshCurrentSearchResultIfEquals",
           [&] { FSeams.View->RefreshCurrentSearchResultIfEquals(iSearchResult); });
   Guarded(u"RepaintNode", [&] { FSeams.View->RepaintNode(*item); });
+}
+
+void TfrmKKWatchlist::DoProcessElapsedRemindItem(TObject*, TRemindItem& iItem) {
+  Guarded(u"RefreshRowOfReminder", [&] { FSeams.View->RefreshRowOfReminder(iItem.Id()); });
+  const bool shown = Guarded(u"RefreshDetailsOfReminder",
+                             [&] { FSeams.View->RefreshDetailsOfReminder(iItem.Id()); });
+  if (!shown) Guarded(u"ShowNoResult", [&] { FSeams.View->ShowNoResult(); });
 }
 
 void TfrmKKWatchlist::DoUpdaterProgress(TObject* Sender) {

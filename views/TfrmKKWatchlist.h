@@ -9,9 +9,11 @@
 
 namespace kk {
 
+class TRemindItem;
+
 /// The section "Beobachten": the frame around the commands, adding through a first refresh, and
-/// what becomes of refreshed results. What shows the list, edits reminders and imports files is
-/// installed from outside; until it is, nothing is shown, and the log says what can't be done.
+/// what becomes of refreshed results and delivered reminders. What shows the list and imports files
+/// is installed from outside; until it is, nothing is shown, and the log says what can't be done.
 /// Owned by the plug-in's root; it lives while the handler does. Main thread.
 class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwner {
  public:
@@ -23,8 +25,8 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   /// The host's setting decides whether the section runs at once or after 300 ms.
   void Initialize(const TIntf<IApplication>& iApplication) override;
   void Uninitialize() override;
-  /// What the setting puts off: fills the tree and listens to the updaters. Runs once, a second
-  /// call does nothing. Who can't wait for it may call it.
+  /// What the setting puts off: fills the tree and listens to updaters and reminders. Runs once, a
+  /// second call does nothing. Who can't wait for it may call it.
   void InitializeWithDelay();
 
   /// Builds the tree on the screen anew; with the flag the selection stays.
@@ -47,7 +49,6 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
 
   /// Borrowed; null goes back to none.
   void SetView(TWatchlistView* iView);
-  void SetReminderEditor(TWatchlistReminderEditor* iEditor);
   void SetImport(TWatchlistImport* iImport);
   /// Told of each end of a refresh, with the updater as the sender, when the list has taken the
   /// result in; for an added one, when its item stands in the list. What it throws is swallowed.
@@ -67,6 +68,7 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   bool SaveImported(bool iImported);
   /// iListens: whether the section hears of the updaters' events from now on.
   void BindUpdaters(bool iListens);
+  void BindReminders(bool iListens);
   /// Tells the host that the section was closed.
   void FormClose(TObject* Sender);
   void StopDelay();
@@ -77,12 +79,13 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
                              bool iSucceeded);
   void DoUpdaterProgress(TObject* Sender);
   void DoUpdaterAfterAdd(TObject* Sender, int iAddCount);
+  /// The reminder is on its way to the user: its marks go from the views.
+  void DoProcessElapsedRemindItem(TObject* Sender, TRemindItem& iItem);
   void TakeOver(TWatchlistItemUpdater& iUpdater, const TIntf<ISearchResult>& iSearchResult);
 
   TWatchlistView FNoView;
-  TWatchlistReminderEditor FNoReminderEditor;
   TWatchlistImport FNoImport;
-  TWatchlistSeams FSeams{&FNoView, &FNoReminderEditor, &FNoImport};
+  TWatchlistSeams FSeams{&FNoView, &FNoImport, this};
   TWatchlistCategoryCommands FCategories{FSeams};
   TWatchlistReminderCommands FReminders{FSeams};
   TWatchlistItemCommands FItems{FSeams, FReminders};

@@ -12,6 +12,13 @@ bool AskDelete(TStringView iText, TStringView iYesDescription) {
                                          _resConfirmNoCancel, _resConfirmCancelled);
 }
 
+// iText: with a place for the count.
+bool AskEditAll(TStringView iText, int iCount) {
+  return TfrmKKCommonMessageDlg::Display(nullptr, Format(iText, {iCount}), _resConfirmYesEditAll,
+                                         _resConfirmAllEdited, _resConfirmNoCancel,
+                                         _resConfirmCancelled);
+}
+
 }  // namespace
 
 bool AskDeleteItems(int iCount) {
@@ -32,11 +39,9 @@ bool AskDeleteCategory(bool iEmpty) {
                    _resConfirmAllDeleted);
 }
 
-bool AskEditDescriptions(int iCount) {
-  return TfrmKKCommonMessageDlg::Display(nullptr, Format(_resConfirmEditDescriptions, {iCount}),
-                                         _resConfirmYesEditAll, _resConfirmAllEdited,
-                                         _resConfirmNoCancel, _resConfirmCancelled);
-}
+bool AskEditDescriptions(int iCount) { return AskEditAll(_resConfirmEditDescriptions, iCount); }
+
+bool AskEditReminders(int iCount) { return AskEditAll(_resConfirmEditReminders, iCount); }
 
 bool AskDeleteReminder() { return AskDelete(_resConfirmDeleteReminder, _resConfirmItemsDeleted); }
 

@@ -12,6 +12,8 @@ bool AskDeleteGroup(int iItemCount);
 bool AskDeleteCategory(bool iEmpty);
 /// iCount: at least 2.
 bool AskEditDescriptions(int iCount);
+/// iCount: at least 2.
+bool AskEditReminders(int iCount);
 /// One text for any number of results, as required.
 bool AskDeleteReminder();
 

@@ -84,6 +84,7 @@ class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
   }
   void RefreshResult(const TIntf<ISearchResult>& iResult) override {
     Note("RefreshResult " + ToUtf8(iResult->GetName()));
+    if (!FSource->FViewFailure.empty()) throw Exception(FSource->FViewFailure);
   }
   TIntf<IReminderText> GetReminderText(uint8_t iKind,
                                        const TIntf<ISearchResult>& iResult) override {

@@ -66,6 +66,8 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   /// What the next loads and saves raise; empty for nothing.
   void SetLoadFailure(TStringView iMessage) { FLoadFailure = iMessage; }
   void SetSaveFailure(TStringView iMessage) { FSaveFailure = iMessage; }
+  /// What the view raises when it is to redraw a row; empty for nothing.
+  void SetViewFailure(TStringView iMessage) { FViewFailure = iMessage; }
   bool LastDecodeUTF8() const { return FLastDecodeUTF8; }
   int SaveCount() const { return FSaveCount; }
 
@@ -102,6 +104,7 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   TFakeAbilities FAbilities;
   TString FLoadFailure;
   TString FSaveFailure;
+  TString FViewFailure;
   bool FLastDecodeUTF8 = false;
   bool FAnswersAtOnce = false;
   bool FReminderTexts = true;

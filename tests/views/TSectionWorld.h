@@ -3,31 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/common/TKKIniFile.h"
+#include <functional>
+
+#include "host/common/TOutlook.h"
 #include "host/contract/TCommonPlugin.h"
-#include "reminders/TLstRemindItemSync.h"
-#include "reminders/TRemindDetailsOutlook.h"
-#include "reminders/TRemindDetailsSound.h"
 #include "settings/TIniFileSectionWatchlist.h"
-#include "tests/support/TFakeSource.h"
-#include "tests/support/TLogRecorder.h"
-#include "tests/support/TScriptedFormHost.h"
-#include "tests/support/TTempFolder.h"
-#include "tests/support/TTestClock.h"
-#include "tests/support/TTestMainLoop.h"
+#include "tests/support/TWatchlistWorld.h"
 #include "views/TfrmKKWatchlist.h"
 #include "views/WatchlistModel.h"
 
 namespace kk {
-
-using TLines = std::vector<std::string>;
-
-class TFakeApplication : public TInterfaced<IApplication> {
- public:
-  void SectionClosed() override { ++Closed; }
-  bool ShowNotificationWindow(TForm*) override { return false; }
-  int Closed = 0;
-};
 
 class TFakePlugin : public TCommonPlugin<IPlugin> {
  public:
@@ -37,16 +22,6 @@ class TFakePlugin : public TCommonPlugin<IPlugin> {
   TString GetSignature() const override { return {}; }
   TString GetDescription() const override { return {}; }
   TString GetLongDescription() const override { return {}; }
-};
-
-/// A settings file that is the host's while it lives.
-class TTestIniFile : public TKKIniFile {
- public:
-  explicit TTestIniFile(TStringView iFileName) : TKKIniFile(iFileName), FBefore(SetIniFile(this)) {}
-  ~TTestIniFile() override { SetIniFile(FBefore); }
-
- private:
-  TKKIniFile* FBefore;
 };
 
 /// Notes what the commands tell the section's views, one line a call.
@@ -68,6 +43,10 @@ class TRecordingView : public TWatchlistView {
     if (Fails) throw Exception(u"Kein Fenster");
   }
   void ShowFocusedResult() override { Note("Focused"); }
+  TIntf<ISearchResult> FocusedResult() const override { return Focus; }
+  void RefreshRowOfReminder(const TGuid& iId) override { Fail("Row of " + NameOf(iId)); }
+  void RefreshDetailsOfReminder(const TGuid& iId) override { Fail("Details of " + NameOf(iId)); }
+  void ShowNoResult() override { Fail("No result"); }
   void RefreshSearchResult(const TIntf<ISearchResult>&) override { Fail("Row"); }
   void RefreshCurrentSearchResultIfEquals(const TIntf<ISearchResult>&) override { Fail("Details"); }
   void RepaintNode(TWatchlistItem&) override { Fail("Node"); }
@@ -81,8 +60,13 @@ class TRecordingView : public TWatchlistView {
 
   TLines Calls;
   bool Fails = false;
+  TIntf<ISearchResult> Focus;
 
  private:
+  static std::string NameOf(const TGuid& iId) {
+    const TWatchlistItem* item = RootCategories().FindItemById(iId);
+    return item != nullptr ? ToUtf8(item->GetName()) : "?";
+  }
   static std::string NameOf(TObject& iObject) {
     if (auto* category = dynamic_cast<TWatchlistCategory*>(&iObject)) {
       return ToUtf8(category->Name());
@@ -102,24 +86,45 @@ class TRecordingView : public TWatchlistView {
   }
 };
 
-/// Notes what the commands ask of the reminders' editor.
-class TRecordingReminderEditor : public TWatchlistReminderEditor {
+/// A calendar that notes its calls while it lives.
+class TRecordingCalendar : public IOutlookFactory {
  public:
-  void AutoEnableReminder(bool iShowEditor, const TIntf<IInterfaceList>& iResults) override {
-    Calls.push_back((iShowEditor ? "Editor for " : "Automatic for ") +
-                    std::to_string(iResults->GetCount()));
-  }
-  void DeleteOutlookAppointment(const TRemindDetailsOutlook& iDetails) override {
-    Calls.push_back("Appointment " + ToUtf8(iDetails.EntryId()));
+  TRecordingCalendar() : FBefore(SetOutlookFactory(this)) {}
+  ~TRecordingCalendar() override { SetOutlookFactory(FBefore); }
+  std::unique_ptr<TOutlook> Create() override { return std::make_unique<TCalendar>(*this); }
+
+  TLines Calls;  ///< "Add <subject>", "Delete <entry id>"
+  bool Fails = false;
+  std::function<void()> OnDelete;
+
+ private:
+  class TCalendar : public TOutlook {
+   public:
+    explicit TCalendar(TRecordingCalendar& iOwner) : FOwner(iOwner) {}
+    TString AddAppointment(TStringView iSubject, TStringView, TStringView, int, TDateTime,
+                           int) override {
+      FOwner.Note("Add " + ToUtf8(iSubject));
+      return u"neu";
+    }
+    bool DeleteAppointment(TStringView iEntryId) override {
+      FOwner.Note("Delete " + ToUtf8(iEntryId));
+      if (FOwner.OnDelete) FOwner.OnDelete();
+      return true;
+    }
+
+   private:
+    TRecordingCalendar& FOwner;
+  };
+  void Note(std::string iCall) {
+    Calls.push_back(std::move(iCall));
     if (Fails) throw Exception(u"Kein Kalender");
   }
 
-  TLines Calls;
-  bool Fails = false;
+  IOutlookFactory* FBefore;
 };
 
-/// The section with its handler, two sources ("Auktion", "Laden") and recorders all around.
-class TSectionWorld {
+/// The section with its handler and recorders all around.
+class TSectionWorld : public TWatchlistWorld {
  public:
   TSectionWorld() {
     CreateHandler(MakeIntf<TFakePlugin>());
@@ -128,7 +133,6 @@ class TSectionWorld {
     Handler()->LoadFromFile();
     Form = std::make_unique<TfrmKKWatchlist>();
     Form->SetView(&View);
-    Form->SetReminderEditor(&Editor);
     Form->Initialize(MakeIntf<TFakeApplication>());
     Form->InitializeWithDelay();
     View.Calls.clear();
@@ -144,87 +148,8 @@ class TSectionWorld {
     FreeBuriedCategories();
   }
 
-  static TLstWatchlistCategory& Tree() { return RootCategories(); }
-  static TWatchlistCategory& Unassigned() { return *Tree().FindCategoryById(cEmptyGuid); }
-  static TWatchlistCategory& Category(TStringView iName, TWatchlistCategory* iParent = nullptr) {
-    auto category = std::make_unique<TWatchlistCategory>();
-    category->SetName(iName);
-    category->SetId(NewGuid());
-    return (iParent != nullptr ? iParent->LstCategory() : Tree()).Add(std::move(category));
-  }
-  static TWatchlistPlugin& Group(TWatchlistCategory& iCategory, const TIntf<TFakeSource>& iSource) {
-    TWatchlistPlugin* group = iCategory.LstPlugin().FindById(iSource->GetId());
-    return group != nullptr
-               ? *group
-               : iCategory.LstPlugin().Add(std::make_unique<TWatchlistPlugin>(iSource));
-  }
-  static TWatchlistItem& Item(TWatchlistCategory& iCategory, const TIntf<TFakeSource>& iSource,
-                              TStringView iName, TDateTime iEndTime = {}) {
-    TWatchlistItem& item =
-        Group(iCategory, iSource).LstItem().Add(std::make_unique<TWatchlistItem>());
-    item.SetSearchResult(FakeResult(iName, iEndTime));
-    item.SetParentCategoryId(iCategory.Id());
-    return item;
-  }
-  /// An item whose source has lost its result.
-  static TWatchlistItem& LostItem(TWatchlistCategory& iCategory,
-                                  const TIntf<TFakeSource>& iSource) {
-    TWatchlistItem& item =
-        Group(iCategory, iSource).LstItem().Add(std::make_unique<TWatchlistItem>());
-    item.SetSearchResultId(NewGuid());
-    item.SetParentCategoryId(iCategory.Id());
-    return item;
-  }
-  static TIntf<IInterfaceList> Results(std::initializer_list<const TWatchlistItem*> iItems) {
-    const TIntf<IInterfaceList> results = NewInterfaceList();
-    for (const TWatchlistItem* item : iItems) results->Add(item->SearchResult());
-    return results;
-  }
-  /// A reminder for the item; with an entry id one with an appointment.
-  static void Remind(const TWatchlistItem& iItem, TStringView iEntryId = {}) {
-    auto reminder = std::make_unique<TRemindItem>(iItem.SearchResultId());
-    if (iEntryId.empty()) {
-      reminder->SetRemindTypes({rtSound});
-      reminder->LstDetails().Add(std::make_unique<TRemindDetailsSound>(u"ton.wav"));
-    } else {
-      reminder->SetRemindTypes({rtOutlook});
-      auto details = std::make_unique<TRemindDetailsOutlook>(u"Titel", u"Text", u"Link");
-      details->SetEntryId(iEntryId);
-      reminder->LstDetails().Add(std::move(details));
-    }
-    reminder->SetRemindTime(Now());
-    Handler()->LstRemind().Add(std::move(reminder));
-  }
-  static bool HasReminder(const TGuid& iId) {
-    return !Handler()->LstRemind().RemindTypesBySearchResultId(iId).IsEmpty();
-  }
-  TWatchlistIntegration& Record(const TIntf<TFakeSource>& iSource) {
-    return *FindIntegration(iSource->GetId());
-  }
-  /// "R" for changed results, "I" for changed items, "-" for neither.
-  std::string Flags(const TIntf<TFakeSource>& iSource) {
-    const TWatchlistIntegration& record = Record(iSource);
-    const std::string flags =
-        std::string(record.ChangedSearchResults() ? "R" : "") + (record.ChangedItems() ? "I" : "");
-    return flags.empty() ? "-" : flags;
-  }
-  /// The names of an item list.
-  static TLines Names(const TLstWatchlistItem& iItems) {
-    TLines names;
-    for (const TWatchlistItem* item : iItems) names.push_back(ToUtf8(item->GetName()));
-    return names;
-  }
-
-  TTempFolder Folder{true};
-  TLogRecorder Log;
-  TTestMainLoop Loop;
-  TTestClock Clock;
-  TScriptedFormHost User;
-  TTestIniFile Ini{Folder.File(u"settings.ini")};
   TRecordingView View;
-  TRecordingReminderEditor Editor;
-  TIntf<TFakeSource> Auction = MakeIntf<TFakeSource>(u"Auktion");
-  TIntf<TFakeSource> Shop = MakeIntf<TFakeSource>(u"Laden");
+  TRecordingCalendar Calendar;
   std::unique_ptr<TfrmKKWatchlist> Form;
 };
 

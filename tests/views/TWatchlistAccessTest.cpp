@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "TSectionWorld.h"
+#include "reminders/editor/TfrmKKWatchlistEditItemRemind.h"
 
 namespace kk {
 namespace {
@@ -69,6 +70,21 @@ TEST_F(TWatchlistAccessTest, TreeIsToldAsValues) {
   EXPECT_EQ(info.Reminders[0].Id, faust.SearchResultId());
   EXPECT_EQ(info.Reminders[0].Time, Now());
   EXPECT_THAT(info.Reminders[0].Types, ElementsAre(3));
+  EXPECT_EQ(info.Reminders[0].SoundFile, u"");
+}
+
+TEST_F(TWatchlistAccessTest, SoundOfAReminderIsToldAlsoIfItsKindsDoNotNameIt) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& emma = Item(Books, Auction, u"Emma");
+  RemindBySound(faust, u"gong.wav", Now());
+  RemindBySound(emma, u"ton.wav", Now());
+  Handler()->LstRemind().GetItems(1).SetRemindTypes({rtWindow});
+  const std::vector<TWatchlistReminderInfo> reminders = Access->GetTree().Reminders;
+  ASSERT_THAT(reminders, SizeIs(2));
+  EXPECT_THAT(reminders[0].Types, ElementsAre(0));
+  EXPECT_EQ(reminders[0].SoundFile, u"gong.wav");
+  EXPECT_THAT(reminders[1].Types, ElementsAre(1));
+  EXPECT_EQ(reminders[1].SoundFile, u"ton.wav");
 }
 
 TEST_F(TWatchlistAccessTest, OfferWithoutAnEndHasNoEndTime) {
@@ -110,6 +126,8 @@ TEST_F(TWatchlistAccessTest, UnknownIdsAreRefusedAndNothingHappens) {
   EXPECT_EQ(Refusal([&] { Access->MoveItems({faust, id}, Clocks.Id()); }), NoItem(id));
   EXPECT_EQ(Refusal([&] { Access->DeleteItems({faust, id}); }), NoItem(id));
   EXPECT_EQ(Refusal([&] { Access->SetNote({faust, id}, {}); }), NoItem(id));
+  EXPECT_EQ(Refusal([&] { Access->EditReminders({faust, id}); }), NoItem(id));
+  EXPECT_EQ(Refusal([&] { Access->DeleteReminders({faust, id}); }), NoItem(id));
   EXPECT_EQ(Refusal([&] { Access->RefreshItems({faust, id}); }), NoItem(id));
   EXPECT_EQ(Books.GetItemCount(true), 1);
   EXPECT_EQ(Access->OpenUpdates(), 0);
@@ -174,7 +192,7 @@ TEST_F(TWatchlistAccessTest, ItemsOfSeveralSourcesAreDeletedAfterOneQuestion) {
   EXPECT_TRUE(Access->DeleteItems(ids));
   EXPECT_EQ(Books.GetItemCount(true) + Clocks.GetItemCount(true), 0);
   EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
-  EXPECT_THAT(Editor.Calls, ElementsAre("Appointment E1"));
+  EXPECT_THAT(Calendar.Calls, ElementsAre("Delete E1"));
   EXPECT_EQ(Flags(Auction), "RI");
   EXPECT_EQ(Flags(Shop), "RI");
   EXPECT_FALSE(Access->DeleteItems({}));
@@ -211,6 +229,59 @@ TEST_F(TWatchlistAccessTest, NoteForSeveralAsksAndMarksEverySource) {
   EXPECT_EQ(emma.Description().GetCount(), 1);
   EXPECT_EQ(Flags(Auction), "I");
   EXPECT_EQ(Flags(Shop), "I");
+}
+
+TEST_F(TWatchlistAccessTest, RemindersOfSeveralSourcesAreEditedAtOnce) {
+  TWatchlistItem& lost = LostItem(Books, Shop);
+  TWatchlistItem& ended = Item(Books, Auction, u"Vorbei", Now());
+  TWatchlistItem& emma = Item(Clocks, Shop, u"Emma", Now().PlusMs(TDateTime::cMsPerHour));
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust", Now().PlusMs(TDateTime::cMsPerDay));
+  Folder.Write(u"ton.wav", "RIFF");
+  RemindBySound(emma, Folder.File(u"ton.wav"), Now());
+  RemindBySound(faust, u"fehlt.wav", Now());
+  User.ExpectQuestion(
+      u"Sie haben mehrere Einträge markiert!\r\n"
+      u"Möchten Sie die Erinnerungen für alle 2 Einträge bearbeiten?\r\n",
+      true);
+  User.Expect<TfrmKKWatchlistEditItemRemind>([&](TfrmKKWatchlistEditItemRemind& form) {
+    EXPECT_EQ(form.edtSoundFile.Text(), Folder.File(u"ton.wav")) << "the first is the pattern";
+    form.btnOK.Click();
+  });
+  Access->EditReminders({lost.SearchResultId(), ended.SearchResultId(), emma.SearchResultId(),
+                         faust.SearchResultId(), emma.SearchResultId()});
+  ASSERT_EQ(Handler()->LstRemind().GetCount(), 2);
+  EXPECT_EQ(Handler()->LstRemind().GetItems(0).Id(), emma.SearchResultId());
+  EXPECT_EQ(Handler()->LstRemind().GetItems(1).Id(), faust.SearchResultId());
+  Access->EditReminders({lost.SearchResultId(), ended.SearchResultId()});
+  Access->EditReminders({});
+}
+
+TEST_F(TWatchlistAccessTest, RemindersAreDeletedAfterOneQuestion) {
+  constexpr char16_t cQuestion[] =
+      u"Soll die Erinnerung für den markierten Eintrag wirklich gelöscht werden?";
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& lost = LostItem(Clocks, Shop);
+  Remind(faust);
+  Remind(lost, u"E1");
+  const std::vector<TGuid> ids = {faust.SearchResultId(), lost.SearchResultId()};
+  User.ExpectQuestion(cQuestion, false);
+  EXPECT_FALSE(Access->DeleteReminders(ids));
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 2);
+  User.ExpectQuestion(cQuestion, true);
+  EXPECT_TRUE(Access->DeleteReminders(ids));
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+  EXPECT_THAT(Calendar.Calls, ElementsAre("Delete E1"));
+  EXPECT_EQ(Books.GetItemCount(true) + Clocks.GetItemCount(true), 2);
+  EXPECT_FALSE(Access->DeleteReminders({}));
+}
+
+TEST_F(TWatchlistAccessTest, ChangedRemindersAreUnsavedUntilTheNextSave) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  EXPECT_FALSE(Access->HasUnsavedReminders());
+  Remind(faust);
+  EXPECT_TRUE(Access->HasUnsavedReminders());
+  Access->Save();
+  EXPECT_FALSE(Access->HasUnsavedReminders());
 }
 
 TEST_F(TWatchlistAccessTest, RefreshesAreQueuedCountedAndTold) {
@@ -260,6 +331,9 @@ TEST_F(TWatchlistAccessTest, DetachedAccessRefusesEverything) {
   EXPECT_EQ(Refusal([&] { Access->GetTree(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->AddCategory({}, u"Neu", {}); }), refused);
   EXPECT_EQ(Refusal([&] { Access->DeleteItems({}); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->EditReminders({}); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->DeleteReminders({}); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->HasUnsavedReminders(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->RefreshAll(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->OpenUpdates(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->Save(); }), refused);

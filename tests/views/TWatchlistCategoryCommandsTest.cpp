@@ -213,7 +213,7 @@ TEST_F(TWatchlistCategoryCommandsTest, CategoryWithContentsIsDeletedWithItsRemin
   EXPECT_FALSE(HasReminder(faust));
   EXPECT_FALSE(HasReminder(emmaId));
   EXPECT_TRUE(HasReminder(other.SearchResultId()));
-  EXPECT_THAT(Editor.Calls, IsEmpty());  // the appointment stays
+  EXPECT_THAT(Calendar.Calls, IsEmpty());  // the appointment stays
   EXPECT_THAT(Log.Lines(), testing::Not(testing::Contains(testing::HasSubstr("Erinnerung"))));
 }
 

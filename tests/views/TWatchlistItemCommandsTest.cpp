@@ -63,7 +63,7 @@ TEST_F(TWatchlistItemCommandsTest, DeleteFromTheTreeKeepsAppointmentAndQueue) {
   User.ExpectQuestion(cDeleteOne, true);
   EXPECT_TRUE(Commands().DeleteItem(faust));
   EXPECT_FALSE(HasReminder(id));
-  EXPECT_THAT(Editor.Calls, IsEmpty());
+  EXPECT_THAT(Calendar.Calls, IsEmpty());
   EXPECT_THAT(Log.Lines(), IsEmpty());
   EXPECT_EQ(Record(Auction).Updater().GetCount(), 1);
   EXPECT_THAT(View.Calls, ElementsAre("Delete [Auktion]", "Selected Bücher"));
@@ -138,7 +138,7 @@ TEST_F(TWatchlistItemCommandsTest, DeleteOfAGroupDeletesItsRemindersAndLeavesThe
       true);
   EXPECT_TRUE(Commands().DeleteGroup(Group(Books, Auction)));
   EXPECT_FALSE(HasReminder(id));
-  EXPECT_THAT(Editor.Calls, IsEmpty());
+  EXPECT_THAT(Calendar.Calls, IsEmpty());
   EXPECT_THAT(Auction->ViewCalls(), IsEmpty());
 }
 
@@ -172,7 +172,7 @@ TEST_F(TWatchlistItemCommandsTest, ResultsOfAListAreDeletedInTheFixedOrder) {
   User.ExpectQuestion(cDeleteTwo, true);
   EXPECT_TRUE(Commands().DoTabDelete(Auction, results));
   EXPECT_FALSE(HasReminder(id));
-  EXPECT_THAT(Editor.Calls, ElementsAre("Appointment E1"));
+  EXPECT_THAT(Calendar.Calls, ElementsAre("Delete E1"));
   EXPECT_TRUE(Log.Contains("info Form: Erinnerung gelöscht (" + ToUtf8(GUIDToString(id)) + ")"));
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust", "RemoveResults 2"));
   EXPECT_THAT(View.Calls,

@@ -1,6 +1,7 @@
 #include "views/TfrmKKWatchlist.h"
 
 #include "TSectionWorld.h"
+#include "reminders/TRemindHandler.h"
 
 namespace kk {
 namespace {
@@ -20,10 +21,24 @@ class TfrmKKWatchlistTest : public testing::Test, public TSectionWorld {
     Form->SetOnUpdateFinished(
         TNotifyEventSearchResult::Of<&TfrmKKWatchlistTest::DoUpdateFinished>(this));
   }
-  // A new result on its way into the category.
-  void Add(TWatchlistCategory& iCategory, TStringView iName) {
+  // A new result on its way into the category; answers its id.
+  TGuid Add(TWatchlistCategory& iCategory, TStringView iName, TDateTime iEndTime = {}) {
     Group(iCategory, Auction);
-    Form->AddWithUpdate(ListOf(FakeResult(iName)), Record(Auction), iCategory);
+    const TIntf<ISearchResult> result = FakeResult(iName, iEndTime);
+    Form->AddWithUpdate(ListOf(result), Record(Auction), iCategory);
+    return result->GetId();
+  }
+  // Five minutes before the end, by sound.
+  static void RemindByDefault() {
+    TIniFileSectionWatchlist settings;
+    settings.SetDefaultRemindType(0);
+    settings.SetDefaultReminderAfterTime(false);
+    settings.SetRelativeTimeIndex(2);
+  }
+  // As the thread tells of a reminder.
+  static void Deliver(const TWatchlistItem& iItem) {
+    TRemindItem reminder(iItem.SearchResultId());
+    Handler()->RemindHandler().OnProcessElapsedItem()(nullptr, reminder);
   }
 
   TLines Ends;
@@ -233,7 +248,7 @@ TEST_F(TfrmKKWatchlistTest, AddedResultBecomesAnItemAndIsSaved) {
   EXPECT_TRUE(Folder.Has(cWatchlistFileName));
   EXPECT_FALSE(Form->FormAddProgress().Visible());
   EXPECT_THAT(View.Calls, ElementsAre("Build keep", "Progress of updater"));
-  EXPECT_THAT(Editor.Calls, IsEmpty());
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
 }
 
 TEST_F(TfrmKKWatchlistTest, AddedResultsAreKeptUntilTheNextAdd) {
@@ -263,31 +278,71 @@ TEST_F(TfrmKKWatchlistTest, SecondAddBeforeTheFirstHasEndedReplacesTheOneSharedL
 }
 
 TEST_F(TfrmKKWatchlistTest, EndOfAnAddSetsUpRemindersIfTheSettingSaysSo) {
+  RemindByDefault();
   TIniFileSectionWatchlist().SetAutoActivateReminder(true);
-  Add(Books, u"Faust");
-  EXPECT_THAT(Editor.Calls, IsEmpty());
+  const TGuid id = Add(Books, u"Faust", Now().PlusMs(TDateTime::cMsPerHour));
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
   Auction->Finish(true);
-  EXPECT_THAT(Editor.Calls, ElementsAre("Automatic for 1"));
+  ASSERT_EQ(Handler()->LstRemind().GetCount(), 1);
+  const TRemindItem& reminder = Handler()->LstRemind().First();
+  EXPECT_EQ(reminder.Id(), id);
+  EXPECT_EQ(reminder.RemindTypes(), TRemindTypes({rtSound}));
+  EXPECT_EQ(reminder.RemindTime(), Now().PlusMs(55 * TDateTime::cMsPerMinute));
+  EXPECT_TRUE(Log.Contains("info Form: Neue Erinnerung angelegt"));
+  EXPECT_EQ(User.ShownCount(), 0) << "nobody is asked";
 }
 
-TEST_F(TfrmKKWatchlistTest, CancelledAddPassesTheReminderToo) {
+TEST_F(TfrmKKWatchlistTest, AddedOfferWithoutAnEndGetsNoReminder) {
+  RemindByDefault();
+  TIniFileSectionWatchlist().SetAutoActivateReminder(true);
+  Add(Books, u"Faust");
+  Auction->Finish(true);
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+}
+
+TEST_F(TfrmKKWatchlistTest, ResultThatWasNotAddedGetsAReminderToo) {
+  RemindByDefault();
   TIniFileSectionWatchlist().SetAutoActivateReminder(true);
   Form->Show();
-  Add(Books, u"Faust");
+  const TDateTime end = Now().PlusMs(TDateTime::cMsPerHour);
+  Add(Books, u"Faust", end);
+  Auction->Finish(false);
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 1);
+  Add(Books, u"Emma", end);
   EXPECT_TRUE(Form->FormAddProgress().btnCancel.Click());
-  EXPECT_THAT(Editor.Calls, ElementsAre("Automatic for 1"));
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 2);
   Auction->Finish(true);
   EXPECT_EQ(Books.GetItemCount(true), 0);
 }
 
-TEST_F(TfrmKKWatchlistTest, WithoutAnEditorTheLogSaysThatNoReminderWasSetUp) {
-  Form->SetReminderEditor(nullptr);
-  TIniFileSectionWatchlist().SetAutoActivateReminder(true);
-  Add(Books, u"Faust");
-  Auction->Finish(true);
-  EXPECT_TRUE(Log.Contains(
-      "info Form: Automatische Erinnerungen sind noch nicht möglich. Es wurde keine angelegt."));
-  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+// Delivered reminders.
+
+TEST_F(TfrmKKWatchlistTest, DeliveredReminderLosesItsMarksOnTheScreen) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Deliver(faust);
+  EXPECT_THAT(View.Calls, ElementsAre("Row of Faust", "Details of Faust"));
+}
+
+TEST_F(TfrmKKWatchlistTest, SideBarThatCantShowADeliveredReminderShowsNothing) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  View.Fails = true;
+  Deliver(faust);
+  EXPECT_THAT(View.Calls, ElementsAre("Row of Faust", "Details of Faust", "No result"));
+}
+
+TEST_F(TfrmKKWatchlistTest, RemindersReachTheSectionFromItsDelayedStartToItsEnd) {
+  Form.reset();
+  const auto isBound = [] {
+    return static_cast<bool>(Handler()->RemindHandler().OnProcessElapsedItem());
+  };
+  EXPECT_FALSE(isBound());
+  TfrmKKWatchlist form;
+  form.Initialize(MakeIntf<TFakeApplication>());
+  EXPECT_FALSE(isBound());
+  Loop.Advance(300);
+  EXPECT_TRUE(isBound());
+  form.Uninitialize();
+  EXPECT_FALSE(isBound());
 }
 
 // Imports.
