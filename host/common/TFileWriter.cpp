@@ -83,33 +83,6 @@ class TOpenFile {
   int FFile;
 };
 
-// What the machine says of an error; the frequent ones in the user's language, whatever the
-// machine's.
-TString ErrorText(int iError) {
-  switch (iError) {
-    case ENOENT:
-      return u"Datei oder Ordner nicht gefunden";
-    case EACCES:
-    case EPERM:
-      return u"Zugriff verweigert";
-    case ENOSPC:
-    case EDQUOT:
-      return u"Der Datenträger ist voll";
-    case EROFS:
-      return u"Der Datenträger ist schreibgeschützt";
-    case EIO:
-      return u"Fehler beim Zugriff auf den Datenträger";
-    case EISDIR:
-      return u"Ist ein Ordner";
-    case ENOTDIR:
-      return u"Ist kein Ordner";
-    case EFBIG:
-      return u"Die Datei ist zu groß";
-    default:
-      return FromUtf8(std::generic_category().message(iError));
-  }
-}
-
 std::string ReadAll(int iFile, const std::string& iPath, size_t iExpected) {
   std::string bytes(iExpected + 1, '\0');  // one more, so that the end shows without growing
   size_t size = 0;
@@ -158,6 +131,31 @@ std::string MakeCopy(const std::string& iPath) {
 }
 
 }  // namespace
+
+TString ErrorText(int iError) {
+  switch (iError) {
+    case ENOENT:
+      return u"Datei oder Ordner nicht gefunden";
+    case EACCES:
+    case EPERM:
+      return u"Zugriff verweigert";
+    case ENOSPC:
+    case EDQUOT:
+      return u"Der Datenträger ist voll";
+    case EROFS:
+      return u"Der Datenträger ist schreibgeschützt";
+    case EIO:
+      return u"Fehler beim Zugriff auf den Datenträger";
+    case EISDIR:
+      return u"Ist ein Ordner";
+    case ENOTDIR:
+      return u"Ist kein Ordner";
+    case EFBIG:
+      return u"Die Datei ist zu groß";
+    default:
+      return FromUtf8(std::generic_category().message(iError));
+  }
+}
 
 void ThrowFileError(TStringView iFormat, const std::string& iPath, int iError) {
   throw EInOutError(Format(iFormat, {FromUtf8(iPath), ErrorText(iError)}));

@@ -6,6 +6,10 @@
 
 namespace kk {
 
+/// What the machine says of an error (errno); the frequent ones in the user's language, whatever
+/// the machine's. Any thread.
+TString ErrorText(int iError);
+
 /// Raises EInOutError with a text of two "%s": the path and what the machine says of the error.
 [[noreturn]] void ThrowFileError(TStringView iFormat, const std::string& iPath, int iError);
 

@@ -4,14 +4,15 @@
 
 namespace kk {
 
-/// How the children of a panel stand.
-enum class TArrangement { arColumn, arRow };
+/// How the children of a panel stand: below each other, side by side, or all in one place, the last
+/// in front.
+enum class TArrangement { arColumn, arRow, arStack };
 
 /// Where a panel or a window opens.
 enum class TPosition { poDefault, poScreenCenter, poOwnerFormCenter };
 
-/// A part of a window that holds controls: a row or a column of them, a group if it has a caption.
-/// It can come and go by itself and lie over its siblings.
+/// A part of a window that holds controls: a row, a column or a stack of them, a group if it has a
+/// caption. It can come and go by itself and lie over its siblings.
 class TPanel : public TCaptionControl {
  public:
   using TCaptionControl::TCaptionControl;

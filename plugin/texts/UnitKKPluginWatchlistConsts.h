@@ -94,6 +94,10 @@ inline constexpr std::array<int, 5> cRemindTypeEditorIndex = {0, 1, 4, 3, 2};
 inline constexpr std::array<int, 14> cRemindTimeRelativeMinutes = {
     1, 2, 5, 10, 15, 30, 60, 120, 180, 240, 300, 360, 720, 1440};
 
+// The close button of a reminder's pop-up window, and the same with the pointer on it.
+inline constexpr TStringView cNotificationImageClose = u"NOTIFICATIONCLOSE";
+inline constexpr TStringView cNotificationImageCloseOver = u"NOTIFICATIONCLOSEOVER";
+
 // The settings.
 inline constexpr TStringView cSettingsSectionWatchlist = u"Watchlist";
 inline constexpr TStringView cDefaultSoundFileName = u"remind.wav";

@@ -2,6 +2,10 @@
 
 #include <exception>
 #include <future>
+#include <memory>
+#include <utility>
+
+#include "host/base/Exception.h"
 
 namespace kk {
 
@@ -19,16 +23,25 @@ void TTestMainLoop::Synchronize(TFunction iFunction) {
     iFunction();
     return;
   }
-  std::promise<void> done;
-  Post([&] {
+  auto promise = std::make_shared<std::promise<void>>();
+  const auto failure = std::make_shared<std::exception_ptr>();
+  std::future<void> done = promise->get_future();
+  // The queue alone holds the promise from here on: a loop that goes ends the wait. The promise is
+  // kept behind the handler, when this thread has let go of the exception.
+  Post([promise = std::move(promise), failure, &iFunction] {
     try {
       iFunction();
-      done.set_value();
     } catch (...) {  // handed to the waiting thread
-      done.set_exception(std::current_exception());
+      *failure = std::current_exception();
     }
+    promise->set_value();
   });
-  done.get_future().get();
+  try {
+    done.get();
+  } catch (const std::future_error&) {
+    throw Exception(u"Die Hauptschleife ist beendet");
+  }
+  if (*failure) std::rethrow_exception(std::exchange(*failure, nullptr));
 }
 
 bool TTestMainLoop::HasPosted() {

@@ -10,7 +10,8 @@
 namespace kk {
 
 /// A main loop that the test cranks by hand: nothing runs but in ProcessMessages, and time passes
-/// only in Advance and, so that loops which wait come to an end, in WaitForMessage.
+/// only in Advance and, so that loops which wait come to an end, in WaitForMessage. When it goes,
+/// what is still posted is dropped, and a Synchronize that waits raises Exception.
 class TTestMainLoop : public TMainLoop {
  public:
   TTestMainLoop();
