@@ -5,8 +5,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace kk {
 
@@ -39,6 +41,11 @@ class TRawTestServer {
   std::string Address(const std::string& iPath) const {
     return "http://127.0.0.1:" + std::to_string(FPort) + iPath;
   }
+  /// What came first on each connection that was answered so far, up to 4096 bytes.
+  std::vector<std::string> Received() const {
+    const std::lock_guard lock(FMutex);
+    return FReceived;
+  }
 
  private:
   void Run() {
@@ -46,7 +53,11 @@ class TRawTestServer {
       const int connection = accept(FSocket, nullptr, nullptr);
       if (connection < 0) return;
       char request[4096];
-      (void)!read(connection, request, sizeof request);
+      const ssize_t length = read(connection, request, sizeof request);
+      if (length > 0) {
+        const std::lock_guard lock(FMutex);
+        FReceived.emplace_back(request, static_cast<size_t>(length));
+      }
       for (size_t sent = 0; sent < FAnswer.size();) {
         const ssize_t count =
             send(connection, FAnswer.data() + sent, FAnswer.size() - sent, MSG_NOSIGNAL);
@@ -57,6 +68,8 @@ class TRawTestServer {
     }
   }
 
+  mutable std::mutex FMutex;
+  std::vector<std::string> FReceived;
   std::string FAnswer;
   TMode FMode;
   int FSocket;
