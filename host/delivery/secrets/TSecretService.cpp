@@ -107,9 +107,8 @@ struct TSecretService::TCall {
 void TSecretService::TCall::Fail(GError* iError) {
   const TGPointer<GError> error(iError);
   Answer = TAnswer::saFailed;
-  if (g_cancellable_is_cancelled(Cancel.get()) != FALSE) {
-    Reason = cSilent;
-  } else if (g_error_matches(iError, SECRET_ERROR, SECRET_ERROR_IS_LOCKED) != FALSE) {
+  if (g_cancellable_is_cancelled(Cancel.get()) != FALSE) return;  // who has cancelled knows why
+  if (g_error_matches(iError, SECRET_ERROR, SECRET_ERROR_IS_LOCKED) != FALSE) {
     Reason = cLocked;
   } else {
     g_dbus_error_strip_remote_error(iError);
@@ -130,7 +129,7 @@ void TSecretService::TCall::Connect() {
   const bool nobody = !bus || g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
                       g_error_matches(error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
   Fail(error);
-  if (nobody && Reason != cSilent) Answer = TAnswer::saNoService;
+  if (nobody && g_cancellable_is_cancelled(Cancel.get()) == FALSE) Answer = TAnswer::saNoService;
 }
 
 TGPointer<GList> TSecretService::TCall::Search(SecretSearchFlags iFlags) {
