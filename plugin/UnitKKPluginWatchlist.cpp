@@ -9,6 +9,8 @@
 #include "plugin/InsertSearchResult.h"
 #include "plugin/TSearchLocationIntegrationWatchlist.h"
 #include "plugin/TSettingsExtenderWatchlist.h"
+#include "plugin/texts/UnitKKPluginWatchlistConsts.h"
+#include "plugin/texts/UnitKKPluginWatchlistResourceStrings.h"
 #include "settings/TIniFileSectionWatchlist.h"
 
 namespace kk {
@@ -72,6 +74,7 @@ void TPluginWatchlist::Initialize(const TIntf<IApplication>& iApplication) {
   TCommonPlugin::Initialize(iApplication);
   CreateToolbarButton();
   AddIntegrations();
+  FRemindThreadSite.emplace(iApplication);
   Handler()->Initialize(iApplication);
   FLoaded = true;
   CreateForm(iApplication);
@@ -110,6 +113,7 @@ void TPluginWatchlist::Uninitialize() {
   if (FForm) FForm->Uninitialize();
   FForm.reset();
   FreeHandler();
+  FRemindThreadSite.reset();
   FIntegration = nullptr;
   FToolbarExtender = nullptr;
   FDataPublisher = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "host/base/TStringList.h"
 #include "host/contract/IMultiThreadPlugin.h"
@@ -10,6 +11,7 @@
 #include "host/contract/TCommonPlugin.h"
 #include "persistence/TWatchlistDataPublisher.h"
 #include "plugin/TPluginIntegrationWatchlist.h"
+#include "plugin/TRemindThreadSite.h"
 #include "plugin/TToolbarButtonWatchlist.h"
 #include "plugin/TWatchlistHandlerSite.h"
 #include "views/TWatchlistAccess.h"
@@ -85,6 +87,7 @@ class TPluginWatchlist
   TIntf<TWatchlistAccess> FAccess;
   TIntf<TToolbarButtonWatchlist> FToolbarButton;
   TWatchlistHandlerSite FHandlerSite;
+  std::optional<TRemindThreadSite> FRemindThreadSite;  // between Initialize and Uninitialize
   bool FLoaded = false;
 };
 

@@ -105,7 +105,7 @@ TEST_F(TPluginWatchlistTest, HandlerExistsEmptyBeforeInitialize) {
 }
 
 TEST_F(TPluginWatchlistTest, InitializeRegistersTheSourcesInOrderAndPassesOverTheRest) {
-  Plugin->GetIntegration()->AddIntegration(MakeIntf<TFakeApplication>());
+  Plugin->GetIntegration()->AddIntegration(TIntf<IApplication>(MakeIntf<TFakeApplication>()));
   Plugin->GetIntegration()->AddIntegration({});
   Plugin->Initialize(MakeIntf<TFakeApplication>());
   ASSERT_EQ(Handler()->LstIntegration().GetCount(), 2);

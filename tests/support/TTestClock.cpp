@@ -85,6 +85,11 @@ void TTestClock::StopSleeping() {
   FChanged.notify_all();
 }
 
+void TTestClock::StartSleeping() {
+  const std::lock_guard lock(FMutex);
+  FNoSleep = false;
+}
+
 // Those whose time has not come.
 int TTestClock::Sleeping() const {
   if (FNoSleep) return 0;

@@ -40,6 +40,8 @@ class TTestClock : public IClock {
   bool WaitForSleepers(int iCount, TLimit iLimit = std::chrono::seconds(10)) const;
   /// From now on no sleep lasts: for the end of a test whose threads are asked to end.
   void StopSleeping();
+  /// Sleeps last again: for what follows such an end in one test.
+  void StartSleeping();
 
  private:
   int Sleeping() const;

@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "host/base/Exception.h"
-#include "host/common/TKKIniFile.h"
 #include "host/common/TPackageLoader.h"
 #include "host/contract/IMultiThreadPlugin.h"
 #include "host/contract/IToolbarExtender.h"
@@ -15,11 +14,13 @@
 #include "host/contract/TCommonPlugin.h"
 #include "host/contract/TPluginIntegration.h"
 #include "host/controls/TComboBox.h"
+#include "tests/support/TFakeApplication.h"
 #include "tests/support/TFakeSource.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TScriptedFormHost.h"
 #include "tests/support/TTempFolder.h"
 #include "tests/support/TTestClock.h"
+#include "tests/support/TTestIniFile.h"
 #include "tests/support/TTestMainLoop.h"
 
 namespace kk {
@@ -35,12 +36,6 @@ constexpr TGuid cSourceId = GuidLiteral("{5E000000-0000-0000-0000-0000000000B1}"
 std::string PackageFile() {
   return std::string(KK_BIN_DIR) + "/../lib/kaufkobolde/libwatchlist.so";
 }
-
-class TFakeApplication : public TInterfaced<IApplication> {
- public:
-  void SectionClosed() override {}
-  bool ShowNotificationWindow(TForm*) override { return false; }
-};
 
 // A source plug-in of the test: its door offers the source to the watch list, and takes what the
 // watch list offers.
@@ -78,15 +73,6 @@ class TSourcePlugin : public TCommonPlugin<IPlugin> {
 
  private:
   TIntf<TSourceDoor> FDoor;
-};
-
-class TTestIniFile : public TKKIniFile {
- public:
-  explicit TTestIniFile(TStringView iFileName) : TKKIniFile(iFileName), FBefore(SetIniFile(this)) {}
-  ~TTestIniFile() override { SetIniFile(FBefore); }
-
- private:
-  TKKIniFile* FBefore;
 };
 
 // A host: loads the package, brings the plug-ins together as every host does, and ends in order.
