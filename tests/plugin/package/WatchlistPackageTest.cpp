@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
 
 #include "host/base/Exception.h"
+#include "host/common/PlaySound.h"
 #include "host/common/TPackageLoader.h"
 #include "host/contract/IMultiThreadPlugin.h"
 #include "host/contract/IToolbarExtender.h"
@@ -14,6 +16,7 @@
 #include "host/contract/TCommonPlugin.h"
 #include "host/contract/TPluginIntegration.h"
 #include "host/controls/TComboBox.h"
+#include "host/controls/TEdit.h"
 #include "tests/support/TFakeApplication.h"
 #include "tests/support/TFakeSource.h"
 #include "tests/support/TLogRecorder.h"
@@ -78,12 +81,12 @@ class TSourcePlugin : public TCommonPlugin<IPlugin> {
 // A host: loads the package, brings the plug-ins together as every host does, and ends in order.
 class THost {
  public:
-  THost() {
+  explicit THost(bool iDelivers = false) {
     EXPECT_TRUE(Loader.Load(FromUtf8(PackageFile())));
     Plugins().Add(FSource);
     Exchange();
     for (int i = 0; i < Plugins().GetCount(); ++i) {
-      Plugins().GetItems(i)->Initialize(MakeIntf<TFakeApplication>());
+      Plugins().GetItems(i)->Initialize(MakeIntf<TFakeApplication>(iDelivers));
     }
   }
   ~THost() {
@@ -120,6 +123,17 @@ class THost {
   }
 
   TIntf<TSourcePlugin> FSource = MakeIntf<TSourcePlugin>(Source);
+};
+
+class TFakePlayer : public ISoundPlayer {
+ public:
+  TFakePlayer() : FBefore(SetSoundPlayer(this)) {}
+  ~TFakePlayer() override { SetSoundPlayer(FBefore); }
+  bool Play(TStringView) override { return Played = true; }
+  std::atomic<bool> Played{false};
+
+ private:
+  ISoundPlayer* FBefore;
 };
 
 class TWatchlistPackageTest : public testing::Test {
@@ -164,6 +178,7 @@ class TWatchlistPackageTest : public testing::Test {
   TTestClock Clock;
   TScriptedFormHost User;
   TTestIniFile Ini{Folder.File(u"settings.ini")};
+  TFakePlayer Player;
 };
 
 TEST_F(TWatchlistPackageTest, ExportsItsEntryAndNothingElse) {
@@ -236,6 +251,38 @@ TEST_F(TWatchlistPackageTest, EndOfTheProgramEndsARefreshThatIsUnderWay) {
   Supports<IMultiThreadPlugin>(host.Watchlist())->TerminateThreads();
   host.Source->Finish(true);
   EXPECT_THAT(host.Source->Requests(), IsEmpty());
+}
+
+TEST_F(TWatchlistPackageTest, RemindersAreEditedAndDeliveredAndNoThreadIsLeft) {
+  Ini.WriteString(u"Watchlist", u"ShowAddDialog", u"0");
+  Folder.Write(u"ton.wav", "RIFF");
+  {
+    THost host(true);
+    host.Offered()->AddItem(cSourceId,
+                            FakeResult(u"Emma", Clock.Now().PlusMs(TDateTime::cMsPerHour)));
+    host.Source->Finish(true);
+    const TGuid id = host.Access()->GetTree().Categories.front().Groups[0].Items[0].Id;
+    User.ExpectCaption(u"Erinnerung", [&](TForm& form) {
+      Control<TComboBox>(form, u"cmbxRemindType")->Select(0);
+      Control<TEdit>(form, u"edtSoundFile")->EnterText(Folder.File(u"ton.wav"));
+      Control<TComboBox>(form, u"cmbxTimeRelative")->Select(0);
+      Control<TButton>(form, u"btnOK")->Click();
+    });
+    host.Access()->EditReminders({id});
+    EXPECT_TRUE(host.Access()->HasUnsavedReminders());
+    EXPECT_TRUE(host.Access()->Save());
+    ASSERT_THAT(host.Access()->GetTree().Reminders, SizeIs(1));
+    EXPECT_EQ(host.Access()->GetTree().Reminders[0].SoundFile, Folder.File(u"ton.wav"));
+    ASSERT_TRUE(Clock.WaitForSleepers(1));
+    Clock.Advance(59 * TDateTime::cMsPerMinute);
+    while (Clock.SleeperCount() == 0) Loop.ProcessMessages();
+    EXPECT_TRUE(Log.Contains("info Watchlist-Reminder: Melde Erinnerung"));
+    EXPECT_TRUE(Player.Played) << "by the host's sound output";
+    EXPECT_THAT(host.Access()->GetTree().Reminders, IsEmpty());
+    Clock.StopSleeping();
+  }
+  EXPECT_EQ(LiveObjectCount(), 0);
+  EXPECT_FALSE(InMemory());
 }
 
 TEST_F(TWatchlistPackageTest, HostThatWasNeverInitialisedLeavesTheFileAlone) {
