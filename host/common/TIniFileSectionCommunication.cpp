@@ -48,13 +48,31 @@ std::vector<TSettingsKeyInfo> TIniFileSectionCommunication::Keys() {
   return keys;
 }
 
+void TIniFileSectionCommunication::SetEMail(TStringView iAddress) {
+  if (ReadString(u"EMail", {}) == iAddress) return;
+  File().BeginUpdate();
+  WriteString(u"EMail", iAddress, {});
+  WriteBoolean(u"EMailConfirmed", false, false);
+  SetEMailCode({});
+  File().EndUpdate();
+}
+
 bool TIniFileSectionCommunication::GetEMail(TString& oAddress) const {
   oAddress = ReadString(u"EMail", {});
   return !oAddress.empty() && ReadBoolean(u"EMailConfirmed", false);
 }
 
 void TIniFileSectionCommunication::SetEMailConfirmed() {
+  File().BeginUpdate();
   WriteBoolean(u"EMailConfirmed", true, false);
+  SetEMailCode({});
+  File().EndUpdate();
+}
+
+TString TIniFileSectionCommunication::GetEMailCode() const { return ReadString(u"EMailCode", {}); }
+
+void TIniFileSectionCommunication::SetEMailCode(TStringView iCode) {
+  WriteString(u"EMailCode", iCode, {});
 }
 
 TString TIniFileSectionCommunication::GetEMailFrom() const {

@@ -19,8 +19,14 @@ class TIniFileSectionCommunication : public TKKIniFileSectionBase {
   /// The address for reminders ("EMail"). False while there is none or it isn't confirmed
   /// ("EMailConfirmed").
   bool GetEMail(TString& oAddress) const;
-  /// The address counts as confirmed from now on.
+  /// Another address is not confirmed.
+  void SetEMail(TStringView iAddress);
+  /// The address counts as confirmed from now on; the code for that is gone.
   void SetEMailConfirmed();
+  /// What is known of the code that was mailed to the address; empty if none was. What the text
+  /// means lies with TEmailConfirmation.
+  TString GetEMailCode() const;
+  void SetEMailCode(TStringView iCode);
   /// The sender of what the program mails ("EMailFrom"); the address of "EMail" while it is empty.
   TString GetEMailFrom() const;
   /// "smtp://host:port" or "smtps://host:port".
