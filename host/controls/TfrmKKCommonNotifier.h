@@ -38,7 +38,8 @@ class INotifier {
 INotifier* SetNotifier(INotifier* iNotifier);
 
 /// The door to the host's notifier.
-struct TfrmKKCommonNotifier {
+class TfrmKKCommonNotifier {
+ public:
   /// The five strings are title, link, text of the link, text and caption. Raises Exception if no
   /// notifier is installed. Main thread.
   static void Display(TWindowPosition iPosition, const TGuid& iId, TStringView iS1, TStringView iS2,
