@@ -1,7 +1,7 @@
 #include "apps/cli/TCliDialog.h"
 
 #include <algorithm>
-#include <functional>
+#include <limits>
 
 #include "apps/cli/ICliConsole.h"
 #include "apps/cli/TerminalText.h"
@@ -12,6 +12,8 @@
 #include "host/controls/TLabel.h"
 #include "host/controls/TMemo.h"
 #include "host/controls/TRadioButton.h"
+#include "host/controls/TSpinEdit.h"
+#include "host/controls/TStatusBar.h"
 
 namespace kk {
 namespace {
@@ -43,6 +45,12 @@ T* As(TControl* iControl) {
   return dynamic_cast<T*>(iControl);
 }
 
+// "...": it opens a dialog for what is typed right here.
+bool IsChooser(const TButton& iButton) {
+  const TString& caption = iButton.Caption();
+  return !caption.empty() && caption.find_first_not_of(u'.') == TString::npos;
+}
+
 bool IsShown(const TControl& iControl) {
   for (const TControl* control = &iControl; control != nullptr; control = control->Parent()) {
     if (!control->Visible()) return false;
@@ -52,20 +60,28 @@ bool IsShown(const TControl& iControl) {
 
 bool IsInput(TControl* iControl) {
   return As<TEdit>(iControl) != nullptr || As<TMemo>(iControl) != nullptr ||
-         As<TComboBox>(iControl) != nullptr || As<TCheckBox>(iControl) != nullptr ||
-         As<TRadioButton>(iControl) != nullptr;
+         As<TSpinEdit>(iControl) != nullptr || As<TComboBox>(iControl) != nullptr ||
+         As<TCheckBox>(iControl) != nullptr || As<TRadioButton>(iControl) != nullptr;
 }
 
+// In the order in which they are read, hidden ones included.
 void Collect(const TControl& iParent, std::vector<TControl*>& ioControls) {
   for (TControl* child : iParent.Children()) {
-    if (!IsShown(*child)) continue;
     ioControls.push_back(child);
     Collect(*child, ioControls);
   }
 }
 
 bool IsTyped(TControl* iControl) {
-  return As<TEdit>(iControl) != nullptr || As<TComboBox>(iControl) != nullptr;
+  return As<TEdit>(iControl) != nullptr || As<TSpinEdit>(iControl) != nullptr ||
+         As<TComboBox>(iControl) != nullptr;
+}
+
+TLabel* NextSiblingLabel(const TControl& iControl) {
+  const std::vector<TControl*>& siblings = iControl.Parent()->Children();
+  auto next = std::ranges::find(siblings, &iControl) + 1;
+  while (next != siblings.end() && !(*next)->Visible()) ++next;
+  return next == siblings.end() ? nullptr : As<TLabel>(*next);
 }
 
 // 1 to the maximum; 0 for any other text.
@@ -80,6 +96,7 @@ size_t NumberIn(TStringView iText, size_t iMaximum) {
 std::vector<TControl*> TCliDialog::Controls() const {
   std::vector<TControl*> result;
   Collect(FForm, result);
+  std::erase_if(result, [](const TControl* iControl) { return !IsShown(*iControl); });
   return result;
 }
 
@@ -87,7 +104,7 @@ std::vector<TButton*> TCliDialog::Buttons() const {
   std::vector<TButton*> result;
   for (TControl* control : Controls()) {
     TButton* const button = As<TButton>(control);
-    if (button != nullptr && button->CanUse()) result.push_back(button);
+    if (button != nullptr && button->CanUse() && !IsChooser(*button)) result.push_back(button);
   }
   return result;
 }
@@ -98,24 +115,64 @@ bool TCliDialog::IsWaitWindow() const {
   return std::ranges::none_of(controls, IsInput) && (hasGauge || Buttons().empty());
 }
 
-void TCliDialog::ShowTexts() const {
-  if (!FForm.Caption().empty()) FConsole.Complain(Plain(FForm.Caption()));
-  for (TControl* control : Controls()) {
-    const TLabel* const label = As<TLabel>(control);
-    if (label == nullptr) continue;
+const TLabel* TCliDialog::LabelBehind(TControl& ioControl) const {
+  if (!IsInput(&ioControl)) return nullptr;
+  if (const auto* const box = As<TClickControl>(&ioControl)) {
+    if (!box->Caption().empty()) return nullptr;
+    const std::vector<TControl*> controls = Controls();
+    const auto label = std::find_if(std::ranges::find(controls, &ioControl), controls.end(),
+                                    [](TControl* iNext) { return As<TLabel>(iNext) != nullptr; });
+    return label == controls.end() ? nullptr : As<TLabel>(*label);
+  }
+  const auto* const row = As<TPanel>(ioControl.Parent());
+  if (row == nullptr || row->Arrangement() != TArrangement::arRow) return nullptr;
+  return NextSiblingLabel(ioControl);
+}
+
+TString TCliDialog::NameOf(TControl& ioControl) const {
+  const TLabel* const label = LabelBehind(ioControl);
+  if (label != nullptr) return Plain(label->Caption());
+  const auto* const box = As<TClickControl>(&ioControl);
+  return box == nullptr ? TString() : Plain(box->Caption());
+}
+
+bool TCliDialog::IsName(const TLabel& iLabel) const {
+  return std::ranges::any_of(Controls(), [&](TControl* iControl) {
+    return iControl->CanUse() && LabelBehind(*iControl) == &iLabel;
+  });
+}
+
+void TCliDialog::Show(TControl& ioControl) const {
+  if (const auto* const label = As<TLabel>(&ioControl)) {
+    if (!label->CanUse() || IsName(*label)) return;
     TStringList lines;
     lines.SetText(label->Caption());
     for (const TString& line : lines.Lines()) FConsole.Complain(Plain(line));
   }
+  if (const auto* const bar = As<TStatusBar>(&ioControl)) {
+    TString line;
+    for (const TString& text : bar->Panels()) line += text;
+    if (!line.empty()) FConsole.Complain(ForTerminal(line));
+  }
+}
+
+void TCliDialog::ShowTexts() const {
+  if (!FForm.Caption().empty()) FConsole.Complain(Plain(FForm.Caption()));
+  for (TControl* control : Controls()) Show(*control);
 }
 
 bool TCliDialog::Ask() {
   FConsole.Complain(u"");
   if (!FForm.Caption().empty()) FConsole.Complain(Plain(FForm.Caption()));
+  // Hidden ones, too: an answer can bring up what stands behind it.
+  std::vector<TControl*> controls;
+  Collect(FForm, controls);
   const TControl* group = nullptr;
-  for (TControl* control : Controls()) {
-    if (As<TRadioButton>(control) != nullptr && std::exchange(group, control->Parent()) == group) {
-      continue;
+  for (TControl* control : controls) {
+    if (!IsShown(*control)) continue;
+    if (As<TRadioButton>(control) != nullptr && control->CanUse()) {
+      if (control->Parent() == group) continue;
+      group = control->Parent();
     }
     if (!AskControl(*control)) return false;
   }
@@ -123,28 +180,42 @@ bool TCliDialog::Ask() {
 }
 
 bool TCliDialog::AskControl(TControl& ioControl) {
-  if (const TLabel* const label = As<TLabel>(&ioControl)) {
-    TStringList lines;
-    lines.SetText(label->Caption());
-    for (const TString& line : lines.Lines()) FConsole.Complain(Plain(line));
-    return true;
-  }
+  Show(ioControl);
   if (!ioControl.CanUse()) return true;
-  if (TEdit* const edit = As<TEdit>(&ioControl)) {
-    return AskText(edit->Text(), [edit](TStringView iText) { edit->EnterText(iText); });
-  }
+  if (TEdit* const edit = As<TEdit>(&ioControl)) return AskText(*edit);
   if (TMemo* const memo = As<TMemo>(&ioControl)) return AskLines(*memo);
+  if (TSpinEdit* const spin = As<TSpinEdit>(&ioControl)) return AskNumber(*spin);
   if (TComboBox* const box = As<TComboBox>(&ioControl)) return AskEntry(*box);
   if (TCheckBox* const box = As<TCheckBox>(&ioControl)) return AskCheck(*box, box->Checked());
   if (TRadioButton* const radio = As<TRadioButton>(&ioControl)) return AskChoice(*radio);
   return true;
 }
 
-bool TCliDialog::AskText(TStringView iText, const std::function<void(TStringView)>& iEnter) {
-  const auto line = FConsole.ReadLine(Format(u"[%s] ", {ForTerminal(iText)}));
+TString TCliDialog::Prompt(TControl& ioControl, TStringView iValue) const {
+  const TString name = NameOf(ioControl);
+  return Format(name.empty() ? u"%s[%s] " : u"%s [%s] ", {name, ForTerminal(iValue)});
+}
+
+bool TCliDialog::AskText(TEdit& ioEdit) {
+  const auto line = FConsole.ReadLine(Prompt(ioEdit, ioEdit.Text()));
   if (!line) return false;
-  if (!line->empty()) iEnter(*line);
+  if (!line->empty()) ioEdit.EnterText(*line);
   return true;
+}
+
+bool TCliDialog::AskNumber(TSpinEdit& ioSpin) {
+  using TLimits = std::numeric_limits<int>;
+  while (true) {
+    const auto line = FConsole.ReadLine(Prompt(ioSpin, IntToStr(ioSpin.Value())));
+    if (!line) return false;
+    if (Trim(*line).empty()) return true;
+    int64_t number = 0;
+    if (TryStrToInt(*line, number) && number >= TLimits::min() && number <= TLimits::max()) {
+      ioSpin.EnterValue(static_cast<int>(number));
+      return true;
+    }
+    FConsole.Complain(Format(u"Das ist keine ganze Zahl: %s", {ForTerminal(*line)}));
+  }
 }
 
 bool TCliDialog::AskLines(TMemo& ioMemo) {
@@ -163,8 +234,7 @@ bool TCliDialog::AskLines(TMemo& ioMemo) {
 }
 
 bool TCliDialog::AskCheck(TClickControl& ioBox, bool iChecked) {
-  const TString prompt =
-      Format(u"%s (j/n) [%s] ", {Plain(ioBox.Caption()), iChecked ? u"j" : u"n"});
+  const TString prompt = Format(u"%s (j/n) [%s] ", {NameOf(ioBox), iChecked ? u"j" : u"n"});
   while (true) {
     const auto line = FConsole.ReadLine(prompt);
     if (!line) return false;
@@ -185,7 +255,7 @@ bool TCliDialog::AskChoice(TRadioButton& ioFirst) {
     if (choice == nullptr || !choice->CanUse()) continue;
     choices.push_back(choice);
     if (choice->Checked()) chosen = choices.size();
-    FConsole.Complain(Format(u"  %d  %s", {choices.size(), Plain(choice->Caption())}));
+    FConsole.Complain(Format(u"  %d  %s", {choices.size(), NameOf(*choice)}));
   }
   while (true) {
     const auto line = FConsole.ReadLine(Format(u"Nummer [%d] ", {chosen}));
@@ -200,6 +270,8 @@ bool TCliDialog::AskChoice(TRadioButton& ioFirst) {
 
 bool TCliDialog::AskEntry(TComboBox& ioBox) {
   const auto& items = ioBox.Items();
+  const TString name = NameOf(ioBox);
+  if (!name.empty()) FConsole.Complain(name);
   for (size_t i = 0; i < std::min(items.size(), cMaxEntries); ++i) {
     FConsole.Complain(Format(u"  %d  %s", {i + 1, ForTerminal(items[i].Text)}));
   }

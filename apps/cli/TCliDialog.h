@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include "host/controls/TForm.h"
@@ -9,8 +8,11 @@ namespace kk {
 
 class ICliConsole;
 class TComboBox;
-class TRadioButton;
+class TEdit;
+class TLabel;
 class TMemo;
+class TRadioButton;
+class TSpinEdit;
 
 /// One window in text: its caption and labels, then each thing to fill in, in order, then its
 /// buttons by number. An empty line keeps what is shown in brackets.
@@ -21,7 +23,7 @@ class TCliDialog {
 
   /// A window that nobody can answer: it ends by itself.
   bool IsWaitWindow() const;
-  /// Caption and labels.
+  /// Caption, labels and status bar.
   void ShowTexts() const;
 
   /// Goes through the whole window once, up to the press of a button. False if the user has left
@@ -35,10 +37,20 @@ class TCliDialog {
   void Cancel();
 
  private:
+  /// What is shown, in the order in which it is read.
   std::vector<TControl*> Controls() const;
   std::vector<TButton*> Buttons() const;
+  /// What names a thing to fill in from behind: a box without a caption is named by the next label,
+  /// anything else in a row by a label right behind it. Null if nothing does.
+  const TLabel* LabelBehind(TControl& ioControl) const;
+  TString NameOf(TControl& ioControl) const;
+  /// Whether the label is read together with what it names.
+  bool IsName(const TLabel& iLabel) const;
+  TString Prompt(TControl& ioControl, TStringView iValue) const;
+  void Show(TControl& ioControl) const;
   bool AskControl(TControl& ioControl);
-  bool AskText(TStringView iText, const std::function<void(TStringView)>& iEnter);
+  bool AskText(TEdit& ioEdit);
+  bool AskNumber(TSpinEdit& ioSpin);
   bool AskLines(TMemo& ioMemo);
   bool AskCheck(TClickControl& ioBox, bool iChecked);
   bool AskChoice(TRadioButton& ioFirst);
