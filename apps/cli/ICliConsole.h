@@ -20,6 +20,8 @@ class ICliConsole {
   /// How far the work is: one line that the next one takes the place of, on a terminal alone. An
   /// empty text takes it away.
   virtual void Progress(TStringView iLine) = 0;
+  /// Brings out all that was printed. False if anything of it could not be written.
+  virtual bool Flush() = 0;
 
   /// Whether somebody can answer questions.
   virtual bool IsInteractive() const = 0;

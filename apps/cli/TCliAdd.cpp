@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/cli/ECliUsage.h"
+#include "apps/cli/FindControl.h"
 #include "apps/cli/TCliUpdates.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/Guard.h"
@@ -15,14 +16,6 @@ namespace {
 // The list of categories in the window that asks for the place of new results.
 constexpr TStringView cCategoryBox = u"cmbxCategory";
 constexpr TStringView cAddNewButton = u"btnOnlyNew";
-
-TControl* FindControl(const TControl& iParent, TStringView iName) {
-  for (TControl* child : iParent.Children()) {
-    if (child->Name() == iName) return child;
-    if (TControl* const found = FindControl(*child, iName)) return found;
-  }
-  return nullptr;
-}
 
 // The item that now stands for the result that was added.
 const TWatchlistItemInfo* FindSame(const std::vector<TWatchlistCategoryInfo>& iCategories,
@@ -46,8 +39,9 @@ const TWatchlistItemInfo* FindSame(const std::vector<TWatchlistCategoryInfo>& iC
 
 bool TCliAdd::Run(const TCliArguments& iCall) {
   CheckCategory(iCall);
+  std::optional<TCliFormHost::TAnswering> answering;
   if (!FCategory.empty()) {
-    FContext.Forms.SetAnswer([this](TForm& ioForm) { return AnswerDialog(ioForm); });
+    answering.emplace(FContext.Forms, [this](TForm& ioForm) { return AnswerDialog(ioForm); });
   }
   const size_t total = iCall.Words.size();
   size_t done = 0;
@@ -59,7 +53,6 @@ bool TCliAdd::Run(const TCliArguments& iCall) {
     if (outcome == TOutcome::Added) ++added;
     if (outcome == TOutcome::Interrupted || LeavesAfterQuestion()) break;
   }
-  FContext.Forms.SetAnswer({});
   FContext.Console.Progress({});
   if (total > 1) FContext.Console.Print(Format(u"%d von %d aufgenommen.", {added, total}));
   return added == total;

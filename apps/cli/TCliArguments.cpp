@@ -7,6 +7,21 @@ namespace {
 
 constexpr TStringView cHelpHint = u"Hilfe: kaufkobolde-cli --help";
 
+// The options with a text that the last one of a call decides.
+struct TTextOption {
+  TStringView Name;
+  TCliOption Option;
+  std::optional<TString> TCliArguments::*Field;
+};
+constexpr TTextOption cTextOptions[] = {
+    {u"--category", coCategory, &TCliArguments::Category},
+    {u"--in", coIn, &TCliArguments::In},
+    {u"--at", coAt, &TCliArguments::At},
+    {u"--before-end", coBeforeEnd, &TCliArguments::BeforeEnd},
+    {u"--kind", coKind, &TCliArguments::Kind},
+    {u"--sound", coSound, &TCliArguments::Sound},
+};
+
 bool IsOption(TStringView iWord) { return iWord.size() > 2 && StartsWith(iWord, u"--"); }
 
 // The host's own parameters have one dash.
@@ -53,19 +68,25 @@ class TParser {
       if (FInline) throw ECliUsage(Format(u"%s nimmt keinen Wert.", {name}), cHelpHint);
       return;
     }
+    if (TakeText(name)) return;
     if (name == u"--data") {
       FCall.Data = Value(name);
       if (FCall.Data.empty()) throw ECliUsage(u"--data braucht einen Ordner.", cHelpHint);
-    } else if (name == u"--category") {
-      FCall.Category = Value(name, coCategory);
-    } else if (name == u"--in") {
-      FCall.In = Value(name, coIn);
     } else if (name == u"--text") {
       if (!FCall.Text) FCall.Text.emplace();
       FCall.Text->push_back(Value(name, coText));
     } else {
       throw ECliUsage(Format(u"Unbekannte Option: %s", {name}), cHelpHint);
     }
+  }
+
+  bool TakeText(const TString& iName) {
+    for (const TTextOption& option : cTextOptions) {
+      if (option.Name != iName) continue;
+      FCall.*option.Field = Value(iName, option.Option);
+      return true;
+    }
+    return false;
   }
 
   bool TakeFlag(TStringView iName) {
@@ -77,6 +98,7 @@ class TParser {
     if (iName == u"--json") return Use(coJson, iName, FCall.Json);
     if (iName == u"--create") return Use(coCreate, iName, FCall.Create);
     if (iName == u"--top") return Use(coTop, iName, FCall.Top);
+    if (iName == u"--delete") return Use(coDelete, iName, FCall.Delete);
     return false;
   }
 
@@ -146,6 +168,14 @@ class TParser {
     }
     if (FCall.Create && !FCall.Category) Wrong(u"--create braucht --category NAME.");
     if (FCall.Category && Trim(*FCall.Category).empty()) Wrong(u"--category braucht einen Namen.");
+    if (FCall.Command != nullptr && FCall.Command->Name == u"remind") CheckReminder();
+  }
+
+  void CheckReminder() const {
+    const int times = (FCall.In ? 1 : 0) + (FCall.At ? 1 : 0) + (FCall.BeforeEnd ? 1 : 0);
+    if (times > 1) Wrong(u"Nur eine Zeit: --in, --at oder --before-end.");
+    if (FCall.Delete && (times > 0 || FCall.Kind || FCall.Sound)) Wrong(u"--delete steht allein.");
+    if (FCall.Sound && Trim(*FCall.Sound).empty()) Wrong(u"--sound braucht eine Datei.");
   }
 
   void CheckWords() const {

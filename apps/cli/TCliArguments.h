@@ -18,6 +18,7 @@ struct TCliArguments {
 
   /// Null for a host's command line, for help and version.
   const TCliCommandInfo* Command = nullptr;
+  bool IsCommand(TStringView iName) const { return Command != nullptr && Command->Name == iName; }
   std::vector<TString> Words;
   bool Json = false;
   bool Create = false;
@@ -25,6 +26,11 @@ struct TCliArguments {
   std::optional<TString> Category;
   std::optional<TString> In;
   std::optional<std::vector<TString>> Text;  ///< lines
+  std::optional<TString> At;
+  std::optional<TString> BeforeEnd;
+  std::optional<TString> Kind;
+  std::optional<TString> Sound;
+  bool Delete = false;
 
   /// "-rem" and "-remimport" with all that follows, as it stands. Empty for a command.
   std::vector<TString> HostLine;

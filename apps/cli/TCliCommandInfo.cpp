@@ -31,6 +31,14 @@ constexpr auto cCommands = std::to_array<TCliCommandInfo>({
      u"Kategorie unter eine andere oder auf die oberste Ebene verschieben"},
     {u"category delete", 1, 1, 0, u"KATEGORIE [--yes]",
      u"Kategorie mit allem löschen, was darin steht"},
+    {u"remind", 1, 1, coIn | coAt | coBeforeEnd | coKind | coSound | coDelete,
+     u"ARTIKEL [--in DAUER | --at ZEIT | --before-end DAUER] [--kind ART]\n"
+     u"         [--sound DATEI] | ARTIKEL --delete [--yes]",
+     u"an einen Artikel mit einem Ende erinnern lassen; die Erinnerung löschen"},
+    {u"reminders", 0, 0, coJson, u"[--json]", u"alle Erinnerungen zeigen, die nächste zuerst"},
+    {u"run", 0, 0, 0, u"",
+     u"bleiben und Erinnerungen melden, bis Strg+C oder SIGTERM kommt; andere Aufrufe gehen "
+     u"weiter"},
     {u"settings list", 0, 1, coJson, u"[ABSCHNITT] [--json]", u"Einstellungen mit Vorgaben zeigen"},
     {u"settings get", 2, 2, 0, u"ABSCHNITT SCHLÜSSEL", u"eine Einstellung lesen"},
     {u"settings set", 3, 3, 0, u"ABSCHNITT SCHLÜSSEL WERT", u"eine Einstellung ändern"},
@@ -52,6 +60,14 @@ constexpr TStringView cConclusion =
     u"Kleinschreibung ist gleich. Die Ids zeigt \"list\". Was mit \"-\" beginnt und keine Option "
     u"ist,\n"
     u"steht hinter \"--\".\n"
+    u"\n"
+    u"DAUER ist etwa 90s, 10m, 2h, 1h30m oder 1d; vor dem Ende (--before-end) geht nur eine von\n"
+    u"1m 2m 5m 10m 15m 30m 1h 2h 3h 4h 5h 6h 12h 1d. ZEIT ist 18:30, 18:30:15, oder mit dem Tag\n"
+    u"\"24.12.2026 18:30\" oder 2026-12-24T18:30. ART ist sound, window, email, sms oder "
+    u"calendar.\n"
+    u"\n"
+    u"Erinnerungen meldet \"run\". Damit es mit jeder Anmeldung startet:\n"
+    u"  systemctl --user enable --now kaufkobolde\n"
     u"\n"
     u"Optionen:\n"
     u"  --data ORDNER      Beobachtenliste, Einstellungen und Protokoll liegen in diesem Ordner\n"

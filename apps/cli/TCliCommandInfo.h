@@ -14,7 +14,12 @@ enum TCliOption : uint32_t {
   coCreate = 4,
   coIn = 8,
   coTop = 16,
-  coText = 32
+  coText = 32,
+  coAt = 64,
+  coBeforeEnd = 128,
+  coKind = 256,
+  coSound = 512,
+  coDelete = 1024
 };
 
 /// One command of the terminal host as its users read it.

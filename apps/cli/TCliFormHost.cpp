@@ -7,6 +7,7 @@
 #include "host/base/TMainLoop.h"
 #include "host/common/TFileHelper.h"
 #include "host/controls/TOpenDialog.h"
+#include "host/controls/TfrmKKCommonWait.h"
 
 namespace kk {
 namespace {
@@ -19,8 +20,14 @@ constexpr int cMaxRefusals = 3;
 }  // namespace
 
 void TCliFormHost::ShowModal(TForm& ioForm) {
+  const bool isWait = dynamic_cast<TfrmKKCommonWait*>(&ioForm) != nullptr ||
+                      TCliDialog(FConsole, ioForm).IsWaitWindow();
+  isWait ? Wait(ioForm) : Answer(ioForm);
+  FLastResult = ioForm.ModalResult();
+}
+
+void TCliFormHost::Answer(TForm& ioForm) {
   TCliDialog dialog(FConsole, ioForm);
-  if (dialog.IsWaitWindow()) return Wait(ioForm);
   int refusals = 0;
   while (!ioForm.EndModalIfDone()) {
     MainLoop().ProcessMessages();
@@ -62,11 +69,15 @@ bool TCliFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
 }
 
 void TCliFormHost::Wait(TForm& ioForm) {
-  TString text = ForTerminal(ioForm.Caption());
-  FConsole.Progress(text + u" ...");
+  const auto* const wait = dynamic_cast<TfrmKKCommonWait*>(&ioForm);
+  FConsole.Progress(ForTerminal(wait != nullptr ? wait->lblText.Caption() : ioForm.Caption()) +
+                    u" ...");
+  TButton* const cancel = ioForm.CancelButton();
   while (!ioForm.EndModalIfDone()) {
     MainLoop().ProcessMessages();
-    if (!ioForm.EndModalIfDone()) MainLoop().WaitForMessage(cTurnMs);
+    if (ioForm.EndModalIfDone()) break;
+    if (cancel != nullptr && FConsole.TakeInterrupt()) cancel->Click();
+    MainLoop().WaitForMessage(cTurnMs);
   }
   FConsole.Progress({});
 }

@@ -55,7 +55,11 @@ TJson ToJson(const TWatchlistCategoryInfo& iCategory) {
 TJson ToJson(const TWatchlistReminderInfo& iReminder) {
   TJson types = TJson::array();
   for (int type : iReminder.Types) types.push_back(ToUtf8(ReminderTypeName(type)));
-  return {{"id", Id(iReminder.Id)}, {"time", Time(iReminder.Time)}, {"types", types}};
+  return {{"id", Id(iReminder.Id)},
+          {"time", Time(iReminder.Time)},
+          {"types", types},
+          {"soundFile",
+           iReminder.SoundFile.empty() ? TJson(nullptr) : TJson(ToUtf8(iReminder.SoundFile))}};
 }
 
 // JSON leaves U+007F to U+009F as they are; in UTF-8 they stand inside of texts alone.
@@ -122,6 +126,17 @@ std::string TCliJson::Item(const TCliItemDetails& iDetails) {
   }
   result["values"] = values;
   result["reminder"] = iDetails.Reminder == nullptr ? TJson(nullptr) : ToJson(*iDetails.Reminder);
+  return Write(result);
+}
+
+std::string TCliJson::Reminders(const std::vector<TCliReminder>& iReminders) {
+  TJson result = TJson::array();
+  for (const TCliReminder& reminder : iReminders) {
+    TJson entry = ToJson(reminder.Info);
+    entry["name"] = reminder.HasItem ? TJson(ToUtf8(reminder.ItemName)) : TJson(nullptr);
+    entry["overdue"] = reminder.Overdue;
+    result.push_back(entry);
+  }
   return Write(result);
 }
 

@@ -17,6 +17,14 @@ struct TCliItemDetails {
   const TWatchlistReminderInfo* Reminder = nullptr;
 };
 
+/// A reminder with the item that it is for.
+struct TCliReminder {
+  TWatchlistReminderInfo Info;
+  TString ItemName;  ///< empty where the item is gone
+  bool HasItem = false;
+  bool Overdue = false;  ///< its time has come, and it was not delivered
+};
+
 /// One key of the settings with what stands in the file.
 struct TCliSetting {
   TSettingsKeyInfo Info;
@@ -30,6 +38,7 @@ struct TCliSetting {
 struct TCliJson {
   static std::string Tree(const TWatchlistInfo& iTree);
   static std::string Item(const TCliItemDetails& iDetails);
+  static std::string Reminders(const std::vector<TCliReminder>& iReminders);
   static std::string Settings(const std::vector<TCliSetting>& iSettings);
 };
 

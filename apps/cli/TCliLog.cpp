@@ -2,8 +2,15 @@
 
 #include "apps/cli/ICliConsole.h"
 #include "apps/cli/TerminalText.h"
+#include "host/base/TClock.h"
 
 namespace kk {
+namespace {
+
+// The reminders' own steps, and the end of a message that had to wait.
+bool IsOfDelivery(TStringView iSender) { return StartsWith(iSender, u"Watchlist-Reminder"); }
+
+}  // namespace
 
 TCliLog::TCliLog(ICliConsole& ioConsole) : FConsole(ioConsole), FBefore(SetLogSink(this)) {}
 
@@ -11,9 +18,15 @@ TCliLog::~TCliLog() { SetLogSink(FBefore); }
 
 void TCliLog::Write(TLogLevel iLevel, TStringView iSender, TStringView iText) {
   if (FBefore != nullptr) FBefore->Write(iLevel, iSender, iText);
-  if (iLevel != TLogLevel::llError && iLevel != TLogLevel::llException) return;
-  FHasErrors = true;
-  FConsole.Complain(Format(u"Fehler: %s", {ForTerminal(iText)}));
+  const bool isError = iLevel == TLogLevel::llError || iLevel == TLogLevel::llException;
+  const bool isStep = FFollows && iLevel == TLogLevel::llInfo && IsOfDelivery(iSender);
+  if (isError) FHasErrors = true;
+  if (!isError && !isStep) return;
+  const TString when = FFollows ? DateTimeToStr(Now()) + u" " : TString();
+  const TString what = isError ? TString(u"Fehler") : ForTerminal(iSender);
+  FConsole.Complain(Format(u"%s%s: %s", {when, what, ForTerminal(iText)}));
+  // Behind the line: who counts finds it told.
+  if (isStep) ++FSteps;
 }
 
 }  // namespace kk

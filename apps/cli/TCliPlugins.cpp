@@ -6,17 +6,29 @@
 #include "host/base/Guard.h"
 #include "host/contract/IMultiThreadPlugin.h"
 #include "host/contract/IPluginIntegration.h"
+#include "host/contract/IReminderHost.h"
 #include "host/contract/ISearchResultConverter.h"
 #include "host/contract/TPlugins.h"
 
 namespace kk {
 namespace {
 
-/// The host as the plug-ins see it: it has no section and no pop-ups.
-class TCliApplication : public TInterfaced<IApplication> {
+/// The host as the plug-ins see it: it has no section, and pop-ups only where reminders are
+/// delivered.
+class TCliApplication : public TInterfaced<IApplication, IReminderHost> {
  public:
+  explicit TCliApplication(TCliPlugins::TShowPopUp iShow) : FShow(std::move(iShow)) {}
+
   void SectionClosed() override {}
-  bool ShowNotificationWindow(TForm* /*iForm*/) override { return false; }
+  bool ShowNotificationWindow(TForm* iForm) override {
+    if (!FShow || iForm == nullptr) return false;
+    FShow(std::unique_ptr<TForm>(iForm));
+    return true;
+  }
+  bool DeliversReminders() const override { return FShow != nullptr; }
+
+ private:
+  const TCliPlugins::TShowPopUp FShow;
 };
 
 /// A host that asks what a plug-in offers before it is told who asks.
@@ -82,7 +94,7 @@ void TCliPlugins::Exchange() {
 
 void TCliPlugins::Initialize() {
   Exchange();
-  const TIntf<IApplication> application = MakeIntf<TCliApplication>();
+  const TIntf<IApplication> application = MakeIntf<TCliApplication>(FShowPopUp);
   for (const TIntf<IPlugin>& plugin : All()) {
     if (plugin == FWatchlistPlugin) continue;
     try {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <vector>
 
 #include "host/contract/IApplication.h"
@@ -8,6 +10,7 @@
 #include "host/contract/IWatchlist.h"
 #include "host/contract/IWatchlistAccess.h"
 #include "host/contract/IWatchlistIntegration.h"
+#include "host/controls/TForm.h"
 
 namespace kk {
 
@@ -20,6 +23,12 @@ class TCliPlugins {
   ~TCliPlugins();
   TCliPlugins(const TCliPlugins&) = delete;
   TCliPlugins& operator=(const TCliPlugins&) = delete;
+
+  /// Before Initialize: reminders are delivered from then on, and the function takes their pop-ups
+  /// over. A host that doesn't say so leaves them alone.
+  using TShowPopUp = std::function<void(std::unique_ptr<TForm> iForm)>;
+  void DeliverReminders(TShowPopUp iShow) { FShowPopUp = std::move(iShow); }
+  bool DeliversReminders() const { return FShowPopUp != nullptr; }
 
   /// Looks for the watch list among Plugins().
   void Find();
@@ -54,6 +63,7 @@ class TCliPlugins {
  private:
   void Exchange();
 
+  TShowPopUp FShowPopUp;
   TIntf<IPlugin> FWatchlistPlugin;
   TIntf<IWatchlist> FWatchlist;
   TIntf<IWatchlistAccess> FAccess;

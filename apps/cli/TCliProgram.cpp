@@ -6,17 +6,9 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "apps/cli/ECliUsage.h"
-#include "apps/cli/TCliAdd.h"
-#include "apps/cli/TCliDemo.h"
-#include "apps/cli/TCliHostLine.h"
+#include "apps/cli/TCliCommands.h"
 #include "apps/cli/TCliInterrupt.h"
-#include "apps/cli/TCliRefresh.h"
 #include "apps/cli/TCliSession.h"
-#include "apps/cli/TCliSettings.h"
-#include "apps/cli/TCliShop.h"
-#include "apps/cli/TCliShow.h"
-#include "apps/cli/TCliStructure.h"
 #include "apps/cli/TCliTerminal.h"
 #include "apps/cli/TerminalText.h"
 #include "host/common/TVersionHelper.h"
@@ -24,50 +16,13 @@
 namespace kk {
 namespace {
 
-bool RunDemo(TCliContext& ioContext) {
-  TCliShop shop;
-  return TCliDemo(ioContext, shop).Run();
-}
-
-// What needs the list.
-bool RunWithList(TCliContext& ioContext, const TCliArguments& iCall) {
-  if (iCall.Command == nullptr) return TCliHostLine(ioContext).Run(iCall);
-  if (TCliStructure::Knows(*iCall.Command)) return TCliStructure(ioContext).Run(iCall);
-  const TStringView name = iCall.Command->Name;
-  if (name == u"add") return TCliAdd(ioContext).Run(iCall);
-  if (name == u"refresh") return TCliRefresh(ioContext).Run(iCall);
-  if (name == u"demo") return RunDemo(ioContext);
-  if (name == u"show") {
-    TCliShow(ioContext).Item(iCall.Words[0], iCall.Json);
-  } else {
-    TCliShow(ioContext).List(iCall.Json);
-  }
-  return true;
-}
-
 bool Run(TCliSession& ioSession, const TCliArguments& iCall) {
-  TCliContext& context = ioSession.Context();
-  if (iCall.Command != nullptr && TCliSettings::Knows(*iCall.Command)) {
-    TCliSettings(context.Console, context.Plugins.SettingsKeys()).Run(iCall);
+  if (iCall.IsCommand(u"run")) {
+    ioSession.Stay();
     return true;
   }
-  ioSession.Start();
-  return RunWithList(context, iCall);
-}
-
-// Runs the function; what it raises becomes a line for the user and an exit code.
-template <class Function>
-TCliExit Answered(ICliConsole& ioConsole, Function&& iFunction) {
-  try {
-    return iFunction();
-  } catch (const ECliUsage& e) {
-    ioConsole.Complain(u"Fehler: " + e.Message());
-    for (const TString& line : Split(e.Hint(), u'\n')) ioConsole.Complain(line);
-    return TCliExit::ceUsage;
-  } catch (const std::exception& e) {
-    ioConsole.Complain(u"Fehler: " + ForTerminal(e));
-    return TCliExit::ceFailed;
-  }
+  if (TCliCommands::NeedsList(iCall)) ioSession.Start();
+  return TCliCommands::Run(ioSession.Context(), iCall);
 }
 
 // The session ends within the answer: what a plug-in raises may not outlive its package.
@@ -81,7 +36,7 @@ TCliExit RunSession(ICliConsole& ioConsole, const TCliArguments& iCall) {
 
 // The demonstration leaves the user's own list alone.
 void GiveDemoAFolder(TCliArguments& ioCall) {
-  if (ioCall.Command == nullptr || ioCall.Command->Name != u"demo" || !ioCall.Data.empty()) return;
+  if (!ioCall.IsCommand(u"demo") || !ioCall.Data.empty()) return;
   std::string folder =
       (std::filesystem::temp_directory_path() / "kaufkobolde-beispiel-XXXXXX").string();
   if (mkdtemp(folder.data()) == nullptr) {

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "apps/cli/TCliRun.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/Exception.h"
 #include "host/common/TDataFileGuard.h"
@@ -49,6 +50,7 @@ TCliSession::TCliSession(ICliConsole& ioConsole, const TCliArguments& iCall)
       FLoopInstalled(&SetMainLoop, &FLoop),
       FForms(ioConsole),
       FFormsInstalled(&SetFormHost, &FForms),
+      FPopUps(ioConsole),
       FContext{ioConsole, FForms, FPlugins} {
   FForms.SetYesToAll(iCall.Yes);
   LoadPackages();
@@ -105,6 +107,14 @@ void TCliSession::Start() {
   FPlugins.Initialize();
 }
 
+void TCliSession::Stay() {
+  FStays = true;
+  FPlugins.DeliverReminders(
+      [this](std::unique_ptr<TForm> iForm) { FPopUps.Show(std::move(iForm)); });
+  Start();
+  TCliRun(FContext, *FLog).Run();
+}
+
 void TCliSession::End() {
   if (!FLog) return;
   FPlugins.TerminateThreads();
@@ -113,6 +123,7 @@ void TCliSession::End() {
     FLoop.ProcessMessages();
     FLoop.WaitForMessage(cTurnMs);
   }
+  if (FStays) FLog->ForgetErrors();
   FPlugins.Uninitialize();
   // What still waits here comes too late for everybody, but its code lies in the packages.
   FLoop.ProcessMessages();

@@ -6,6 +6,7 @@
 #include "apps/cli/TCliContext.h"
 #include "apps/cli/TCliLock.h"
 #include "apps/cli/TCliLog.h"
+#include "apps/cli/TCliPopUps.h"
 #include "host/common/TKKIniFile.h"
 #include "host/common/TLogFile.h"
 #include "host/common/TPackageLoader.h"
@@ -28,6 +29,9 @@ class TCliSession {
   /// Looks at the watch list's file and initialises the plug-ins. Raises Exception if the watch
   /// list is missing, can't be started, or has to be restored first.
   void Start();
+  /// Starts as a host that delivers reminders, and stays until the user or the system asks for the
+  /// end. What goes wrong meanwhile is told, and no error of the session.
+  void Stay();
   /// Ends all work, uninitialises the plug-ins, which saves the list, and unloads the packages.
   void End();
 
@@ -66,12 +70,14 @@ class TCliSession {
   TInstalled<TMainLoop> FLoopInstalled;
   TCliFormHost FForms;
   TInstalled<IFormHost> FFormsInstalled;
+  TCliPopUps FPopUps;
   TPackageLoader FLoader;
   TCliPlugins FPlugins;
   TCliContext FContext;
   /// What happens in the plug-ins is told to the user; it ends before the packages go.
   std::optional<TCliLog> FLog;
   bool FStarted = false;
+  bool FStays = false;
   bool FHasErrors = false;
 };
 

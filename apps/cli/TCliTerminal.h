@@ -18,12 +18,10 @@ class TCliTerminal : public ICliConsole {
   void Print(TStringView iLine) override;
   void Complain(TStringView iLine) override;
   void Progress(TStringView iLine) override;
+  bool Flush() override;
   bool IsInteractive() const override { return FInteractive; }
   std::optional<TString> ReadLine(TStringView iPrompt) override;
   bool TakeInterrupt() override;
-
-  /// Brings out all that was printed. False if anything of it could not be written.
-  bool Flush();
 
  private:
   std::optional<TString> TakeLine();

@@ -1,9 +1,9 @@
 #include "apps/cli/TCliTreeText.h"
 
 #include <algorithm>
-#include <array>
 
 #include "apps/cli/TCliLookup.h"
+#include "apps/cli/TCliReminderText.h"
 #include "apps/cli/TerminalText.h"
 
 namespace kk {
@@ -13,8 +13,6 @@ constexpr TStringView cBetweenFacts = u" · ";
 // A source tells what matters most in its first columns; the rest stands in the item's own view.
 constexpr size_t cMaxColumns = 4;
 constexpr size_t cMaxShortValue = 40;
-constexpr auto cReminderKinds =
-    std::to_array<TStringView>({u"Sound", u"Meldungsfenster", u"SMS", u"Kalender", u"E-Mail"});
 
 TString Branch(bool iLast) { return iLast ? u"└─ " : u"├─ "; }
 TString Below(bool iLast) { return iLast ? u"   " : u"│  "; }
@@ -25,13 +23,7 @@ void AddFact(TString& ioFacts, TStringView iFact) {
 }
 
 TString ReminderText(const TWatchlistReminderInfo& iReminder) {
-  TString kinds;
-  for (int type : iReminder.Types) {
-    if (type < 0 || static_cast<size_t>(type) >= cReminderKinds.size()) continue;
-    if (!kinds.empty()) kinds += u", ";
-    kinds += cReminderKinds[static_cast<size_t>(type)];
-  }
-  return Format(u"%s (%s)", {DateTimeToStr(iReminder.Time), kinds});
+  return Format(u"%s (%s)", {DateTimeToStr(iReminder.Time), ReminderKinds(iReminder)});
 }
 
 size_t CountCategories(const std::vector<TWatchlistCategoryInfo>& iCategories) {

@@ -154,6 +154,34 @@ TEST(TCliArguments, CreateNeedsACategory) {
   EXPECT_THAT(Refusal({u"add", u"x", u"--create"}), HasSubstr("--create braucht --category"));
 }
 
+TEST(TCliArguments, AReminderHasOneTimeAndItsWays) {
+  const TCliArguments call =
+      Parse({u"remind", u"Lampe", u"--at", u"18:30", u"--kind=sound", u"--sound", u"ton.wav"});
+  EXPECT_EQ(call.At, u"18:30");
+  EXPECT_EQ(call.Kind, u"sound");
+  EXPECT_EQ(call.Sound, u"ton.wav");
+  EXPECT_FALSE(call.Delete);
+  EXPECT_EQ(Parse({u"remind", u"Lampe", u"--in", u"90s"}).In, u"90s");
+  EXPECT_EQ(Parse({u"remind", u"Lampe", u"--before-end", u"10m"}).BeforeEnd, u"10m");
+  EXPECT_TRUE(Parse({u"remind", u"Lampe", u"--delete", u"--yes"}).Delete);
+}
+
+TEST(TCliArguments, AReminderWithTwoTimesIsRefused) {
+  EXPECT_THAT(Refusal({u"remind", u"A", u"--in", u"1m", u"--at", u"18:30"}),
+              HasSubstr("Nur eine Zeit"));
+  EXPECT_THAT(Refusal({u"remind", u"A", u"--before-end", u"1m", u"--at", u"18:30"}),
+              HasSubstr("Nur eine Zeit"));
+}
+
+TEST(TCliArguments, ADeletedReminderTakesNoTime) {
+  for (const TString option :
+       {u"--in=1m", u"--at=18:30", u"--before-end=1m", u"--kind=sound", u"--sound=x"}) {
+    EXPECT_THAT(Refusal({u"remind", u"A", u"--delete", option}),
+                HasSubstr("--delete steht allein."));
+  }
+  EXPECT_THAT(Refusal({u"remind", u"A", u"--sound", u" "}), HasSubstr("--sound braucht"));
+}
+
 TEST(TCliCommandInfo, HelpPageNamesEveryCommand) {
   const TString page = CliHelpPage();
   for (const TCliCommandInfo& command : CliCommands()) {

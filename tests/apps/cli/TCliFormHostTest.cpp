@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "TFakeConsole.h"
 #include "host/base/Exception.h"
 #include "host/controls/TCheckBox.h"
@@ -13,6 +15,7 @@
 #include "host/controls/TMemo.h"
 #include "host/controls/TRadioButton.h"
 #include "host/controls/TfrmKKCommonMessageDlg.h"
+#include "host/controls/TfrmKKCommonWait.h"
 #include "host/controls/TfrmMessageDlg.h"
 #include "tests/support/TTestMainLoop.h"
 
@@ -284,19 +287,57 @@ TEST_F(TCliFormHostTest, AWaitWindowKeepsTheLoopAliveUntilItEnds) {
   EXPECT_THAT(Console.Prompts(), testing::IsEmpty());
 }
 
-TEST_F(TCliFormHostTest, AnAnswerThatIsSetComesFirst) {
-  Console.Answer({});
-  Host.SetAnswer([](TForm& form) {
-    form.SetModalResult(cModalYes);
-    return true;
+TEST_F(TCliFormHostTest, WorkThatIsWaitedForIsShownByWhatItDoes) {
+  TfrmKKCommonWait::Run(u"Die SMS wird übergeben", [](std::stop_token) {});
+  EXPECT_THAT(Console.Progressed(), ElementsAre("Die SMS wird übergeben ...", ""));
+}
+
+TEST_F(TCliFormHostTest, CtrlCGivesUpTheWaitForWork) {
+  bool stopped = false;
+  Console.Interrupt();
+  TfrmKKCommonWait::Run(u"Warten", [&stopped](std::stop_token iStop) {
+    while (!iStop.stop_requested()) std::this_thread::yield();
+    stopped = true;
   });
-  EXPECT_TRUE(AskToDelete());
-  Host.SetAnswer([](TForm&) { return false; });
+  EXPECT_TRUE(stopped);
+  EXPECT_FALSE(Console.TakeInterrupt()) << "it was for this wait";
+}
+
+TEST_F(TCliFormHostTest, CtrlCInAWaitWithoutACancelButtonIsKeptForTheCommand) {
+  TForm form(nullptr, u"TfrmWait", u"Warten");
+  Console.Interrupt();
+  Loop.Post([&] { Loop.Post([&] { form.SetModalResult(cModalOK); }); });
+  form.ShowModal();
+  EXPECT_TRUE(Console.TakeInterrupt());
+}
+
+TEST_F(TCliFormHostTest, TellsHowTheLastWindowEnded) {
+  EXPECT_EQ(Host.TakeLastResult(), cModalNone);
+  Host.SetYesToAll(true);
+  AskToDelete();
+  EXPECT_EQ(Host.TakeLastResult(), cModalYes);
+  EXPECT_EQ(Host.TakeLastResult(), cModalNone);
+}
+
+TEST_F(TCliFormHostTest, AnAnswerThatIsSetComesFirstForAsLongAsItLives) {
+  Console.Answer({});
+  {
+    const TCliFormHost::TAnswering outer(Host, [](TForm& form) {
+      form.SetModalResult(cModalYes);
+      return true;
+    });
+    EXPECT_TRUE(AskToDelete());
+    {
+      const TCliFormHost::TAnswering inner(Host, [](TForm&) { return false; });
+      EXPECT_FALSE(AskToDelete());
+    }
+    EXPECT_TRUE(AskToDelete());
+  }
   EXPECT_FALSE(AskToDelete());
 }
 
 TEST_F(TCliFormHostTest, WhatAnAnswerRaisesPassesToTheOneWhoAsked) {
-  Host.SetAnswer([](TForm&) -> bool { throw Exception(u"nein"); });
+  const TCliFormHost::TAnswering answering(Host, [](TForm&) -> bool { throw Exception(u"nein"); });
   EXPECT_THROW(AskToDelete(), Exception);
 }
 

@@ -10,6 +10,7 @@
 #include "host/base/Exception.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TTempFolder.h"
+#include "tests/support/TTestClock.h"
 
 namespace kk {
 namespace {
@@ -42,6 +43,34 @@ TEST(TCliLog, HandsOnToTheLogBeforeAndGivesThePlaceBack) {
   LogError(u"A", u"zwei");
   EXPECT_THAT(before.Lines(), ElementsAre("info A: eins", "error A: zwei"));
   EXPECT_THAT(console.Complained(), IsEmpty());
+}
+
+TEST(TCliLog, FollowsTheDeliveryOfRemindersOnRequest) {
+  TLogRecorder before;
+  TTestClock clock;
+  TFakeConsole console;
+  TCliLog log(console);
+  LogInfo(u"Watchlist-Reminder", u"Melde Erinnerung");
+  EXPECT_EQ(log.Steps(), 0);
+  log.Follow();
+  LogInfo(u"Watchlist-Reminder (Sound)", u"Melde...");
+  LogInfo(u"Form", u"Neue Erinnerung angelegt");
+  LogError(u"Watchlist-Reminder (Sound)", u"Datei nicht gefunden: x");
+  const std::string now = ToUtf8(DateTimeToStr(clock.Now()));
+  EXPECT_THAT(console.Complained(), ElementsAre(now + " Watchlist-Reminder (Sound): Melde...",
+                                                now + " Fehler: Datei nicht gefunden: x"));
+  EXPECT_EQ(log.Steps(), 1);
+}
+
+TEST(TCliLog, ForgetsErrorsOnRequest) {
+  TLogRecorder before;
+  TFakeConsole console;
+  TCliLog log(console);
+  LogError(u"A", u"schlecht");
+  log.ForgetErrors();
+  EXPECT_FALSE(log.HasErrors());
+  LogError(u"A", u"schlecht");
+  EXPECT_TRUE(log.HasErrors());
 }
 
 TEST(TCliLog, NeedsNoLogBefore) {

@@ -5,6 +5,7 @@
 
 #include "TCliWorld.h"
 #include "host/base/Exception.h"
+#include "host/contract/IReminderHost.h"
 
 namespace kk {
 namespace {
@@ -112,6 +113,37 @@ TEST(TCliPlugins, ASourceThatFailsToTellTellsNothing) {
   world.Start();
   world.Shop().ConvertFailure = u"kaputt";
   EXPECT_THAT(world.Plugins.Details(world.ShopId(), FakeResult(u"Lampe")), IsEmpty());
+}
+
+struct TTestPopUp : public TForm {
+  explicit TTestPopUp(bool& oGone) : TForm(nullptr, u"TTestPopUp"), Gone(oGone) {}
+  ~TTestPopUp() override { Gone = true; }
+  bool& Gone;
+};
+
+TEST(TCliPlugins, AHostThatComesAndGoesDeliversNoReminders) {
+  TCliWorld world;
+  world.Start();
+  EXPECT_FALSE(world.Plugins.DeliversReminders());
+  EXPECT_FALSE(Supports<IReminderHost>(world.List().Host())->DeliversReminders());
+  bool gone = false;
+  TTestPopUp popUp(gone);
+  EXPECT_FALSE(world.List().Host()->ShowNotificationWindow(&popUp)) << "it stays the caller's";
+}
+
+TEST(TCliPlugins, AHostThatDeliversTakesPopUpsOver) {
+  TCliWorld world;
+  std::unique_ptr<TForm> shown;
+  world.Plugins.DeliverReminders([&](std::unique_ptr<TForm> iForm) { shown = std::move(iForm); });
+  world.Start();
+  EXPECT_TRUE(world.Plugins.DeliversReminders());
+  EXPECT_TRUE(Supports<IReminderHost>(world.List().Host())->DeliversReminders());
+  bool gone = false;
+  EXPECT_TRUE(
+      world.List().Host()->ShowNotificationWindow(std::make_unique<TTestPopUp>(gone).release()));
+  ASSERT_NE(shown, nullptr);
+  EXPECT_FALSE(gone);
+  EXPECT_FALSE(world.List().Host()->ShowNotificationWindow(nullptr));
 }
 
 TEST(TCliPlugins, SettingsAreToldWithoutInitialize) {

@@ -69,7 +69,8 @@ TEST(TCliJson, TreeHasTheKeysThatProgramsRead) {
   EXPECT_EQ(tree["reminders"],
             TParsed::array({{{"id", "{44444444-4444-4444-8444-444444444444}"},
                              {"time", "2026-12-01T19:00:00"},
-                             {"types", {"sound", "window", "sms", "calendar", "email"}}}}));
+                             {"types", {"sound", "window", "sms", "calendar", "email"}},
+                             {"soundFile", nullptr}}}));
 }
 
 TEST(TCliJson, EmptyTreeHasEmptyLists) {

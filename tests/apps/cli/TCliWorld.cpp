@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "TFakeRemindEditor.h"
+#include "apps/cli/TCliLookup.h"
 #include "host/base/Exception.h"
+#include "host/base/TClock.h"
 #include "host/controls/TCheckBox.h"
 #include "host/controls/TComboBox.h"
 #include "host/controls/TLabel.h"
@@ -314,6 +317,48 @@ int TFakeWatchlistPlugin::RefreshItems(const std::vector<TGuid>& iItems) {
     }
   }
   return OpenUpdates();
+}
+
+void TFakeWatchlistPlugin::EditReminders(const std::vector<TGuid>& iItems) {
+  Note("EditReminders " + NameOf(iItems.at(0)));
+  const TCliLookup lookup(Tree);
+  const TWatchlistItemInfo& item = *lookup.FindItem(iItems[0]);
+  TFakeRemindEditor editor(Now().PlusMs(-EditorStartsLate), item.EndTime);
+  if (editor.ShowModal() != cModalOK) return;
+  std::erase_if(Tree.Reminders, [&](const auto& iOld) { return iOld.Id == item.Id; });
+  if (ReminderIsLost) return;
+  constexpr int cTypes[] = {0, 1, 4, 3, 2};
+  TWatchlistReminderInfo& reminder = Reminder(item.Id, editor.Time());
+  reminder.Types = {cTypes[editor.cmbxRemindType.ItemIndex()]};
+  if (SourceHasNoText) reminder.Types.clear();
+  if (!editor.edtSoundFile.Enabled()) return;
+  reminder.SoundFile = editor.edtSoundFile.Text();
+  if (editor.chckbxSoundfile.Visible()) reminder.Types.insert(reminder.Types.begin(), 0);
+}
+
+bool TFakeWatchlistPlugin::DeleteReminders(const std::vector<TGuid>& iItems) {
+  Note("DeleteReminders " + NameOf(iItems.at(0)));
+  if (!Ask(u"Soll die Erinnerung wirklich gelöscht werden?")) return false;
+  std::erase_if(Tree.Reminders, [&](const auto& iOld) { return iOld.Id == iItems[0]; });
+  return true;
+}
+
+bool TFakeWatchlistPlugin::Save() {
+  Note("Save");
+  UnsavedReminders = false;
+  return !SaveFails;
+}
+
+TWatchlistReminderInfo& TFakeWatchlistPlugin::Reminder(const TGuid& iItem, TDateTime iTime) {
+  Tree.Reminders.push_back({iItem, iTime, {1}, {}});
+  UnsavedReminders = true;
+  return Tree.Reminders.back();
+}
+
+void TFakeWatchlistPlugin::DeliverFirst() {
+  Tree.Reminders.erase(Tree.Reminders.begin());
+  UnsavedReminders = true;
+  LogInfo(u"Watchlist-Reminder", u"Melde Erinnerung");
 }
 
 std::string TFakeWatchlistPlugin::NameOf(const TGuid& iId) const {

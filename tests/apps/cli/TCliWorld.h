@@ -92,20 +92,15 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   void MoveItems(const std::vector<TGuid>& iItems, const TGuid& iTarget) override;
   bool DeleteItems(const std::vector<TGuid>& iItems) override;
   bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) override;
-  void EditReminders(const std::vector<TGuid>& /*iItems*/) override {
-    Calls.push_back("EditReminders");
-  }
-  bool DeleteReminders(const std::vector<TGuid>& /*iItems*/) override {
-    Calls.push_back("DeleteReminders");
-    return true;
-  }
-  bool HasUnsavedReminders() const override { return false; }
+  void EditReminders(const std::vector<TGuid>& iItems) override;
+  bool DeleteReminders(const std::vector<TGuid>& iItems) override;
+  bool HasUnsavedReminders() const override { return UnsavedReminders; }
   int RefreshAll() override;
   int RefreshCategory(const TGuid& iCategory) override;
   int RefreshItems(const std::vector<TGuid>& iItems) override;
   int OpenUpdates() const override { return static_cast<int>(FOpen.size()); }
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override { FOnFinished = iEvent; }
-  bool Save() override { return true; }
+  bool Save() override;
 
   std::vector<TSettingsKeyInfo> GetSettingsKeys() const override { return Keys; }
 
@@ -113,6 +108,11 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   TWatchlistCategoryInfo& Category(TStringView iName);
   /// A new item in a top-level category.
   TWatchlistItemInfo& Item(TStringView iCategory, TStringView iName, const TGuid& iSource = {});
+  /// A new reminder of an item, or of one that is gone.
+  TWatchlistReminderInfo& Reminder(const TGuid& iItem, TDateTime iTime);
+  /// As the thread of the reminders: the first one leaves the list and is told of.
+  void DeliverFirst();
+  const TIntf<IApplication>& Host() const { return Application(); }
 
   TWatchlistInfo Tree;
   std::vector<TSettingsKeyInfo> Keys;
@@ -122,6 +122,11 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   std::vector<TString> Failing;     ///< names whose refresh fails
   std::function<void()> OnRequest;  ///< called when a refresh begins
   TString UninitializeFailure;      ///< what Uninitialize raises
+  bool UnsavedReminders = false;
+  bool SaveFails = false;
+  int64_t EditorStartsLate = 0;  ///< ms before now at which the editor was opened
+  bool ReminderIsLost = false;   ///< the editor's reminder does not come into the list
+  bool SourceHasNoText = false;  ///< the reminder comes without a kind
 
  private:
   struct TOpen {

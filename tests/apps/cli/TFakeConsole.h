@@ -16,6 +16,7 @@ class TFakeConsole : public ICliConsole {
   void Print(TStringView iLine) override { FPrinted.push_back(ToUtf8(iLine)); }
   void Complain(TStringView iLine) override { FComplained.push_back(ToUtf8(iLine)); }
   void Progress(TStringView iLine) override { FProgress.push_back(ToUtf8(iLine)); }
+  bool Flush() override { return true; }
   bool IsInteractive() const override { return FInteractive; }
   std::optional<TString> ReadLine(TStringView iPrompt) override;
   bool TakeInterrupt() override { return std::exchange(FInterrupted, false); }

@@ -1,0 +1,62 @@
+#include "apps/cli/TCliRun.h"
+
+#include "apps/cli/TCliReminderText.h"
+#include "apps/cli/TerminalText.h"
+#include "host/base/TMainLoop.h"
+
+namespace kk {
+namespace {
+
+using TSteady = std::chrono::steady_clock;
+
+// How long a request to end may go unnoticed.
+constexpr int cTurnMs = 100;
+// Many reminders at once are one walk along the list, and one write of the file.
+constexpr auto cBetweenLooks = std::chrono::milliseconds(250);
+constexpr auto cBetweenSaves = std::chrono::seconds(3);
+
+}  // namespace
+
+void TCliRun::Run() {
+  FLog.Follow();
+  TCliDue due(FContext);
+  TellWhatStands(due);
+  int steps = 0;
+  TTime nextLook;
+  while (!FContext.Console.TakeInterrupt()) {
+    MainLoop().ProcessMessages();
+    if (FLog.Steps() != steps && TSteady::now() >= nextLook) {
+      steps = FLog.Steps();
+      due.Look();
+      nextLook = TSteady::now() + cBetweenLooks;
+    }
+    SaveIfChanged();
+    FContext.Console.Flush();
+    MainLoop().WaitForMessage(cTurnMs);
+  }
+  due.Look();
+  FContext.Console.Print(u"Wird beendet.");
+  FContext.Console.Flush();
+}
+
+void TCliRun::TellWhatStands(const TCliDue& iDue) {
+  ICliConsole& console = FContext.Console;
+  console.Print(Format(u"Bereit: %s. Strg+C beendet.",
+                       {Counted(iDue.Count(), u"Erinnerung", u"Erinnerungen")}));
+  if (const TWatchlistReminderInfo* const next = iDue.Next()) {
+    console.Print(
+        Format(u"Die nächste: %s am %s (%s)",
+               {ForTerminal(iDue.NameOf(*next)), DateTimeToStr(next->Time), ReminderWays(*next)}));
+  }
+  console.Flush();
+}
+
+// A crash may repeat what was delivered in the last seconds; it never loses what was not.
+void TCliRun::SaveIfChanged() {
+  IWatchlistAccess& list = FContext.Plugins.List();
+  if (TSteady::now() < FNextSave || !list.HasUnsavedReminders()) return;
+  list.Save();
+  FNextSave = TSteady::now() + cBetweenSaves;
+}
+
+}  // namespace kk
