@@ -44,19 +44,14 @@ void TTestMainLoop::Synchronize(TFunction iFunction) {
   if (*failure) std::rethrow_exception(std::exchange(*failure, nullptr));
 }
 
-bool TTestMainLoop::HasPosted() {
+size_t TTestMainLoop::PostedCount() {
   const std::lock_guard lock(FMutex);
-  return !FPosted.empty();
+  return FPosted.size();
 }
 
 void TTestMainLoop::RunPosted() {
   // What is posted meanwhile waits for the next turn.
-  size_t count = 0;
-  {
-    const std::lock_guard lock(FMutex);
-    count = FPosted.size();
-  }
-  for (; count > 0; --count) {
+  for (size_t count = PostedCount(); count > 0; --count) {
     TFunction function;
     {
       const std::lock_guard lock(FMutex);
@@ -75,9 +70,9 @@ void TTestMainLoop::ProcessMessages() {
 
 void TTestMainLoop::WaitForMessage(int iMilliseconds) {
   ++FTurns;
-  if (HasPosted()) return;
+  if (PostedCount() > 0) return;
   std::this_thread::yield();
-  if (!HasPosted()) Advance(iMilliseconds);
+  if (PostedCount() == 0) Advance(iMilliseconds);
 }
 
 TMainLoop::TTimerId TTestMainLoop::StartTimer(int iMilliseconds, TFunction iFunction) {

@@ -30,6 +30,8 @@ class TTestMainLoop : public TMainLoop {
   void Advance(int iMilliseconds);
   /// How often ProcessMessages and WaitForMessage were called.
   int Turns() const { return FTurns; }
+  /// How much waits for ProcessMessages.
+  size_t PostedCount();
   int TimerCount() const { return static_cast<int>(FTimers.size()); }
 
  private:
@@ -39,7 +41,6 @@ class TTestMainLoop : public TMainLoop {
     TFunction Function;
   };
   void RunPosted();
-  bool HasPosted();
 
   std::thread::id FThread = std::this_thread::get_id();
   std::mutex FMutex;
