@@ -28,6 +28,9 @@ class ICliConsole {
   /// Shows the prompt and answers the line entered; nothing at the end of the input, and from
   /// Ctrl+C on until it is taken. The main loop goes on meanwhile.
   virtual std::optional<TString> ReadLine(TStringView iPrompt) = 0;
+  /// The same for what nobody shall see: on a terminal it is not shown while it is typed; without
+  /// one there is no prompt.
+  virtual std::optional<TString> ReadSecret(TStringView iPrompt) = 0;
   /// True once after Ctrl+C or a request to end. It is for the one who asks; the next Ctrl+C ends
   /// the program at once if nobody has asked by then.
   virtual bool TakeInterrupt() = 0;

@@ -142,7 +142,7 @@ class TParser {
   }
 
   static bool IsFamily(const TString& iWord) {
-    return iWord == u"category" || iWord == u"settings";
+    return iWord == u"category" || iWord == u"settings" || iWord == u"test";
   }
 
   static TString Family(const TString& iWord) {

@@ -41,7 +41,16 @@ constexpr auto cCommands = std::to_array<TCliCommandInfo>({
      u"weiter"},
     {u"settings list", 0, 1, coJson, u"[ABSCHNITT] [--json]", u"Einstellungen mit Vorgaben zeigen"},
     {u"settings get", 2, 2, 0, u"ABSCHNITT SCHLÜSSEL", u"eine Einstellung lesen"},
-    {u"settings set", 3, 3, 0, u"ABSCHNITT SCHLÜSSEL WERT", u"eine Einstellung ändern"},
+    {u"settings set", 2, 3, 0, u"ABSCHNITT SCHLÜSSEL [WERT]",
+     u"eine Einstellung ändern; ein Kennwort ohne WERT wird verdeckt gefragt"},
+    {u"settings confirm-email", 0, 1, 0, u"[CODE]",
+     u"die Adresse für Erinnerungen bestätigen: ohne CODE wird einer dorthin geschickt"},
+    {u"test sound", 0, 0, coSound, u"[--sound DATEI]", u"den Ton der Erinnerungen jetzt abspielen"},
+    {u"test email", 0, 0, 0, u"", u"jetzt eine E-Mail an die eingestellte Adresse schicken"},
+    {u"test sms", 0, 0, 0, u"[--yes]",
+     u"jetzt eine SMS an die eingestellte Nummer schicken; das kann Geld kosten"},
+    {u"test calendar", 0, 0, 0, u"", u"einen Termin eintragen und wieder löschen"},
+    {u"test notifier", 0, 0, 0, u"", u"jetzt ein Meldungsfenster zeigen"},
     {u"demo", 0, 0, 0, u"", u"die Beobachtenliste mit einem kleinen Beispielshop vorführen"},
 });
 

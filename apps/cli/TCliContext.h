@@ -6,11 +6,14 @@
 
 namespace kk {
 
+class TDeliveries;
+
 /// What a command works with. All is borrowed.
 struct TCliContext {
   ICliConsole& Console;
   TCliFormHost& Forms;
   TCliPlugins& Plugins;
+  TDeliveries* Deliveries = nullptr;  ///< null: what stands behind the doors is somebody else's
 };
 
 }  // namespace kk

@@ -4,14 +4,19 @@
 #include <array>
 
 #include "apps/cli/ECliUsage.h"
+#include "apps/cli/TCliConfirm.h"
 #include "apps/cli/TerminalText.h"
+#include "host/common/ISecretStore.h"
 #include "host/common/TIniFileSectionCommunication.h"
 #include "host/common/TKKIniFile.h"
+#include "host/delivery/TCommunicationCheck.h"
 
 namespace kk {
 namespace {
 
 using enum TSettingsKeyType;
+
+constexpr TStringView cCommunication = u"Communication";
 
 // The host's own sections.
 std::vector<TSettingsKeyInfo> HostKeys() {
@@ -46,6 +51,15 @@ TString CheckedInteger(const TSettingsKeyInfo& iInfo, TStringView iValue) {
       Format(u"Vorgabe: %s", {iInfo.Default}));
 }
 
+TString CheckedText(const TSettingsKeyInfo& iInfo, TStringView iValue) {
+  if (iInfo.Section != cCommunication) return TString(iValue);
+  try {
+    return TCommunicationCheck::Value(iInfo.Key, iValue);
+  } catch (const EConvertError& e) {
+    throw ECliUsage(ForTerminal(e), Format(u"%s: %s", {iInfo.Key, iInfo.Meaning}));
+  }
+}
+
 TString Checked(const TSettingsKeyInfo& iInfo, TStringView iValue) {
   switch (iInfo.Type) {
     case sktBoolean:
@@ -56,7 +70,7 @@ TString Checked(const TSettingsKeyInfo& iInfo, TStringView iValue) {
     case sktString:
       break;
   }
-  return TString(iValue);
+  return CheckedText(iInfo, iValue);
 }
 
 // What the program makes of a text that somebody wrote into the file by hand.
@@ -92,10 +106,16 @@ TString Kind(const TSettingsKeyInfo& iInfo) {
     case sktInteger:
       return Format(u"%d bis %d", {iInfo.Min, iInfo.Max});
     case sktSecret:
+      return u"geheim";
     case sktString:
       break;
   }
   return u"Text";
+}
+
+void Confirm(ICliConsole& ioConsole, const TCliArguments& iCall) {
+  TCliConfirm confirm(ioConsole);
+  iCall.Words.empty() ? confirm.Request() : confirm.Check(iCall.Words[0]);
 }
 
 }  // namespace
@@ -112,7 +132,8 @@ bool TCliSettings::Knows(const TCliCommandInfo& iCommand) {
 void TCliSettings::Run(const TCliArguments& iCall) {
   const TStringView name = iCall.Command->Name;
   if (name == u"settings list") return List(iCall);
-  if (name == u"settings set") return Set(iCall.Words[0], iCall.Words[1], iCall.Words[2]);
+  if (name == u"settings set") return Set(iCall);
+  if (name == u"settings confirm-email") return Confirm(FConsole, iCall);
   FConsole.Print(ForTerminal(Read(Find(iCall.Words[0], iCall.Words[1])).Value));
 }
 
@@ -139,15 +160,56 @@ void TCliSettings::List(const TCliArguments& iCall) const {
   }
 }
 
-void TCliSettings::Set(TStringView iSection, TStringView iKey, TStringView iValue) {
-  const TSettingsKeyInfo info = Find(iSection, iKey);
-  const TString value = Checked(info, iValue);
-  if (value == info.Default) {
-    IniFile().DeleteKey(info.Section, info.Key);
+void TCliSettings::Set(const TCliArguments& iCall) {
+  const TSettingsKeyInfo info = Find(iCall.Words[0], iCall.Words[1]);
+  const bool hasValue = iCall.Words.size() > 2;
+  if (info.Type == sktSecret) {
+    SetSecret(info, hasValue ? std::optional(iCall.Words[2]) : std::nullopt);
+  } else if (!hasValue) {
+    throw ECliUsage(u"Es fehlt der Wert.", u"Richtig wäre: " + CliSynopsis(*iCall.Command));
   } else {
-    IniFile().WriteString(info.Section, info.Key, value);
+    const TString value = Checked(info, iCall.Words[2]);
+    if (info.Section == cCommunication && info.Key == u"EMail") {
+      SetAddress(value);
+    } else if (value == info.Default) {
+      IniFile().DeleteKey(info.Section, info.Key);
+    } else {
+      IniFile().WriteString(info.Section, info.Key, value);
+    }
   }
   IniFile().NotifyChanged();
+}
+
+void TCliSettings::SetSecret(const TSettingsKeyInfo& iInfo, const std::optional<TString>& iValue) {
+  TString value = iValue.value_or(TString());
+  if (!iValue) {
+    value = FConsole.ReadSecret(Format(u"%s: ", {iInfo.Meaning})).value_or(TString());
+    while (value.ends_with(u'\r')) value.pop_back();
+    if (value.empty()) {
+      throw Exception(
+          Format(u"Es wurde nichts eingegeben. %s bleibt, wie es ist; der Wert \"\" "
+                 u"entfernt es.",
+                 {iInfo.Key}));
+    }
+  }
+  SecretStore().Write(iInfo.Section, iInfo.Key, value);
+  if (value.empty()) return FConsole.Print(Format(u"%s ist entfernt.", {iInfo.Key}));
+  if (!IniFile().HasKey(iInfo.Section, iInfo.Key)) {
+    return FConsole.Print(Format(u"%s liegt jetzt im Schlüsselbund.", {iInfo.Key}));
+  }
+  FConsole.Print(Format(u"%s steht jetzt in der Einstellungsdatei, die nur Sie lesen können: %s",
+                        {iInfo.Key, ForTerminal(IniFile().GetFileName())}));
+}
+
+void TCliSettings::SetAddress(TStringView iAddress) {
+  TIniFileSectionCommunication section;
+  section.SetEMail(iAddress);
+  TString address;
+  if (section.GetEMail(address) || address.empty()) return;
+  FConsole.Print(
+      Format(u"%s ist noch nicht bestätigt. \"kaufkobolde-cli settings confirm-email\" schickt "
+             u"einen Code dorthin.",
+             {ForTerminal(address)}));
 }
 
 void TCliSettings::CheckSection(TStringView iSection) const {
@@ -179,6 +241,10 @@ TSettingsKeyInfo TCliSettings::Find(TStringView iSection, TStringView iKey) cons
 }
 
 TCliSetting TCliSettings::Read(const TSettingsKeyInfo& iInfo) const {
+  if (iInfo.Type == sktSecret) {
+    const bool isSet = !SecretStore().Read(iInfo.Section, iInfo.Key).empty();
+    return {iInfo, isSet ? u"(gesetzt)" : u"(leer)", !isSet};
+  }
   const TString stored = IniFile().ReadString(iInfo.Section, iInfo.Key, iInfo.Default);
   const TString value = Effective(iInfo, stored);
   return {iInfo, value, value == iInfo.Default};

@@ -6,8 +6,8 @@
 
 namespace kk {
 
-/// "settings list", "settings get", "settings set": the keys of the settings file that somebody
-/// describes, read and written in IniFile().
+/// The commands "settings": the keys of the settings file that somebody describes, read and written
+/// in IniFile(), secrets in SecretStore(). A secret is never shown, only whether there is one.
 class TCliSettings {
  public:
   /// iPluginKeys: what the plug-ins describe; the host's own come first. The console is borrowed.
@@ -20,7 +20,9 @@ class TCliSettings {
 
  private:
   void List(const TCliArguments& iCall) const;
-  void Set(TStringView iSection, TStringView iKey, TStringView iValue);
+  void Set(const TCliArguments& iCall);
+  void SetSecret(const TSettingsKeyInfo& iInfo, const std::optional<TString>& iValue);
+  void SetAddress(TStringView iAddress);
 
   /// The key as described, under its own name in the file.
   TSettingsKeyInfo Find(TStringView iSection, TStringView iKey) const;

@@ -2,6 +2,7 @@
 
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -22,6 +23,28 @@ size_t TerminalWidth() {
   if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col < 20) return 79;
   return size.ws_col - size_t{1};
 }
+
+// A terminal that does not show what is typed, for the life of the object. The keys that would stop
+// or end the program and leave the terminal like that do nothing meanwhile; Ctrl+C is noted.
+class THiddenInput {
+ public:
+  THiddenInput() : FChanged(tcgetattr(STDIN_FILENO, &FBefore) == 0) {
+    if (!FChanged) return;
+    termios mode = FBefore;
+    mode.c_lflag &= ~static_cast<tcflag_t>(ECHO | ECHONL);
+    for (const int key : {VQUIT, VSUSP}) mode.c_cc[key] = _POSIX_VDISABLE;
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &mode);
+  }
+  ~THiddenInput() {
+    if (FChanged) tcsetattr(STDIN_FILENO, TCSADRAIN, &FBefore);
+  }
+  THiddenInput(const THiddenInput&) = delete;
+  THiddenInput& operator=(const THiddenInput&) = delete;
+
+ private:
+  termios FBefore = {};
+  const bool FChanged;
+};
 
 }  // namespace
 
@@ -95,6 +118,14 @@ std::optional<TString> TCliTerminal::ReadLine(TStringView iPrompt) {
     }
     FInput.append(bytes, static_cast<size_t>(count));
   }
+}
+
+std::optional<TString> TCliTerminal::ReadSecret(TStringView iPrompt) {
+  if (!FInteractive) return ReadLine({});
+  const THiddenInput hidden;
+  std::optional<TString> line = ReadLine(iPrompt);
+  if (line) Complain(u"");  // the user's Return was not shown either
+  return line;
 }
 
 std::optional<TString> TCliTerminal::TakeLine() {

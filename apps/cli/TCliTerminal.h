@@ -21,6 +21,7 @@ class TCliTerminal : public ICliConsole {
   bool Flush() override;
   bool IsInteractive() const override { return FInteractive; }
   std::optional<TString> ReadLine(TStringView iPrompt) override;
+  std::optional<TString> ReadSecret(TStringView iPrompt) override;
   bool TakeInterrupt() override;
 
  private:

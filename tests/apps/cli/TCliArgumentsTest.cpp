@@ -102,7 +102,7 @@ TEST(TCliArguments, UnknownCommandIsRefusedWithTheNearOnes) {
 TEST(TCliArguments, FamilyAloneIsRefusedWithItsCommands) {
   const std::string refusal = Refusal({u"settings"});
   EXPECT_THAT(refusal, HasSubstr("Was soll \"settings\" tun?"));
-  EXPECT_THAT(refusal, HasSubstr("kaufkobolde-cli settings set ABSCHNITT SCHLÜSSEL WERT"));
+  EXPECT_THAT(refusal, HasSubstr("kaufkobolde-cli settings set ABSCHNITT SCHLÜSSEL [WERT]"));
   EXPECT_THAT(refusal, testing::Not(HasSubstr("category")));
 }
 

@@ -7,6 +7,7 @@
 
 #include "TFakeConsole.h"
 #include "apps/cli/ECliUsage.h"
+#include "host/common/ISecretStore.h"
 #include "host/common/TIniFileSectionBase.h"
 #include "host/common/TIniFileSectionCommunication.h"
 #include "host/common/TKKIniFile.h"
@@ -177,6 +178,114 @@ TEST_F(TCliSettingsTest, ListAsJson) {
                                      {"meaning", "Breite"}}));
   EXPECT_EQ(list[1]["type"], "boolean");
   EXPECT_EQ(list[2]["type"], "string");
+}
+
+class TCliSecretTest : public TCliSettingsTest {
+ protected:
+  TString InFile() const { return File.ReadString(u"Communication", u"SmtpPassword", u""); }
+  static constexpr TStringView cKey = u"SmtpPassword";
+};
+
+TEST_F(TCliSecretTest, ASecretIsSetAndNeverShown) {
+  Run({u"settings", u"set", u"communication", u"smtppassword", u" p4=ss "});
+  EXPECT_EQ(InFile(), u" p4=ss ");
+  EXPECT_EQ(Console.Printed().back(),
+            "SmtpPassword steht jetzt in der Einstellungsdatei, die nur Sie lesen können: " +
+                Folder.Path() + "/test.ini");
+  Run({u"settings", u"get", u"Communication", u"SmtpPassword"});
+  EXPECT_EQ(Console.Printed().back(), "(gesetzt)");
+  Run({u"settings", u"list", u"Communication"});
+  EXPECT_THAT(Console.Printed(), Contains("SmtpPassword=(gesetzt)  (geheim; Vorgabe: ) Kennwort am "
+                                          "Postausgang"));
+  EXPECT_THAT(Console.Printed(), Contains("SmsToken=(leer)  (geheim; Vorgabe) Zugangsschlüssel des "
+                                          "SMS-Dienstes"));
+  Run({u"settings", u"list", u"--json"});
+  EXPECT_THAT(Console.Printed().back(), HasSubstr("\"value\": \"(gesetzt)\""));
+  EXPECT_THAT(Console.Printed(), testing::Each(testing::Not(HasSubstr("p4=ss"))));
+}
+
+TEST_F(TCliSecretTest, WithoutAValueItIsAskedForWithoutShowingIt) {
+  Console.Answer({u"geheim\r"});
+  Run({u"settings", u"set", u"Communication", u"SmtpPassword"});
+  EXPECT_EQ(InFile(), u"geheim");
+  EXPECT_THAT(Console.SecretPrompts(), ElementsAre("Kennwort am Postausgang: "));
+}
+
+TEST_F(TCliSecretTest, NothingEnteredLeavesTheSecretAsItIs) {
+  FileSecretStore().Write(u"Communication", cKey, u"alt");
+  for (const bool ends : {true, false}) {
+    if (!ends) Console.Answer({u""});
+    try {
+      Run({u"settings", u"set", u"Communication", u"SmtpPassword"});
+      ADD_FAILURE() << "taken";
+    } catch (const Exception& e) {
+      EXPECT_EQ(e.Message(),
+                u"Es wurde nichts eingegeben. SmtpPassword bleibt, wie es ist; der Wert \"\" "
+                u"entfernt es.");
+    }
+    EXPECT_EQ(InFile(), u"alt");
+  }
+}
+
+TEST_F(TCliSecretTest, AnEmptyValueTakesTheSecretAway) {
+  FileSecretStore().Write(u"Communication", cKey, u"alt");
+  Run({u"settings", u"set", u"Communication", u"SmtpPassword", u""});
+  EXPECT_FALSE(File.HasKey(u"Communication", cKey));
+  EXPECT_EQ(Console.Printed().back(), "SmtpPassword ist entfernt.");
+}
+
+TEST_F(TCliSecretTest, WhatTheKeyringTakesIsSaidToLieThere) {
+  class TKeyring : public ISecretStore {
+   public:
+    TString Read(TStringView, TStringView) override { return Value; }
+    void Write(TStringView, TStringView, TStringView iValue) override { Value = iValue; }
+    TString Value;
+  } keyring;
+  ISecretStore* const before = SetSecretStore(&keyring);
+  Run({u"settings", u"set", u"Communication", u"SmtpPassword", u"geheim"});
+  SetSecretStore(before);
+  EXPECT_EQ(keyring.Value, u"geheim");
+  EXPECT_EQ(Console.Printed().back(), "SmtpPassword liegt jetzt im Schlüsselbund.");
+}
+
+TEST_F(TCliSettingsTest, OnlyASecretMayBeSetWithoutAValue) {
+  EXPECT_THAT(Refusal({u"settings", u"set", u"Communication", u"EMail"}),
+              testing::AllOf(HasSubstr("Es fehlt der Wert."), HasSubstr("settings set ABSCHNITT")));
+  EXPECT_THAT(Console.Prompts(), testing::IsEmpty());
+}
+
+TEST_F(TCliSettingsTest, AddressesAreCheckedBeforeTheyAreStored) {
+  EXPECT_THAT(Refusal({u"settings", u"set", u"Communication", u"EMail", u"a@b.example, c@d"}),
+              testing::AllOf(HasSubstr("EMail nimmt genau eine E-Mail-Adresse"),
+                             HasSubstr("| EMail: Adresse für Erinnerungen per E-Mail")));
+  for (const TString key : {u"SmtpUrl", u"SmsUrl", u"CalendarUrl"}) {
+    EXPECT_THAT(Refusal({u"settings", u"set", u"Communication", key, u"ftp://x.example"}),
+                HasSubstr(ToUtf8(key) + " nimmt nur"));
+  }
+  EXPECT_EQ(Folder.Names(), std::vector<std::string>{}) << "nothing was written";
+  EXPECT_EQ(Refusal({u"settings", u"set", u"Watchlist", u"SoundFile", u"  x  "}), "accepted");
+  EXPECT_EQ(Get(u"SoundFile"), "  x  ") << "other sections take what they are given";
+}
+
+TEST_F(TCliSettingsTest, AnotherAddressIsToBeConfirmed) {
+  TIniFileSectionCommunication section;
+  Run({u"settings", u"set", u"Communication", u"EMail", u" a@b.example "});
+  EXPECT_THAT(Console.Printed().back(),
+              HasSubstr("a@b.example ist noch nicht bestätigt. \"kaufkobolde-cli settings "
+                        "confirm-email\" schickt einen Code dorthin."));
+  section.SetEMailConfirmed();
+  section.SetEMailCode(u"x");
+  const size_t printed = Console.Printed().size();
+  Run({u"settings", u"set", u"Communication", u"EMail", u"a@b.example"});
+  EXPECT_EQ(Console.Printed().size(), printed) << "the same address stays confirmed";
+  EXPECT_EQ(section.GetEMailCode(), u"x");
+  Run({u"settings", u"set", u"Communication", u"EMail", u"c@d.example"});
+  TString address;
+  EXPECT_FALSE(section.GetEMail(address));
+  EXPECT_EQ(address, u"c@d.example");
+  EXPECT_EQ(section.GetEMailCode(), u"");
+  Run({u"settings", u"set", u"Communication", u"EMail", u""});
+  EXPECT_FALSE(File.HasKey(u"Communication", u"EMail"));
 }
 
 TEST_F(TCliSettingsTest, TheHostsOwnKeysAreThoseThatItsSectionsRead) {

@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -118,6 +120,89 @@ TEST(TCliTerminal, CtrlCLeavesEveryQuestionUntilItIsTaken) {
   EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
   EXPECT_TRUE(world.Terminal.TakeInterrupt());
   EXPECT_EQ(world.Terminal.ReadLine(u""), u"neu");
+}
+
+/// A terminal in the place of stdin; what is typed comes back while it echoes.
+struct THiddenWorld {
+  THiddenWorld() {
+    EXPECT_EQ(openpty(&Ours, &Its, nullptr, nullptr, nullptr), 0);
+    dup2(Its, STDIN_FILENO);
+    fcntl(Ours, F_SETFL, O_NONBLOCK);
+    Terminal.emplace(Interrupt);
+  }
+  ~THiddenWorld() {
+    close(Ours);
+    close(Its);
+  }
+  bool Echoes() const {
+    termios mode = {};
+    tcgetattr(Its, &mode);
+    return (mode.c_lflag & ECHO) != 0;
+  }
+  void Type(const std::string& iText) const { (void)!write(Ours, iText.data(), iText.size()); }
+  std::string Echo() const {
+    char bytes[256];
+    const ssize_t count = read(Ours, bytes, sizeof bytes);
+    return count > 0 ? std::string(bytes, static_cast<size_t>(count)) : std::string();
+  }
+
+  TStandardPipes Pipes;
+  int Ours = -1;
+  int Its = -1;
+  TTestMainLoop Loop;
+  TCliInterrupt Interrupt;
+  std::optional<TCliTerminal> Terminal;
+};
+
+TEST(TCliTerminal, ASecretIsNotShownWhileItIsTyped) {
+  THiddenWorld world;
+  EXPECT_TRUE(world.Echoes());
+  world.Loop.Post([&] {
+    EXPECT_FALSE(world.Echoes());
+    world.Type("geheim\n");
+  });
+  EXPECT_EQ(world.Terminal->ReadSecret(u"Kennwort: "), u"geheim");
+  EXPECT_TRUE(world.Echoes());
+  EXPECT_EQ(world.Echo(), "");
+  EXPECT_EQ(world.Pipes.Take(2), "Kennwort: \n");
+}
+
+TEST(TCliTerminal, CtrlCInASecretLeavesATerminalThatShowsWhatIsTyped) {
+  THiddenWorld world;
+  world.Loop.Post([&] {
+    EXPECT_FALSE(world.Echoes());
+    world.Type("geh");
+    std::raise(SIGINT);
+  });
+  EXPECT_EQ(world.Terminal->ReadSecret(u"Kennwort: "), std::nullopt);
+  EXPECT_TRUE(world.Echoes());
+  EXPECT_TRUE(world.Terminal->TakeInterrupt());
+}
+
+TEST(TCliTerminal, KeysThatWouldEndOrStopTheProgramInASecretDoNothing) {
+  THiddenWorld world;
+  termios before = {};
+  tcgetattr(world.Its, &before);
+  world.Loop.Post([&] {
+    termios mode = {};
+    tcgetattr(world.Its, &mode);
+    EXPECT_EQ(mode.c_cc[VQUIT], _POSIX_VDISABLE);
+    EXPECT_EQ(mode.c_cc[VSUSP], _POSIX_VDISABLE);
+    EXPECT_EQ(mode.c_cc[VINTR], before.c_cc[VINTR]);
+    world.Type("x\n");
+  });
+  EXPECT_EQ(world.Terminal->ReadSecret(u""), u"x");
+  termios after = {};
+  tcgetattr(world.Its, &after);
+  EXPECT_EQ(after.c_cc[VQUIT], before.c_cc[VQUIT]);
+  EXPECT_EQ(after.c_cc[VSUSP], before.c_cc[VSUSP]);
+}
+
+TEST(TCliTerminal, WithoutATerminalASecretIsALineWithoutAPrompt) {
+  TTerminalWorld world;
+  world.Pipes.Type("geheim\nmehr\n");
+  EXPECT_EQ(world.Terminal.ReadSecret(u"Kennwort: "), u"geheim");
+  EXPECT_EQ(world.Pipes.Take(2), "");
 }
 
 TEST(TCliTerminal, OutputThatNobodyReadsIsAFailureAndNoEnd) {

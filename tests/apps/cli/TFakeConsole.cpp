@@ -15,4 +15,9 @@ std::optional<TString> TFakeConsole::ReadLine(TStringView iPrompt) {
   return line;
 }
 
+std::optional<TString> TFakeConsole::ReadSecret(TStringView iPrompt) {
+  FSecretPrompts.push_back(ToUtf8(iPrompt));
+  return ReadLine(iPrompt);
+}
+
 }  // namespace kk

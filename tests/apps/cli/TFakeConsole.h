@@ -19,6 +19,7 @@ class TFakeConsole : public ICliConsole {
   bool Flush() override { return true; }
   bool IsInteractive() const override { return FInteractive; }
   std::optional<TString> ReadLine(TStringView iPrompt) override;
+  std::optional<TString> ReadSecret(TStringView iPrompt) override;
   bool TakeInterrupt() override { return std::exchange(FInterrupted, false); }
 
   /// From now on somebody answers.
@@ -28,6 +29,8 @@ class TFakeConsole : public ICliConsole {
   const std::vector<std::string>& Printed() const { return FPrinted; }
   const std::vector<std::string>& Complained() const { return FComplained; }
   const std::vector<std::string>& Prompts() const { return FPrompts; }
+  /// Those of them that were asked without showing the answer.
+  const std::vector<std::string>& SecretPrompts() const { return FSecretPrompts; }
   const std::vector<std::string>& Progressed() const { return FProgress; }
   /// How many lines of the script nobody has asked for.
   size_t AnswersLeft() const { return FAnswers.size(); }
@@ -39,6 +42,7 @@ class TFakeConsole : public ICliConsole {
   std::vector<std::string> FPrinted;
   std::vector<std::string> FComplained;
   std::vector<std::string> FPrompts;
+  std::vector<std::string> FSecretPrompts;
   std::vector<std::string> FProgress;
 };
 
