@@ -61,7 +61,8 @@ class TOtherThreads : public IRemindThreadFactory {
   IRemindThreadFactory* FBefore;
 };
 
-// A source that tells how many threads slept when it was asked for its results.
+// A source that tells whether a thread slept while it was asked for its results, and how many did
+// when it was to save them.
 class TLoadingSource : public TFakeSource {
  public:
   explicit TLoadingSource(const TTestClock& iClock) : TFakeSource(u"Börse"), FClock(iClock) {}
@@ -69,8 +70,13 @@ class TLoadingSource : public TFakeSource {
     ThreadSlept = FClock.WaitForSleepers(1, std::chrono::milliseconds(Patience));
     return TFakeSource::LoadSearchResults(iStream, iDecodeUTF8);
   }
+  void SaveSearchResults(const IInterfaceList& iList, TStream& ioStream) override {
+    SleepersAtSave = FClock.SleeperCount();
+    TFakeSource::SaveSearchResults(iList, ioStream);
+  }
   int Patience = 0;
   bool ThreadSlept = false;
+  int SleepersAtSave = -1;
 
  private:
   const TTestClock& FClock;
@@ -223,13 +229,18 @@ TEST_F(TRemindLifeCycleTest, TerminateThreadsEndsTheDeliveryAndTheEndStillSaves)
   Stop();
 }
 
-TEST_F(TRemindLifeCycleTest, UninitializeAloneEndsTheThread) {
+TEST_F(TRemindLifeCycleTest, UninitializeEndsTheThreadBeforeItSaves) {
+  Plugin->GetIntegration()->AddIntegration(TIntf<IWatchlistIntegration>(Loading));
   Start(Delivering());
   AddReminder(u"danach.wav", 10);
+  Item(Unassigned(), Loading, u"Aktie");
+  Record(Loading).SetChangedItems(true);
+  Record(Loading).SetChangedSearchResults(true);
   DeliverAll();
-  Clock.StopSleeping();
+  const auto timer = Loop.StartTimer(1, [this] { Clock.Advance(1000); });
   Plugin->Uninitialize();
-  EXPECT_EQ(RemindThreadFactory(), nullptr);
+  Loop.StopTimer(timer);
+  EXPECT_EQ(Loading->SleepersAtSave, 0);
   Plugin = nullptr;
   Start(Silent());
   EXPECT_THAT(Reminders(), ElementsAre("danach.wav"));

@@ -96,7 +96,9 @@ TEST_F(TWatchlistReminderCommandsTest, ReminderIsSetUpFromTheDefaultSettings) {
 TEST_F(TWatchlistReminderCommandsTest, ResultsWithoutAFutureEndGetNone) {
   TWatchlistItem& now = Item(Books, Auction, u"Jetzt", Now());
   Remind(Ended);
-  Form->Reminders().AutoEnableReminder(true, *Results({&Ended, &Offer, &now}));
+  for (const bool showEditor : {true, false}) {
+    Form->Reminders().AutoEnableReminder(showEditor, *Results({&Ended, &Offer, &now}));
+  }
   EXPECT_THAT(Reminded(), ElementsAre("Vorbei")) << "nothing was changed";
   EXPECT_THAT(Log.Lines(), IsEmpty());
 }
@@ -163,7 +165,7 @@ TEST_F(TWatchlistReminderCommandsTest, OneResultGetsItsReminderWithoutAQuestion)
 }
 
 TEST_F(TWatchlistReminderCommandsTest, EndedOnesOfSeveralAreDroppedBeforeTheQuestion) {
-  const TIntf<IInterfaceList> results = Results({&Faust, &Ended, &Emma});
+  const TIntf<IInterfaceList> results = Results({&Faust, &Ended, &Ended, &Emma});
   User.Expect<TfrmKKCommonMessageDlg>([](TfrmKKCommonMessageDlg& form) {
     EXPECT_EQ(form.lblText.Caption(), cEditTwo);
     EXPECT_EQ(form.btnYes.Caption(), u"&Ja, alle bearbeiten");
@@ -173,7 +175,7 @@ TEST_F(TWatchlistReminderCommandsTest, EndedOnesOfSeveralAreDroppedBeforeTheQues
     form.btnNo.Click();
   });
   Add(results);
-  EXPECT_EQ(results->GetCount(), 2) << "the caller's list has lost the ended one";
+  EXPECT_EQ(results->GetCount(), 2) << "the caller's list has lost the ended ones";
   EXPECT_THAT(Reminded(), IsEmpty());
   EXPECT_THAT(Auction->ViewCalls(), IsEmpty());
   EXPECT_THAT(View.Calls, IsEmpty());
@@ -182,6 +184,11 @@ TEST_F(TWatchlistReminderCommandsTest, EndedOnesOfSeveralAreDroppedBeforeTheQues
   Add(results);
   EXPECT_THAT(Reminded(), ElementsAre("Faust", "Emma"));
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust", "RefreshResult Emma"));
+}
+
+TEST_F(TWatchlistReminderCommandsTest, ThreeResultsOfWhichOneHasEndedGiveAQuestionForTwo) {
+  User.ExpectQuestion(cEditTwo, false);
+  Add(Results({&Ended, &Faust, &Emma}));
 }
 
 TEST_F(TWatchlistReminderCommandsTest, OneResultThatHasEndedDoesNothingAndAsksNothing) {

@@ -238,7 +238,7 @@ TEST_F(TfrmKKWatchlistTest, SectionThatIsGoneHearsNothing) {
 // Adding with a first refresh.
 
 TEST_F(TfrmKKWatchlistTest, AddedResultBecomesAnItemAndIsSaved) {
-  Add(Books, u"Faust");
+  Add(Books, u"Faust", Now().PlusMs(TDateTime::cMsPerHour));
   EXPECT_TRUE(Form->FormAddProgress().Visible());
   EXPECT_EQ(Form->FormAddProgress().Parent(), Form.get());
   EXPECT_FALSE(Folder.Has(cWatchlistFileName));
@@ -248,7 +248,7 @@ TEST_F(TfrmKKWatchlistTest, AddedResultBecomesAnItemAndIsSaved) {
   EXPECT_TRUE(Folder.Has(cWatchlistFileName));
   EXPECT_FALSE(Form->FormAddProgress().Visible());
   EXPECT_THAT(View.Calls, ElementsAre("Build keep", "Progress of updater"));
-  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0) << "no reminder unless the setting says so";
 }
 
 TEST_F(TfrmKKWatchlistTest, AddedResultsAreKeptUntilTheNextAdd) {
