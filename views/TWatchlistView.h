@@ -38,12 +38,12 @@ class TWatchlistView {
   virtual void RefreshCurrentSearchResultIfEquals(const TIntf<ISearchResult>& /*iResult*/) {}
   virtual void RepaintNode(TWatchlistItem& /*iItem*/) {}
 
-  /// A reminder is being delivered and has left the list: the row of the result with this id in the
-  /// tab on show, if it stands there; other tabs paint theirs when they are next filled.
+  /// A reminder is being delivered and has left the list. Its mark goes from the row of the result
+  /// with this id, if that stands in the tab on show (the other tabs paint theirs when they are
+  /// next filled), and from the side bar, if it shows that result. Failures are swallowed; after
+  /// one of the side bar, this shows no result.
   virtual void RefreshRowOfReminder(const TGuid& /*iResultId*/) {}
-  /// The same for the side bar, if it shows that result.
   virtual void RefreshDetailsOfReminder(const TGuid& /*iResultId*/) {}
-  /// The side bar could not show that and shows no result now.
   virtual void ShowNoResult() {}
 
   /// The queues of the sources: Sender is the updater, or none.

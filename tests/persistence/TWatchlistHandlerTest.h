@@ -15,6 +15,7 @@
 #include "persistence/IWatchlistHandlerSite.h"
 #include "persistence/TWatchlistHandler.h"
 #include "reminders/TRemindHandler.h"
+#include "tests/support/TFakeApplication.h"
 
 namespace kk {
 
@@ -26,12 +27,6 @@ inline constexpr char cCatchAll[] = "<Keiner Kategorie zugewiesen>\n";
 class TFakeColumns : public TInterfaced<IAdditionalColumns> {
  public:
   TIntf<IInterfaceList> GetColumns() const override { return NewInterfaceList(); }
-};
-
-class TFakeApplication : public TInterfaced<IApplication> {
- public:
-  void SectionClosed() override {}
-  bool ShowNotificationWindow(TForm*) override { return false; }
 };
 
 template <class... Interfaces>

@@ -408,6 +408,9 @@ TEST_F(TfrmKKWatchlistTest, WithoutAViewNothingIsShownAndAllWorks) {
   Form->Categories().DoMoveCategory(&Books, clocks);
   Form->BuildCategoriesTree(true);
   TWatchlistItem& emma = Item(Books, Auction, u"Emma");
+  Deliver(emma);
+  Form->Reminders().DoTabReminderAdd(Auction, Results({&emma}));
+  Form->Reminders().DoTabReminderDelete(false, Auction, Results({&emma}));
   User.ExpectQuestion(u"Soll der markierte Eintrag wirklich gelöscht werden?", true);
   EXPECT_TRUE(Form->Items().DeleteItem(emma));
   EXPECT_EQ(Tree().GetItems(0).GetItemCount(true), 0);
