@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <future>
+#include <map>
 
 #include "TThreadWorld.h"
 
@@ -117,16 +118,14 @@ TEST_F(TThreadRemindTest, TellsTheSectionOnTheMainThreadBeforeDelivery) {
   EXPECT_THAT(Witness.Notes(), ElementsAre("view", "notifier Uhr"));
 }
 
-TEST_F(TThreadRemindTest, PlaysAndMailsOnItsOwnThread) {
-  std::atomic<bool> onMainThread{false};
-  SoundOutput.During = Mail.During = [&] {
-    if (Loop.IsMainThread()) onMainThread = true;
-  };
-  Lst().Add(Reminder(Sound(), EMail()));
+TEST_F(TThreadRemindTest, PlaysAndMailsOnItsOwnThreadAndShowsWindowsOnTheMainOne) {
+  const auto note = [this] { Witness.Note(Loop.IsMainThread() ? "main" : "own"); };
+  SoundOutput.During = Mail.During = Notifier.During = note;
+  Lst().Add(Reminder(Sound(), EMail(), Window()));
   Start();
   UntilAsleep();
-  EXPECT_THAT(Witness.Notes(), ElementsAre("sound a.wav", "mail ich@example.org"));
-  EXPECT_FALSE(onMainThread);
+  EXPECT_THAT(Witness.Notes(), ElementsAre("sound a.wav", "own", "mail ich@example.org", "own",
+                                           "notifier Uhr", "main"));
 }
 
 TEST_F(TThreadRemindTest, ASoundThatFailsDoesNotKeepTheNextRemindersBack) {
@@ -202,19 +201,6 @@ TEST_F(TThreadRemindTest, WhatBecameDueWhileTheMachineSleptFiresOnce) {
 }
 
 // The end.
-
-TEST_F(TThreadRemindTest, TheEndTakesEffectWhenThePauseIsOver) {
-  Start();
-  UntilAsleep();
-  auto end = std::async(std::launch::async, [this] {
-    // Nobody wakes the thread before its time; the main thread waits in EndThread meanwhile.
-    while (Clock.SleeperCount() == 1) Clock.Advance(100);
-  });
-  Handler.EndThread();
-  end.get();
-  EXPECT_EQ(Clock.SteadyMs(), 1000);
-  EXPECT_EQ(Clock.SleeperCount(), 0);
-}
 
 TEST_F(TThreadRemindTest, EndsWhileItWaitsForTheMainThread) {
   Listen();
@@ -305,14 +291,16 @@ class TThreadRemindOnItsOwnTest : public testing::Test, public TThreadWorld {
   TThreadRemind* FThread = nullptr;
 };
 
-TEST_F(TThreadRemindOnItsOwnTest, TellsItsEndOnTheMainThreadAsTheLastThing) {
+TEST_F(TThreadRemindOnItsOwnTest, TellsItsEndOnTheMainThreadWhenThePauseIsOver) {
   StartAlone();
   UntilAsleep();
   Host = nullptr;
   FThread->Terminate();
+  Clock.Advance(999);
   Loop.ProcessMessages();
+  EXPECT_EQ(Clock.SleeperCount(), 1) << "nothing wakes the thread before its time";
   EXPECT_THAT(Witness.Notes(), IsEmpty());
-  Clock.Advance(1000);
+  Clock.Advance(1);
   Until([this] { return FThread == nullptr; });
   EXPECT_THAT(Witness.Notes(), ElementsAre("host freed", "terminated"));
 }
@@ -335,6 +323,7 @@ TEST_F(TThreadRemindOnItsOwnTest, AReminderThatWasTakenOutWhenTheEndComesIsLost)
   started.set_value();
   Until([this] { return FThread == nullptr; });
   EXPECT_THAT(Witness.Notes(), ElementsAre("freed", "terminated")) << "undelivered, as required";
+  EXPECT_THAT(Log.Lines(), IsEmpty());
   EXPECT_EQ(FList.Count(), 0) << "the next save no longer holds it";
 }
 
