@@ -30,10 +30,10 @@ class TfrmMSNPopUpBase : public TForm {
   void PopUp();
   /// It stands on the screen, and the wait begins. No effect if it does so already.
   void MakeVisible();
-  /// The display period is over, or the host wants it to go: it goes if its close check lets it.
-  virtual void MakeInvisible();
   /// Whether it may close at this moment; every way of closing asks. The base has no objection.
   virtual bool CanClose() { return true; }
+  /// The display period is over, or the host wants it to go: it goes if its close check lets it.
+  virtual void MakeInvisible();
   /// The address that it leads to; empty if there is none.
   virtual TString Link() const { return {}; }
 
