@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "host/base/TDelegate.h"
 #include "host/base/TGuid.h"
 #include "host/base/TObject.h"
@@ -24,6 +26,9 @@ struct TNotification {
   TString Text;      ///< below the caption; may be empty
   TString Caption;   ///< what it is about
   TNotifyNotifierCallback OnClick;
+  /// Told once, on the main thread, how it was shown: true by the desktop, false in another way.
+  /// Not told any more while the program ends.
+  std::function<void(bool iByDesktop)> OnShown = nullptr;
 };
 
 /// What shows notifications; the host installs one. Main thread.
@@ -36,6 +41,8 @@ class INotifier {
 };
 /// Installs a notifier, which is borrowed, and answers the one before; null is none.
 INotifier* SetNotifier(INotifier* iNotifier);
+/// The installed notifier. Raises Exception if there is none.
+INotifier& Notifier();
 
 /// The door to the host's notifier.
 class TfrmKKCommonNotifier {
