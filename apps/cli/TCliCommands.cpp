@@ -13,6 +13,7 @@
 #include "apps/cli/TCliShop.h"
 #include "apps/cli/TCliShow.h"
 #include "apps/cli/TCliStructure.h"
+#include "apps/cli/TCliTest.h"
 #include "apps/cli/TerminalText.h"
 
 namespace kk {
@@ -38,7 +39,8 @@ bool ShowList(TCliContext& ioContext, const TCliArguments& iCall) {
 }  // namespace
 
 bool TCliCommands::NeedsList(const TCliArguments& iCall) {
-  return iCall.Command == nullptr || !TCliSettings::Knows(*iCall.Command);
+  return iCall.Command == nullptr ||
+         (!TCliSettings::Knows(*iCall.Command) && !TCliTest::Knows(*iCall.Command));
 }
 
 bool TCliCommands::ChangesList(const TCliArguments& iCall) {
@@ -53,6 +55,7 @@ bool TCliCommands::Run(TCliContext& ioContext, const TCliArguments& iCall) {
     TCliSettings(ioContext.Console, ioContext.Plugins.SettingsKeys()).Run(iCall);
     return true;
   }
+  if (TCliTest::Knows(*iCall.Command)) return TCliTest(ioContext).Run(iCall);
   if (TCliStructure::Knows(*iCall.Command)) return TCliStructure(ioContext).Run(iCall);
   const TStringView name = iCall.Command->Name;
   if (name == u"add") return TCliAdd(ioContext).Run(iCall);

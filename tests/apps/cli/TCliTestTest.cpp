@@ -1,0 +1,289 @@
+#include "apps/cli/TCliTest.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "TCliWorld.h"
+#include "host/base/Exception.h"
+#include "host/base/TInstalled.h"
+#include "host/common/PlaySound.h"
+#include "host/common/TFileHelper.h"
+#include "host/common/TIniFileSectionCommunication.h"
+#include "host/common/TKKCommonEmail.h"
+#include "host/common/TKKCommonSms.h"
+#include "host/common/TKKIniFile.h"
+#include "host/common/TOutlook.h"
+#include "host/controls/TfrmKKCommonNotifier.h"
+#include "tests/support/TTempFolder.h"
+#include "tests/support/TTestClock.h"
+
+namespace kk {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Everything behind the doors: each records what it is asked and answers as it is told.
+class TFakeWays : public ISoundPlayer,
+                  public IEmailSender,
+                  public ISmsSender,
+                  public IOutlookFactory,
+                  public INotifier {
+ public:
+  bool Play(TStringView iFileName) override {
+    Calls.push_back("play " + ToUtf8(iFileName));
+    errno = Error;
+    return Plays;
+  }
+  bool Send(const TEmail&, TString&) override { return false; }
+  bool SendNow(const TEmail& iEmail, TString& oError) override {
+    Calls.push_back("mail " + ToUtf8(iEmail.Recipient) + ": " + ToUtf8(iEmail.Subject));
+    Mail = iEmail;
+    oError = Failure;
+    return Failure.empty();
+  }
+  bool Send(TStringView iMessage, TStringView iNumber, TDateTime iWhen, TSMSResult& oResult,
+            TString& oErrorText) override {
+    Calls.push_back("sms " + ToUtf8(iNumber) + ": " + ToUtf8(iMessage) + " at " +
+                    ToUtf8(DateTimeToIso(iWhen)));
+    oResult = Failure.empty() ? TSMSResult::srOk : TSMSResult::srNoCredit;
+    oErrorText = Failure;
+    return Failure.empty();
+  }
+  std::unique_ptr<TOutlook> Create() override;
+  void Display(const TNotification& iNotification) override {
+    Calls.push_back("show " + ToUtf8(iNotification.Caption));
+    Position = iNotification.Position;
+    if (!Failure.empty()) throw Exception(Failure);
+    if (ByDesktop) MainLoop().Post([this, iNotification] { iNotification.OnShown(*ByDesktop); });
+  }
+
+  std::vector<std::string> Calls;
+  bool Plays = true;
+  int Error = 0;
+  TString Failure;
+  TEmail Mail;
+  std::optional<bool> ByDesktop;
+  TWindowPosition Position = TWindowPosition::wpPopUp;
+  bool Deletes = true;
+  TString DeleteFailure;
+};
+
+class TFakeCalendar : public TOutlook {
+ public:
+  explicit TFakeCalendar(TFakeWays& ioWays) : FWays(ioWays) {}
+  TString AddAppointment(TStringView iSubject, TStringView, TStringView, int iFlag,
+                         TDateTime iStart, int iCount) override {
+    if (!FWays.Failure.empty()) throw Exception(FWays.Failure);
+    FWays.Calls.push_back("enter " + ToUtf8(iSubject) + " at " + ToUtf8(DateTimeToIso(iStart)) +
+                          " " + std::to_string(iFlag) + std::to_string(iCount));
+    return u"id-1";
+  }
+  bool DeleteAppointment(TStringView iEntryId) override {
+    FWays.Calls.push_back("delete " + ToUtf8(iEntryId));
+    if (!FWays.DeleteFailure.empty()) throw Exception(FWays.DeleteFailure);
+    return FWays.Deletes;
+  }
+
+ private:
+  TFakeWays& FWays;
+};
+
+std::unique_ptr<TOutlook> TFakeWays::Create() { return std::make_unique<TFakeCalendar>(*this); }
+
+class TCliTestTest : public testing::Test {
+ protected:
+  void Set(TStringView iKey, TStringView iValue) {
+    File.WriteString(u"Communication", iKey, iValue);
+  }
+  bool Run(std::initializer_list<TString> iWords) {
+    return TCliTest(World.Context).Run(TCliArguments::Parse(std::vector<TString>(iWords)));
+  }
+  std::string Failure(std::initializer_list<TString> iWords) {
+    try {
+      return Run(iWords) ? "done" : "given up";
+    } catch (const Exception& e) {
+      return ToUtf8(e.Message());
+    }
+  }
+  const std::vector<std::string>& Printed() { return World.Console.Printed(); }
+
+  TTempFolder Folder{true};
+  TKKIniFile File{Folder.File(u"test.ini")};
+  TInstalled<TKKIniFile> FileInstalled{&SetIniFile, &File};
+  TTestClock Clock;
+  TCliWorld World;
+  TFakeWays Ways;
+  TInstalled<ISoundPlayer> SoundInstalled{&SetSoundPlayer, &Ways};
+  TInstalled<IEmailSender> MailInstalled{&SetEmailSender, &Ways};
+  TInstalled<ISmsSender> SmsInstalled{&SetSmsSender, &Ways};
+  TInstalled<IOutlookFactory> CalendarInstalled{&SetOutlookFactory, &Ways};
+  TInstalled<INotifier> NotifierInstalled{&SetNotifier, &Ways};
+};
+
+TEST_F(TCliTestTest, OnlyItsOwnCommandsAreKnown) {
+  for (const TCliCommandInfo& command : CliCommands()) {
+    EXPECT_EQ(TCliTest::Knows(command), command.Name.find(u"test ") == 0);
+  }
+}
+
+TEST_F(TCliTestTest, TheSoundOfTheSettingsIsPlayed) {
+  Folder.Write(u"ton.wav", "x");
+  File.WriteString(u"Watchlist", u"SoundFile", Folder.File(u"ton.wav"));
+  EXPECT_TRUE(Run({u"test", u"sound"}));
+  EXPECT_THAT(Ways.Calls, ElementsAre("play " + Folder.Path() + "/ton.wav"));
+  EXPECT_THAT(Printed(), ElementsAre("Der Ton ist abgespielt: " + Folder.Path() + "/ton.wav"));
+}
+
+TEST_F(TCliTestTest, WithoutASettingTheSoundIsTheProgramsOwn) {
+  EXPECT_EQ(Failure({u"test", u"sound"}),
+            "Die Tondatei gibt es nicht: " + ToUtf8(TFileHelper::GetLocalFileName(u"remind.wav")));
+  EXPECT_THAT(Ways.Calls, IsEmpty());
+}
+
+TEST_F(TCliTestTest, AnotherSoundMayBeNamed) {
+  Folder.Write(u"neu.wav", "x");
+  EXPECT_TRUE(Run({u"test", u"sound", u"--sound", Folder.File(u"neu.wav")}));
+  EXPECT_THAT(Ways.Calls, ElementsAre("play " + Folder.Path() + "/neu.wav"));
+}
+
+TEST_F(TCliTestTest, ASoundThatIsNotPlayedIsToldWithTheReason) {
+  Folder.Write(u"neu.wav", "x");
+  Ways.Plays = false;
+  Ways.Error = EACCES;
+  EXPECT_EQ(Failure({u"test", u"sound", u"--sound", Folder.File(u"neu.wav")}),
+            "Der Ton wurde nicht abgespielt (Zugriff verweigert): " + Folder.Path() + "/neu.wav");
+  EXPECT_THAT(Printed(), IsEmpty());
+}
+
+TEST_F(TCliTestTest, AMailGoesToTheConfirmedAddress) {
+  Set(u"EMail", u"a@b.example");
+  Set(u"EMailConfirmed", u"1");
+  EXPECT_TRUE(Run({u"test", u"email"}));
+  EXPECT_THAT(Ways.Calls, ElementsAre("mail a@b.example: Kaufkobolde 7.0 - Test"));
+  EXPECT_EQ(Ways.Mail.SenderAddress, u"a@b.example");
+  EXPECT_THAT(ToUtf8(Ways.Mail.Body), HasSubstr("mit Kaufkobolde 7.0"));
+  EXPECT_THAT(Printed(), ElementsAre("Der Postausgang hat die E-Mail an a@b.example angenommen."));
+}
+
+TEST_F(TCliTestTest, AMailToAnAddressThatIsNotConfirmedGoesOutAndSaysSo) {
+  Set(u"EMail", u"a@b.example");
+  EXPECT_TRUE(Run({u"test", u"email"}));
+  EXPECT_EQ(Ways.Calls.size(), 1u);
+  EXPECT_EQ(Printed().back(),
+            "Die Adresse ist noch nicht bestätigt; vorher gehen keine Erinnerungen dorthin. "
+            "\"kaufkobolde-cli settings confirm-email\" schickt einen Code.");
+}
+
+TEST_F(TCliTestTest, AMailThatFailsIsToldWithTheReason) {
+  Set(u"EMail", u"a@b.example");
+  Ways.Failure = u"Der Server schweigt";
+  EXPECT_EQ(Failure({u"test", u"email"}), "Die E-Mail wurde nicht verschickt: Der Server schweigt");
+  EXPECT_THAT(Printed(), IsEmpty());
+}
+
+TEST_F(TCliTestTest, WithoutAnAddressOrANumberTheWayToOneIsTold) {
+  EXPECT_EQ(Failure({u"test", u"email"}),
+            "Es ist noch keine E-Mail-Adresse eingestellt. Das geht mit \"kaufkobolde-cli settings "
+            "set Communication EMail ...\".");
+  EXPECT_EQ(Failure({u"test", u"sms", u"--yes"}),
+            "Es ist noch keine Rufnummer eingestellt. Das geht mit \"kaufkobolde-cli settings set "
+            "Communication SMS ...\".");
+  EXPECT_THAT(Ways.Calls, IsEmpty());
+}
+
+TEST_F(TCliTestTest, AnSmsIsAskedForBecauseItMayCostMoney) {
+  Set(u"SMS", u"+49170");
+  World.Console.Answer({u"2"});
+  EXPECT_EQ(Failure({u"test", u"sms"}), "given up");
+  EXPECT_THAT(World.Console.Complained(),
+              Contains("Jetzt eine SMS an +49170 schicken? Das kann Geld kosten."));
+  EXPECT_EQ(World.Console.Complained().back(),
+            "Es wurde keine SMS verschickt. Mit --yes wird nicht gefragt.");
+  EXPECT_THAT(Ways.Calls, IsEmpty());
+  World.Console.Answer({u"1"});
+  EXPECT_TRUE(Run({u"test", u"sms"}));
+  EXPECT_THAT(Ways.Calls, ElementsAre("sms +49170: Kaufkobolde 7.0 - Test at 2026-11-20T18:30:00"));
+}
+
+TEST_F(TCliTestTest, WhereNobodyCanAnswerNoSmsIsSent) {
+  Set(u"SMS", u"+49170");
+  EXPECT_EQ(Failure({u"test", u"sms"}), "given up");
+  EXPECT_THAT(Ways.Calls, IsEmpty());
+}
+
+TEST_F(TCliTestTest, WithYesAnSmsIsSentAndItsFailureTold) {
+  Set(u"SMS", u"+49170");
+  World.Forms.SetYesToAll(true);
+  EXPECT_TRUE(Run({u"test", u"sms", u"--yes"}));
+  EXPECT_THAT(Printed(), ElementsAre("Der SMS-Dienst hat die SMS an +49170 angenommen."));
+  Ways.Failure = u"Kein Guthaben";
+  EXPECT_EQ(Failure({u"test", u"sms", u"--yes"}),
+            "Die SMS wurde nicht verschickt: (4) Kein Guthaben");
+}
+
+TEST_F(TCliTestTest, AnAppointmentIsEnteredAheadAndDeletedAgain) {
+  EXPECT_TRUE(Run({u"test", u"calendar"}));
+  EXPECT_THAT(Ways.Calls,
+              ElementsAre("enter Kaufkobolde 7.0 at 2026-11-20T18:45:00 01", "delete id-1"));
+  EXPECT_EQ(Printed().back(), "Und wieder gelöscht. Der Kalender funktioniert.");
+  EXPECT_THAT(Printed().front(), HasSubstr("Eingetragen für "));
+}
+
+TEST_F(TCliTestTest, AnAppointmentThatStaysIsTold) {
+  Ways.Deletes = false;
+  EXPECT_EQ(Failure({u"test", u"calendar"}),
+            "Der Termin ließ sich nicht wieder löschen: Er ist nicht mehr da. Bitte sehen Sie im "
+            "Kalender nach.");
+  Ways.DeleteFailure = u"Der Kalender schweigt";
+  EXPECT_EQ(Failure({u"test", u"calendar"}),
+            "Der Termin ließ sich nicht wieder löschen: Der Kalender schweigt. Bitte sehen Sie im "
+            "Kalender nach.");
+}
+
+TEST_F(TCliTestTest, ACalendarThatRefusesIsTold) {
+  Ways.Failure = u"Kein Kalender";
+  EXPECT_EQ(Failure({u"test", u"calendar"}), "Kein Kalender");
+}
+
+TEST_F(TCliTestTest, ANotificationIsWaitedForUntilItIsShown) {
+  Set(u"NotifierPosition", u"1");
+  Ways.ByDesktop = true;
+  EXPECT_TRUE(Run({u"test", u"notifier"}));
+  EXPECT_THAT(Ways.Calls, ElementsAre("show Kaufkobolde 7.0 - Test"));
+  EXPECT_EQ(Ways.Position, TWindowPosition::wpDesktopLasting);
+  EXPECT_THAT(Printed(), ElementsAre("Der Desktop hat die Benachrichtigung gezeigt."));
+}
+
+TEST_F(TCliTestTest, ANotificationThatTheDesktopDoesNotShowIsTold) {
+  Ways.ByDesktop = false;
+  EXPECT_TRUE(Run({u"test", u"notifier"}));
+  EXPECT_EQ(Ways.Position, TWindowPosition::wpDesktop);
+  EXPECT_THAT(Printed(),
+              ElementsAre("Der Desktop zeigt keine Benachrichtigungen; sie steht im Terminal."));
+}
+
+TEST_F(TCliTestTest, AnyOtherPositionIsTheTerminal) {
+  for (const TStringView position : {u"2", u"7", u"-1"}) {
+    Set(u"NotifierPosition", position);
+    EXPECT_TRUE(Run({u"test", u"notifier"}));
+    EXPECT_THAT(Printed(), Contains(HasSubstr("Erinnerung: Kaufkobolde 7.0 - Test")));
+    EXPECT_EQ(Printed().back(),
+              "Das Meldungsfenster ist im Terminal gezeigt (NotifierPosition 2).");
+  }
+  EXPECT_THAT(Ways.Calls, IsEmpty());
+}
+
+TEST_F(TCliTestTest, TheWaitForANotificationCanBeGivenUp) {
+  World.Console.Interrupt();
+  EXPECT_EQ(Failure({u"test", u"notifier"}), "Abgebrochen.");
+  Ways.Failure = u"Kein Bus";
+  EXPECT_EQ(Failure({u"test", u"notifier"}), "Kein Bus");
+}
+
+}  // namespace
+}  // namespace kk
