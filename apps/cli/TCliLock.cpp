@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "host/base/Exception.h"
 #include "host/common/TFileWriter.h"
 
 namespace kk {
@@ -35,7 +34,7 @@ TCliLock::TCliLock(TStringView iFolder) {
   if (cause != EWOULDBLOCK) {
     ThrowFileError(u"Der Ordner \"%s\" lässt sich nicht sperren: %s", folder, cause);
   }
-  throw Exception(Format(
+  throw ECliBusy(Format(
       u"Die Beobachtenliste in \"%s\" ist gerade in einem anderen Aufruf offen. Bitte warten, "
       u"bis er fertig ist.",
       {iFolder}));

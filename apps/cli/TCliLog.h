@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <mutex>
 
 #include "host/base/Log.h"
 
@@ -29,12 +30,33 @@ class TCliLog : public ILogSink {
   bool HasErrors() const { return FHasErrors; }
   void ForgetErrors() { FHasErrors = false; }
 
+  /// Tells a caller, too, of what goes wrong with his command, for as long as it lives: of all
+  /// errors but those of reminders that are delivered meanwhile. One at a time.
+  class TTelling {
+   public:
+    /// Both are borrowed.
+    TTelling(TCliLog& ioLog, ICliConsole& ioConsole);
+    ~TTelling();
+    TTelling(const TTelling&) = delete;
+    TTelling& operator=(const TTelling&) = delete;
+    /// Whether there was any.
+    bool HasErrors() const;
+
+   private:
+    TCliLog& FLog;
+  };
+
  private:
+  void TellCaller(TStringView iSender, TStringView iText);
+
   ICliConsole& FConsole;
   ILogSink* FBefore;
   std::atomic<bool> FHasErrors{false};
   std::atomic<bool> FFollows{false};
   std::atomic<int> FSteps{0};
+  mutable std::mutex FMutex;  ///< over the caller
+  ICliConsole* FCaller = nullptr;
+  bool FCallerHasErrors = false;
 };
 
 }  // namespace kk

@@ -121,6 +121,10 @@ void TCliPlugins::TerminateThreads() {
   }
 }
 
+void TCliPlugins::LeaveWork() {
+  if (!DeliversReminders()) TerminateThreads();
+}
+
 int TCliPlugins::ThreadCount() const {
   int result = 0;
   for (const TIntf<IPlugin>& plugin : FInitialized) {

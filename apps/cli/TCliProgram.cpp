@@ -6,11 +6,13 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "apps/cli/TCliClient.h"
 #include "apps/cli/TCliCommands.h"
 #include "apps/cli/TCliInterrupt.h"
 #include "apps/cli/TCliSession.h"
 #include "apps/cli/TCliTerminal.h"
 #include "apps/cli/TerminalText.h"
+#include "host/common/TFileHelper.h"
 #include "host/common/TVersionHelper.h"
 
 namespace kk {
@@ -32,6 +34,18 @@ TCliExit RunSession(ICliConsole& ioConsole, const TCliArguments& iCall) {
       ioConsole, [&] { return Run(session, iCall) ? TCliExit::ceDone : TCliExit::ceFailed; });
   session.End();
   return exit == TCliExit::ceDone && session.HasErrors() ? TCliExit::ceFailed : exit;
+}
+
+// Another process has the folder. If it is one that stays, it answers the call.
+TCliExit RunElsewhere(ICliConsole& ioConsole, const TCliArguments& iCall,
+                      const std::vector<TString>& iWords, const ECliBusy& iBusy) {
+  TCliClient client(ioConsole, HostFolders().Data);
+  if (!client.IsConnected()) throw Exception(iBusy.Message());
+  if (iCall.IsCommand(u"run")) {
+    throw Exception(Format(u"\"kaufkobolde-cli run\" läuft für \"%s\" schon.",
+                           {ForTerminal(HostFolders().Data)}));
+  }
+  return static_cast<TCliExit>(client.Run(iWords));
 }
 
 // The demonstration leaves the user's own list alone.
@@ -58,7 +72,11 @@ TCliExit RunCall(ICliConsole& ioConsole, const std::vector<std::string>& iArgume
     return TCliExit::ceDone;
   }
   GiveDemoAFolder(call);
-  return RunSession(ioConsole, call);
+  try {
+    return RunSession(ioConsole, call);
+  } catch (const ECliBusy& e) {
+    return RunElsewhere(ioConsole, call, words, e);
+  }
 }
 
 // A standard file that is closed would be the next file to be opened, and what is printed would go

@@ -1,5 +1,6 @@
 #include "apps/cli/TCliRun.h"
 
+#include "apps/cli/TCliCaller.h"
 #include "apps/cli/TCliReminderText.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/TMainLoop.h"
@@ -20,16 +21,12 @@ constexpr auto cBetweenSaves = std::chrono::seconds(3);
 void TCliRun::Run() {
   FLog.Follow();
   TCliDue due(FContext);
+  TCliServer server(FFolder, MainLoop());
   TellWhatStands(due);
-  int steps = 0;
-  TTime nextLook;
-  while (!FContext.Console.TakeInterrupt()) {
+  while (!MustEnd()) {
     MainLoop().ProcessMessages();
-    if (FLog.Steps() != steps && TSteady::now() >= nextLook) {
-      steps = FLog.Steps();
-      due.Look();
-      nextLook = TSteady::now() + cBetweenLooks;
-    }
+    AnswerCallers(server);
+    Look(due);
     SaveIfChanged();
     FContext.Console.Flush();
     MainLoop().WaitForMessage(cTurnMs);
@@ -37,6 +34,26 @@ void TCliRun::Run() {
   due.Look();
   FContext.Console.Print(u"Wird beendet.");
   FContext.Console.Flush();
+}
+
+bool TCliRun::MustEnd() { return FEnds || FContext.Console.TakeInterrupt(); }
+
+void TCliRun::AnswerCallers(TCliServer& ioServer) {
+  while (!FEnds) {
+    const auto peer = ioServer.TakeCaller();
+    if (!peer) return;
+    TCliCaller caller(FContext, FLog, *peer);
+    caller.Execute();
+    FEnds = caller.HostEnds();
+  }
+}
+
+void TCliRun::Look(TCliDue& ioDue) {
+  const int steps = FLog.Steps();
+  if (steps == FSteps || TSteady::now() < FNextLook) return;
+  FSteps = steps;
+  ioDue.Look();
+  FNextLook = TSteady::now() + cBetweenLooks;
 }
 
 void TCliRun::TellWhatStands(const TCliDue& iDue) {

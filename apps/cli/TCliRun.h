@@ -4,25 +4,35 @@
 
 #include "apps/cli/TCliDue.h"
 #include "apps/cli/TCliLog.h"
+#include "apps/cli/TCliServer.h"
 
 namespace kk {
 
 /// "run": stays until Ctrl+C or a request to end, while the watch list delivers its reminders. It
-/// tells of each one, and writes the file soon after.
+/// tells of each one, and writes the file soon after. Calls of other processes on the same data are
+/// answered meanwhile, one at a time.
 class TCliRun {
  public:
-  /// Both are borrowed.
-  TCliRun(TCliContext& ioContext, TCliLog& ioLog) : FContext(ioContext), FLog(ioLog) {}
+  /// iFolder: of the data; the process has its lock. The others are borrowed.
+  TCliRun(TCliContext& ioContext, TCliLog& ioLog, TStringView iFolder)
+      : FContext(ioContext), FLog(ioLog), FFolder(iFolder) {}
   void Run();
 
  private:
   using TTime = std::chrono::steady_clock::time_point;
 
   void TellWhatStands(const TCliDue& iDue);
+  bool MustEnd();
+  void AnswerCallers(TCliServer& ioServer);
+  void Look(TCliDue& ioDue);
   void SaveIfChanged();
 
   TCliContext& FContext;
   TCliLog& FLog;
+  const TString FFolder;
+  bool FEnds = false;
+  int FSteps = 0;
+  TTime FNextLook;
   TTime FNextSave;
 };
 

@@ -34,7 +34,7 @@ bool TCliUpdates::Wait(TStringView iProgress, const std::function<void(const TEn
     if (!going) break;
     FContext.Console.Progress(Format(u"%s (%d offen)", {iProgress, list.OpenUpdates()}));
     if (FContext.Console.TakeInterrupt()) {
-      FContext.Plugins.TerminateThreads();
+      FContext.Plugins.LeaveWork();
       FContext.Console.Complain(u"Abgebrochen.");
       return false;
     }

@@ -7,6 +7,7 @@
 #include "apps/cli/TCliPopUps.h"
 #include "host/controls/TLabel.h"
 #include "host/controls/TfrmMSNPopUpBase.h"
+#include "tests/support/TTempFolder.h"
 #include "tests/support/TTestClock.h"
 
 namespace kk {
@@ -28,11 +29,12 @@ class TCliRunTest : public testing::Test {
       World.Loop.Post([this] { World.Console.Interrupt(); });
     });
     TCliLog log(World.Console);
-    TCliRun(World.Context, log).Run();
+    TCliRun(World.Context, log, FromUtf8(Data.Path())).Run();
   }
   std::string Now() { return ToUtf8(DateTimeToStr(Clock.Now())); }
 
   TTestClock Clock;
+  TTempFolder Data;
   TCliWorld World;
 };
 

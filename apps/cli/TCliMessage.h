@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/base/TString.h"
+
+namespace kk {
+
+/// What a call and the process that stays tell each other: one JSON object (RFC 8259, UTF-8) on
+/// each line.
+struct TCliMessage {
+  enum class TKind {
+    // From the call.
+    Call,        ///< Words are its arguments, Folder where it was made; the first, and only once
+    Line,        ///< Text is what was entered
+    EndOfInput,  ///< nobody will enter anything any more
+    Interrupt,   ///< Ctrl+C, or a request to end
+    // To the call.
+    Print,
+    Complain,
+    Progress,
+    Ask,        ///< Text is the prompt; a Line or EndOfInput is waited for
+    AskSecret,  ///< the same for what nobody shall see
+    Exit        ///< the last one
+  };
+  /// Of the two sides; a call of another version is refused.
+  static constexpr int cVersion = 1;
+
+  TKind Kind = TKind::Exit;
+  TString Text;
+  // Of a call.
+  int Version = cVersion;
+  std::vector<TString> Words;
+  TString Folder;  ///< full path
+  bool IsInteractive = false;
+  int ExitCode = 0;  ///< of an Exit
+
+  /// The line, with its end.
+  std::string ToLine() const;
+  /// Takes a line without its end. Nothing if it is none of these messages.
+  static std::optional<TCliMessage> FromLine(std::string_view iLine);
+};
+
+}  // namespace kk

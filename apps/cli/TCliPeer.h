@@ -1,0 +1,66 @@
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <mutex>
+
+#include "apps/cli/TCliMessage.h"
+#include "apps/cli/TCliSocket.h"
+
+namespace kk {
+
+/// One caller of the process that stays. The thread of the server moves bytes, the main thread
+/// reads and writes messages; neither waits for the other.
+class TCliPeer {
+ public:
+  using TTime = std::chrono::steady_clock::time_point;
+  /// iWake tells the server's thread that there is something to send. Any thread calls it.
+  TCliPeer(TCliSocket ioSocket, std::function<void()> iWake);
+  TCliPeer(const TCliPeer&) = delete;
+  TCliPeer& operator=(const TCliPeer&) = delete;
+
+  // Any thread.
+  /// Its arguments; they stand from the moment when the server hands it out.
+  const TCliMessage& Call() const { return FCall; }
+  void Send(const TCliMessage& iMessage);
+  /// The last message; the line is closed behind it.
+  void SendExit(int iCode);
+  /// A Line or an EndOfInput that has come since the last question; nothing if there is none.
+  std::optional<TCliMessage> TakeAnswer();
+  void ForgetAnswers();
+  /// Whether the caller has interrupted since the last time.
+  bool TakeInterrupt();
+  bool IsInterrupted() const;
+  bool IsGone() const;
+
+  // The server's thread.
+  int Descriptor() const { return FSocket.Descriptor(); }
+  bool HasOutput() const;
+  /// False when the caller is done with, whatever the reason. oCalled: the call has come just now.
+  bool Move(bool iCanRead, bool iCanWrite, bool& oCalled);
+  /// Whether it has been silent for too long without a call.
+  bool IsLate(TTime iNow) const { return !FHasCalled && iNow > FCallDeadline; }
+  void HangUp();
+
+ private:
+  bool Receive(bool& oCalled);
+  bool Take(const std::string& iLine, bool& oCalled);
+  bool SendWhatGoes();
+
+  TCliSocket FSocket;  ///< the server's thread alone
+  const std::function<void()> FWake;
+  const TTime FCallDeadline;
+  TCliMessage FCall;
+  bool FHasCalled = false;    ///< the server's thread alone
+  std::string FInput;         ///< the server's thread alone
+  mutable std::mutex FMutex;  ///< over all below
+  std::deque<std::string> FOutput;
+  size_t FSent = 0;  ///< of the first
+  std::deque<TCliMessage> FAnswers;
+  bool FInterrupted = false;
+  bool FExited = false;
+  bool FGone = false;
+};
+
+}  // namespace kk
