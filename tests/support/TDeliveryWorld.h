@@ -1,11 +1,28 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "host/common/TQueueMainLoop.h"
 #include "tests/support/TScriptedFormHost.h"
 #include "tests/support/TTempFolder.h"
 #include "tests/support/TTestIniFile.h"
 
 namespace kk {
+
+/// While it lives, no window comes, not even one that waits for work.
+class TNoWindows : public IFormHost {
+ public:
+  TNoWindows() : FBefore(SetFormHost(this)) {}
+  ~TNoWindows() override { SetFormHost(FBefore); }
+  void ShowModal(TForm& ioForm) override {
+    ADD_FAILURE() << "nobody expected the window " << ToUtf8(ioForm.Caption());
+    FBefore->ShowModal(ioForm);
+  }
+  bool ShowOpenDialog(TOpenDialog& ioDialog) override { return FBefore->ShowOpenDialog(ioDialog); }
+
+ private:
+  IFormHost* FBefore;
+};
 
 /// What a real delivery finds around it in a test: a main loop that takes what other threads post,
 /// the settings in a folder of their own, and a user in front of the windows.

@@ -85,7 +85,7 @@ TString TCalDavOutlook::AddAppointment(TStringView iSubject, TStringView iBody,
   }
   unanswered = appointment;
   TfrmKKCommonWait::Run(u"Der Termin wird eingetragen...",
-                        [&](const std::stop_token& stop) { Put(appointment, stop); });
+                        [&](const std::stop_token& iStop) { Put(appointment, iStop); });
   unanswered.reset();
   return FromUtf8(FCollection + appointment.FileName());
 }
@@ -98,8 +98,8 @@ bool TCalDavOutlook::DeleteAppointment(TStringView iEntryId) {
   const TStringView fileName = iEntryId.substr(collection.size());
   if (!TAppointment::IsFileName(fileName)) return false;
   bool deleted = false;
-  TfrmKKCommonWait::Run(u"Der Termin wird gelöscht...", [&](const std::stop_token& stop) {
-    deleted = Remove(ToUtf8(fileName), stop);
+  TfrmKKCommonWait::Run(u"Der Termin wird gelöscht...", [&](const std::stop_token& iStop) {
+    deleted = Remove(ToUtf8(fileName), iStop);
   });
   return deleted;
 }

@@ -137,7 +137,7 @@ bool TSmsGateway::Send(TStringView iMessage, TStringView iNumber, TDateTime iWhe
   const TSmsMessage message(iMessage, iNumber, iWhen);
   if (!FStop.stop_requested()) {
     TfrmKKCommonWait::Run(u"Die SMS wird dem SMS-Dienst übergeben...",
-                          [&](const std::stop_token& stop) { outcome = Deliver(message, stop); });
+                          [&](const std::stop_token& iStop) { outcome = Deliver(message, iStop); });
   }
   oResult = outcome.Result;
   oErrorText = outcome.ErrorText;

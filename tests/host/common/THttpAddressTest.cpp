@@ -45,6 +45,7 @@ TEST(THttpAddress, ThisMachineIsKnownByItsAddressesAndNotByNamesThatLookAlike) {
   EXPECT_TRUE(IsLoopback("http://[::1]:5232/"));
   EXPECT_FALSE(IsLoopback("http://127.0.0.1.example/"));
   EXPECT_FALSE(IsLoopback("http://localhost.example/"));
+  EXPECT_FALSE(IsLoopback("http://126.0.0.1/"));
   EXPECT_FALSE(IsLoopback("http://128.0.0.1/"));
   EXPECT_FALSE(IsLoopback("http://[::2]/"));
 }

@@ -27,7 +27,9 @@ class TFrozenNameServer {
     std::unique_lock lock(FMutex);
     FAsked = true;
     FChanged.notify_all();
-    FChanged.wait_for(lock, std::chrono::seconds(60), [this] { return FReleased; });
+    // Whoever waits for it until it gives up, waits too long.
+    FChanged.wait_for(lock, std::chrono::seconds(20), [this] { return FReleased; });
+    FReleased = true;
   }
   bool WaitUntilAsked() {
     std::unique_lock lock(FMutex);
@@ -75,15 +77,23 @@ TEST_F(THttpSessionTest, AsksAndWaits) {
 }
 
 TEST_F(THttpSessionTest, EitherStopEndsWhatIsUnderWay) {
-  const TRawTestServer silent("", TRawTestServer::TMode::moSilent);
   for (std::stop_source* stop : {&FStop, &FOther}) {
-    *stop = std::stop_source();
+    std::promise<void> asked;
+    std::promise<void> over;
+    THttpTestServer server;
+    server.Routes().Get("/p", [&](const httplib::Request&, httplib::Response&) {
+      asked.set_value();
+      over.get_future().wait_for(std::chrono::seconds(20));
+    });
+    server.Start();
     auto answer = std::async(std::launch::async, [&] {
       return THttpSession(FClient, 60000, FStop.get_token(), FOther.get_token())
-          .Fetch(Request(silent.Address("/")));
+          .Fetch(Request(server.Address("/p")));
     });
+    asked.get_future().wait();
     stop->request_stop();
     const THttpResponse response = answer.get();
+    over.set_value();
     EXPECT_TRUE(response.Cancelled);
     EXPECT_EQ(response.Failure, u"Abgebrochen");
     *stop = std::stop_source();
@@ -128,9 +138,21 @@ TEST_F(THttpSessionTest, ALostAnswerIsAskedForOnceMoreAndOnlyOnce) {
   bool repeated = false;
   EXPECT_TRUE(session.FetchRepeatable(Request(nothing.Address("/")), &repeated).Lost);
   EXPECT_TRUE(repeated);
-  EXPECT_EQ(session.FetchRepeatable(Request(RefusedAddress()), &repeated).Failure,
+  EXPECT_EQ(nothing.Received().size(), 2u);
+}
+
+TEST_F(THttpSessionTest, AllOtherEndsAreNotRepeated) {
+  THttpSession session(FClient, 30000, FStop.get_token());
+  const TRawTestServer failing("HTTP/1.1 500 Oh\r\nContent-Length: 0\r\n\r\n");
+  const TRawTestServer cut("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nabc");
+  for (const TRawTestServer* server : {&failing, &cut}) {
+    bool repeated = true;
+    session.FetchRepeatable(Request(server->Address("/")), &repeated);
+    EXPECT_FALSE(repeated);
+    EXPECT_EQ(server->Received().size(), 1u);
+  }
+  EXPECT_EQ(session.FetchRepeatable(Request(RefusedAddress())).Failure,
             u"Die Verbindung wurde abgelehnt");
-  EXPECT_FALSE(repeated);
 }
 
 TEST_F(THttpSessionTest, AStopAndTheEndOfTheClientDoNotWaitForANameServer) {

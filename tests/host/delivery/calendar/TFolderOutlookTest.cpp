@@ -98,6 +98,7 @@ TEST_F(TFolderOutlookTest, AfterAStopNothingIsWrittenOrDeleted) {
   const TString entryId = Add();
   const auto outlook = CreateOutlook();
   FFactory.Stop();
+  const TNoWindows noWindows;
   const std::string ended = "Abgebrochen, das Programm wird beendet";
   EXPECT_EQ(FailureOf([&] { outlook->AddAppointment(u"a", u"b", u"c", 0, cStart, 1); }), ended);
   EXPECT_EQ(FailureOf([&] { outlook->DeleteAppointment(entryId); }), ended);
