@@ -23,6 +23,11 @@ class TFrozenNameServer {
     static auto* const server = new TFrozenNameServer;  // threads may be in it to the very end
     return *server;
   }
+  void Freeze() {
+    const std::lock_guard lock(FMutex);
+    FAsked = false;
+    FReleased = false;
+  }
   void Answer() {
     std::unique_lock lock(FMutex);
     FAsked = true;
@@ -156,6 +161,7 @@ TEST_F(THttpSessionTest, AllOtherEndsAreNotRepeated) {
 }
 
 TEST_F(THttpSessionTest, AStopAndTheEndOfTheClientDoNotWaitForANameServer) {
+  TFrozenNameServer::Get().Freeze();
   auto client = std::make_unique<THttpClient>();
   auto answer = std::async(std::launch::async, [&] {
     return THttpSession(*client, 60000, FStop.get_token())
