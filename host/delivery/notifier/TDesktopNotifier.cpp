@@ -176,6 +176,7 @@ void TDesktopNotifier::TWorker::Begin(TNotificationService& ioService) {
 void TDesktopNotifier::TWorker::Settle(TNotificationService& ioService) {
   switch (ioService.State()) {
     case TNotificationService::TState::nsShown:
+      PostShown();
       FCurrent.reset();
       FDeadline = TClock::time_point::max();
       break;
@@ -225,7 +226,7 @@ void TDesktopNotifier::TWorker::PostShown() {
   if (!FCurrent->Notification.OnShown) return;
   const std::lock_guard lock(FMutex);
   if (FIsStopped) return;
-  FLoop->Post([self = shared_from_this(), tell = FCurrent->Notification.OnShown] {
+  FLoop->Post([self = shared_from_this(), tell = std::move(FCurrent->Notification.OnShown)] {
     if (!self->IsStopped()) tell(true);
   });
 }

@@ -507,6 +507,30 @@ TEST_F(TDesktopNotifierTest, WithoutASessionTheFallbackShowsIt) {
   EXPECT_TRUE(WaitForFallback(1));
 }
 
+TEST_F(TDesktopNotifierTest, WhoAsksIsToldOnTheMainThreadHowItWasShown) {
+  MakeNotifier();
+  std::vector<std::string> told;
+  const auto tell = [&](TStringView iCaption) {
+    TNotification notification = Named(iCaption);
+    notification.OnShown = [this, &told, name = ToUtf8(iCaption)](bool iByDesktop) {
+      EXPECT_TRUE(FLoop.IsMainThread());
+      told.push_back(name + (iByDesktop ? " by the desktop" : " in another way"));
+    };
+    return notification;
+  };
+  Show(tell(u"Vase"));
+  EXPECT_TRUE(RunUntil([&] { return told.size() == 1; }));
+  StartService();
+  Show(tell(u"Krug"));
+  EXPECT_TRUE(RunUntil([&] { return told.size() == 2; }));
+  Show(tell(u"Lampe"));
+  FLoop.WaitForMessage(20000);
+  FNotifier->Stop();
+  Turn();
+  EXPECT_THAT(told, ElementsAre("Vase in another way", "Krug by the desktop"));
+  EXPECT_THAT(FFallen, ElementsAre("Vase"));
+}
+
 TEST_F(TDesktopNotifierTest, InstalledItIsBehindTheDoorOfTheHost) {
   StartService();
   MakeNotifier();
@@ -517,6 +541,23 @@ TEST_F(TDesktopNotifierTest, InstalledItIsBehindTheDoorOfTheHost) {
   const json call = NextCall();
   EXPECT_EQ(call["summary"], "Erinnerung: Lampe");
   EXPECT_EQ(call["body"], "");
+}
+
+TEST_F(TDesktopNotifierTest, WhoAskedIsToldOnTheMainThreadHowItWasShown) {
+  StartService();
+  MakeNotifier();
+  std::vector<bool> told;
+  TNotification lamp = Lamp();
+  lamp.OnShown = [&](bool iByDesktop) {
+    EXPECT_TRUE(FLoop.IsMainThread());
+    told.push_back(iByDesktop);
+  };
+  Show(lamp);
+  EXPECT_TRUE(RunUntil([&] { return told.size() == 1; }));
+  FService->Stop();
+  Show(lamp);
+  EXPECT_TRUE(RunUntil([&] { return told.size() == 2; }));
+  EXPECT_THAT(told, ElementsAre(true, false));
 }
 
 }  // namespace

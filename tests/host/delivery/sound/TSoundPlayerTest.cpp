@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
@@ -165,6 +166,22 @@ TEST_F(TSoundPlayerTest, ASoundServerThatIsGoneInTheMiddleOfASoundIsAFailure) {
             LineFor("ton.wav", "Die Tonausgabe wurde unterbrochen ("));
 }
 
+TEST_F(TSoundPlayerTest, AFileThatIsCutOffWhileItIsPlayedAtARealSoundServerIsAFailure) {
+  TSoundServer server;
+  TSoundPlayer player({.Environment = server.Environment()});
+  const TString file = Tone({.Frames = 44100 * 20});
+  server.StartRecording();
+  TPlayed played;
+  std::thread playing([&] { played = Play(player, file); });
+  server.WaitForSound();
+  EXPECT_EQ(truncate(ToUtf8(file).c_str(), 44100), 0);
+  playing.join();
+  EXPECT_FALSE(played.Done);
+  EXPECT_EQ(played.Error, ENODATA);
+  const std::string begin = LineFor("ton.wav", "Von 882000 Abtastwerten ließen sich nur ");
+  EXPECT_EQ(LastLine().substr(0, begin.size()), begin);
+}
+
 TEST_F(TSoundPlayerTest, WithoutASoundServerTheReasonIsToldAtOnce) {
   TSoundPlayer player(NoServer());
   const TPlayed played = Play(player, Tone({.Frames = 44100 * 60}));
@@ -298,7 +315,7 @@ TEST_F(TSoundPlayerTest, TheProgramInheritsNoHandlesNoBlockedSignalsAndASessionO
   pthread_sigmask(SIG_BLOCK, &blocked, &before);
   TSoundPlayer player(
       Script("cd \"$(dirname $1)\"; echo 5\n"
-             "grep SigBlk /proc/$$/status > signals\n"
+             "grep SigBlk /proc/self/status > signals\n"
              "ls -l /proc/$$/fd > handles; cut -d' ' -f6 /proc/$$/stat > session\n"
              "echo $$ > own"));
   EXPECT_TRUE(player.Play(FFolder.File(u"x.wav")));
