@@ -24,7 +24,7 @@ TForm* TControl::Form() {
 
 bool TControl::CanUse() const {
   for (const TControl* control = this; control != nullptr; control = control->FParent) {
-    if (!control->FEnabled || !control->FVisible) return false;
+    if (!control->TakesInput()) return false;
   }
   return true;
 }

@@ -57,7 +57,8 @@ class TControl : public TObject {
   void SetEnabled(bool iEnabled) { SetValue(FEnabled, iEnabled); }
   bool Visible() const { return FVisible; }
   void SetVisible(bool iVisible) { SetValue(FVisible, iVisible); }
-  /// Whether a user reaches it: it and everything that it stands in are enabled and visible.
+  /// Whether a user reaches it: it and everything that it stands in are enabled and visible, and
+  /// its window is not behind another modal one.
   bool CanUse() const;
   /// Whether it takes the room that its row or column has left.
   bool Stretches() const { return FStretches; }
@@ -95,6 +96,8 @@ class TControl : public TObject {
   /// be used; the form then sees whether it has ended. The control may die in the function.
   template <class Function>
   bool AsUser(Function&& iFunction);
+  /// Whether input reaches it and what stands in it, as far as it lies with this control.
+  virtual bool TakesInput() const { return FEnabled && FVisible; }
   /// What the control does with a key by itself; true if it used it.
   virtual bool UseKey(char16_t /*iKey*/) { return false; }
   void SetParent(TControl* iParent);

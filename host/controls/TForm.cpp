@@ -1,8 +1,17 @@
 #include "host/controls/TForm.h"
 
+#include <utility>
+
 #include "host/base/TMainLoop.h"
 
 namespace kk {
+
+namespace {
+
+// The one in front: modal windows end in the reverse order of their start.
+TForm* frontModal = nullptr;
+
+}  // namespace
 
 TForm::TForm(TForm* iOwner, TStringView iName, TStringView iCaption)
     : TPanel(nullptr, iName, iCaption), FOwner(iOwner), FSelf(std::make_shared<TForm*>(this)) {
@@ -23,8 +32,12 @@ bool TForm::SetFocusedControl(TControl* iControl) {
 int TForm::ShowModal() {
   struct TModal {
     TForm& Form;
-    explicit TModal(TForm& ioForm) : Form(ioForm) { Form.FModal = true; }
+    TForm* Behind;
+    explicit TModal(TForm& ioForm) : Form(ioForm), Behind(std::exchange(frontModal, &ioForm)) {
+      Form.FModal = true;
+    }
     ~TModal() {
+      frontModal = Behind;
       Form.FModal = false;
       Form.SetVisible(false);
     }
@@ -34,6 +47,8 @@ int TForm::ShowModal() {
   if (!EndModalIfDone()) FormHost().ShowModal(*this);
   return FModalResult;
 }
+
+bool TForm::TakesInput() const { return TControl::TakesInput() && (!FModal || frontModal == this); }
 
 bool TForm::EndModalIfDone() {
   if (!FModal) return true;

@@ -37,7 +37,8 @@ class TForm : public TPanel {
 
   /// Shows it through the form host and returns its modal result when it has ended.
   int ShowModal();
-  /// True from the start of ShowModal to its end.
+  /// True from the start of ShowModal to its end. While it shows another modal window, from its
+  /// close check for example, no input reaches it.
   bool IsModal() const { return FModal; }
   int ModalResult() const { return FModalResult; }
   /// A modal window with a result ends when the running action of the user, or turn of the loop, is
@@ -59,6 +60,7 @@ class TForm : public TPanel {
   void PostUserMessage(int iMessage);
 
  protected:
+  bool TakesInput() const override;
   /// A message of PostUserMessage has come.
   virtual void UserMessage(int /*iMessage*/) {}
 

@@ -173,6 +173,42 @@ TEST(TForm, TheCloseCheckIsNotAskedAgainWhileItIsAsked) {
   EXPECT_EQ(onQuery.Count, 1);
 }
 
+TEST(TForm, NoInputReachesItWhileItShowsAnotherModalWindow) {
+  TScriptedFormHost user;
+  TDialog form;
+  TDialog other;
+  TShownForm beside;
+  TEdit edtBeside(&beside);
+  TEventCounter onQuery;
+  onQuery.OnEvent = [&] { EXPECT_EQ(other.ShowModal(), cModalCancel); };
+  form.SetOnCloseQuery(onQuery.CloseQueryEvent());
+  user.Expect<TDialog>([](TDialog& shown) { shown.btnOK.Click(); });
+  user.Expect<TDialog>([&](TDialog& shown) {
+    EXPECT_FALSE(form.btnOK.Click());
+    EXPECT_FALSE(form.btnCancel.Click());
+    EXPECT_FALSE(form.CloseByUser());
+    EXPECT_FALSE(form.edtName.EnterText(u"neu"));
+    EXPECT_FALSE(form.edtName.PressKey(cKeyEscape));
+    EXPECT_TRUE(edtBeside.EnterText(u"neu")) << "a window that is not modal";
+    EXPECT_TRUE(shown.btnCancel.Click());
+  });
+  EXPECT_EQ(form.ShowModal(), cModalOK);
+  EXPECT_EQ(onQuery.Count, 1);
+}
+
+TEST(TForm, TakesInputAgainWhenTheModalWindowInFrontHasEnded) {
+  TScriptedFormHost user;
+  TDialog form;
+  TDialog other;
+  user.Expect<TDialog>([&](TDialog& shown) {
+    user.Expect<TDialog>([](TDialog& inner) { inner.btnOK.Click(); });
+    EXPECT_EQ(other.ShowModal(), cModalOK);
+    EXPECT_TRUE(shown.edtName.EnterText(u"neu"));
+    EXPECT_TRUE(shown.btnCancel.Click());
+  });
+  EXPECT_EQ(form.ShowModal(), cModalCancel);
+}
+
 TEST(TForm, ACloseCheckThatFailsKeepsItOpen) {
   TScriptedFormHost user;
   TDialog form;
