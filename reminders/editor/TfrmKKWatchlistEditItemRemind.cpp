@@ -26,6 +26,7 @@ namespace kk {
 namespace {
 
 constexpr TStringView cStoring = u"TfrmKKWatchlistEditItemRemind (settings)";
+constexpr TStringView cDefaults = u"TfrmKKWatchlistEditItemRemind (defaults)";
 constexpr int cChosenTimePanel = 1;
 constexpr int cSecondsPerDay = 24 * 60 * 60;
 
@@ -110,8 +111,8 @@ bool TfrmKKWatchlistEditItemRemind::DisplayWithoutDisplaying(TForm* iOwner,
   TfrmKKWatchlistEditItemRemind form(iOwner, ioLst);
   form.SetDataFromDefaultSettings();
   // As required, without a check of the sound file, and the editor's last state becomes these
-  // defaults.
-  form.GetData();
+  // defaults. A source that fails here stops nothing, as a step that fails.
+  Guarded(cDefaults, [&form] { form.GetData(); });
   for (TRemindItemForEdit* item : ioLst) {
     if (Now() > form.GetDateTime(*item)) item->SetRemindTime({});
   }
@@ -268,7 +269,12 @@ TDateTime TfrmKKWatchlistEditItemRemind::GetDateTime(const TRemindItemForEdit& i
 
 void TfrmKKWatchlistEditItemRemind::FormCloseQuery(TObject* /*Sender*/, bool& ioCanClose) {
   if (ModalResult() != cModalOK) return;
-  ioCanClose = CheckSoundFile() && CheckTimes() && CheckEMail() && CheckSms() && GetData();
+  try {
+    ioCanClose = CheckSoundFile() && CheckTimes() && CheckEMail() && CheckSms() && GetData();
+  } catch (const std::exception& e) {  // a source whose texts can't be had, for example
+    LogException(_resLoggingSenderRemind, e);
+    ioCanClose = Refuse(Trim(MessageOf(e)));
+  }
 }
 
 bool TfrmKKWatchlistEditItemRemind::CheckSoundFile() {

@@ -20,10 +20,12 @@ namespace kk {
 class TfrmKKWatchlistEditItemRemind final : public TfrmKKCommonBase {
  public:
   /// Modal; true for OK. The list is private to the caller. After a cancel its reminders can be
-  /// changed as well: a step that failed leaves those before it as they have become.
+  /// changed as well: a step that failed leaves those before it as they have become. What a source
+  /// raises is told to the user, and the window stays open.
   static bool Display(TForm* iOwner, TLstRemindItemForEdit& ioLst);
   /// The same with the default settings and without a window; true. A reminder whose time would be
-  /// past gets the time 0. Failures of the services still show their messages.
+  /// past gets the time 0. A source that raises ends the setting up; those behind it stay as they
+  /// were.
   static bool DisplayWithoutDisplaying(TForm* iOwner, TLstRemindItemForEdit& ioLst);
 
   /// Enters an appointment, local time, and keeps its entry id in the details. False on failure,

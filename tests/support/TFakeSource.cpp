@@ -90,6 +90,7 @@ class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
                                        const TIntf<ISearchResult>& iResult) override {
     const std::string kind = std::to_string(iKind);
     Note("GetReminderText " + kind + " " + ToUtf8(iResult->GetName()));
+    if (!FSource->FReminderTextFailure.empty()) throw Exception(FSource->FReminderTextFailure);
     if (!FSource->FReminderTexts) return {};
     return MakeIntf<TFakeReminderText>(iResult->GetName(), FromUtf8(kind));
   }

@@ -90,6 +90,8 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   /// Whether its view has texts for reminders; so at first: for the kind 2 of an article "Uhr" the
   /// caption "Uhr", the text "Text 2: Uhr" and the link "https://fake.test/2/Uhr".
   void SetReminderTexts(bool iHasSome) { FReminderTexts = iHasSome; }
+  /// What the view raises when it is asked for such texts; empty for nothing.
+  void SetReminderTextFailure(TStringView iMessage) { FReminderTextFailure = iMessage; }
 
  protected:
   bool QueryDelegated(const TGuid& iIid, void** oInterface) override;
@@ -105,6 +107,7 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   TString FLoadFailure;
   TString FSaveFailure;
   TString FViewFailure;
+  TString FReminderTextFailure;
   bool FLastDecodeUTF8 = false;
   bool FAnswersAtOnce = false;
   bool FReminderTexts = true;

@@ -110,6 +110,21 @@ TEST_F(DisplayWithoutDisplaying, TheSoundOfTheFirstReminderTicksTheBoxForAll) {
   EXPECT_EQ(DetailsOf(FLst.GetItems(1))[0], "TRemindDetailsSound /a.wav");
 }
 
+TEST_F(DisplayWithoutDisplaying, ASourceThatFailsLeavesTheRemindersAsTheyWere) {
+  TRemindItemForEdit& old = Add();
+  old.LstDetails().Add(std::make_unique<TRemindDetailsEMail>(u"A", u"B", u"C"));
+  old.SetRemindTypes({rtEmail});
+  old.SetRemindTime(In(7));
+  TRemindItemForEdit& fresh = Add();
+  FSource->SetReminderTextFailure(u"Quelle kaputt");
+  Run();
+  EXPECT_EQ(old.RemindTypes(), TRemindTypes{rtEmail});
+  EXPECT_THAT(DetailsOf(old), ElementsAre("TRemindDetailsEMail A|B|C"));
+  EXPECT_EQ(old.RemindTime(), In(7));
+  EXPECT_TRUE(fresh.RemindTime().IsZero()) << "so the caller adds none";
+  EXPECT_THAT(FLog.DebugLines(), ElementsAre(testing::HasSubstr("Quelle kaputt")));
+}
+
 TEST_F(DisplayWithoutDisplaying, MakesTheDefaultsTheStateUsedLast) {
   Add();
   Store(u"RemindType", u"4");

@@ -66,6 +66,39 @@ TEST_F(EditorSms, IsTriedAgainWithASecondOK) {
   EXPECT_EQ(FSms.Sent.size(), 2u);
 }
 
+// --- the wait for a service ---
+
+// A service that is waited for in a modal window, in which the user does this.
+class TSlowSms : public TFakeSms {
+ public:
+  bool Send(TStringView iMessage, TStringView iNumber, TDateTime iWhen, TSMSResult& oResult,
+            TString& oErrorText) override {
+    TfrmMessageDlg(u"Bitte warten", TMsgDlgType::mtInformation, {TMsgDlgBtn::mbOK}).ShowModal();
+    return TFakeSms::Send(iMessage, iNumber, iWhen, oResult, oErrorText);
+  }
+};
+
+TEST_F(EditorSms, WhileTheServiceIsWaitedForNothingCanBeDoneInTheEditor) {
+  TSlowSms sms;
+  TRemindItemForEdit& item = Add();
+  TEditor* editor = nullptr;
+  EXPECT_TRUE(EditAndAccept([&](TEditor& form) {
+    ChooseSms(form);
+    editor = &form;
+    FHost.Expect<TfrmMessageDlg>([&](TfrmMessageDlg& wait) {
+      EXPECT_FALSE(editor->btnOK.Click());
+      EXPECT_FALSE(editor->btnCancel.Click());
+      EXPECT_FALSE(editor->CloseByUser());
+      EXPECT_FALSE(editor->cmbxRemindType.Select(ekWindow));
+      EXPECT_FALSE(editor->cmbxTimeRelative.Select(0));
+      wait.Button(TMsgDlgBtn::mbOK)->Click();
+    });
+  }));
+  EXPECT_EQ(sms.Sent.size(), 1u);
+  EXPECT_EQ(item.RemindTypes(), TRemindTypes{rtSMS});
+  EXPECT_EQ(ToUtf8(DateTimeToIso(item.RemindTime())), cTime);
+}
+
 TEST_F(EditorSms, IsNotSentAgainWhenItsTimeChanges) {
   TRemindItemForEdit& item = Add();
   EXPECT_TRUE(EditAndAccept(ChooseSms));

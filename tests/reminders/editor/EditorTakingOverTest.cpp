@@ -338,6 +338,28 @@ TEST_F(EditorTakingOver, ASecondOKGoesOnFromTheNewState) {
   EXPECT_EQ(FLst.GetItems(1).RemindTypes(), TRemindTypes{rtOutlook});
 }
 
+TEST_F(EditorTakingOver, ASourceThatFailsIsToldAndTheEditorStaysOpen) {
+  TRemindItemForEdit& item = Add();
+  SetUpEMail();
+  StoreHost(u"SMS", u"+49170");
+  FSource->SetReminderTextFailure(u"  Quelle kaputt ");
+  EXPECT_TRUE(Edit([&](TEditor& form) {
+    for (const int kind : {ekWindow, ekEMail, ekSMS, ekOutlook}) {
+      form.cmbxRemindType.Select(kind);
+      ExpectRefusal(form, u"Quelle kaputt");
+      EXPECT_TRUE(FLog.Contains("exception Watchlist-Reminder:   Quelle kaputt "));
+      FLog.Clear();
+      EXPECT_TRUE(item.RemindTypes().IsEmpty());
+      EXPECT_TRUE(item.RemindTime().IsZero());
+    }
+    form.cmbxRemindType.Select(ekSound);
+    form.btnOK.Click();
+  })) << "another kind is still there for the user";
+  EXPECT_THAT(DetailsOf(item), ElementsAre(SoundLine()));
+  EXPECT_THAT(FSms.Sent, IsEmpty());
+  EXPECT_THAT(FCalendar.Calls, IsEmpty());
+}
+
 TEST_F(EditorTakingOver, TheStepsComeInTheirOrderAndStopAtTheFirstFailure) {
   // Nothing makes such a reminder; it shows the order by what a failed message leaves standing.
   TRemindItemForEdit& item = Add();
