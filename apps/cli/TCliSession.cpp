@@ -51,7 +51,8 @@ TCliSession::TCliSession(ICliConsole& ioConsole, const TCliArguments& iCall)
       FForms(ioConsole),
       FFormsInstalled(&SetFormHost, &FForms),
       FPopUps(ioConsole),
-      FContext{ioConsole, FForms, FPlugins} {
+      FDeliveries([this](const TNotification& iNotification) { FPopUps.Show(iNotification); }),
+      FContext{ioConsole, FForms, FPlugins, &FDeliveries} {
   FForms.SetYesToAll(iCall.Yes);
   LoadPackages();
 }
@@ -111,12 +112,14 @@ void TCliSession::Stay() {
   FStays = true;
   FPlugins.DeliverReminders(
       [this](std::unique_ptr<TForm> iForm) { FPopUps.Show(std::move(iForm)); });
+  FDeliveries.StartOutbox();
   Start();
-  TCliRun(FContext, *FLog).Run();
+  TCliRun(FContext, *FLog, HostFolders().Data).Run();
 }
 
 void TCliSession::End() {
   if (!FLog) return;
+  FDeliveries.Stop();
   FPlugins.TerminateThreads();
   const auto last = std::chrono::steady_clock::now() + cLongestEnd;
   while (FPlugins.ThreadCount() > 0 && std::chrono::steady_clock::now() < last) {

@@ -7,10 +7,12 @@
 #include "apps/cli/TCliLock.h"
 #include "apps/cli/TCliLog.h"
 #include "apps/cli/TCliPopUps.h"
+#include "host/base/TInstalled.h"
 #include "host/common/TKKIniFile.h"
 #include "host/common/TLogFile.h"
 #include "host/common/TPackageLoader.h"
 #include "host/common/TQueueMainLoop.h"
+#include "host/delivery/TDeliveries.h"
 
 namespace kk {
 
@@ -40,20 +42,6 @@ class TCliSession {
   bool HasErrors() const { return FHasErrors; }
 
  private:
-  /// Puts a service of this session into its place in the process, for its own life.
-  template <class T>
-  class TInstalled {
-   public:
-    TInstalled(T* (*iSet)(T*), T* iService) : FSet(iSet), FBefore(iSet(iService)) {}
-    ~TInstalled() { FSet(FBefore); }
-    TInstalled(const TInstalled&) = delete;
-    TInstalled& operator=(const TInstalled&) = delete;
-
-   private:
-    T* (*FSet)(T*);
-    T* FBefore;
-  };
-
   void LoadPackages();
   void GuardData();
   void TellOfBackup();
@@ -71,6 +59,7 @@ class TCliSession {
   TCliFormHost FForms;
   TInstalled<IFormHost> FFormsInstalled;
   TCliPopUps FPopUps;
+  TDeliveries FDeliveries;
   TPackageLoader FLoader;
   TCliPlugins FPlugins;
   TCliContext FContext;

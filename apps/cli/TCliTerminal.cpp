@@ -113,7 +113,7 @@ std::optional<TString> TCliTerminal::ReadLine(TStringView iPrompt) {
     const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
     if (count < 0 && (errno == EINTR || errno == EAGAIN)) continue;
     if (count <= 0 || FInput.size() > cMaxInput) {
-      Complain(u"");
+      if (!iPrompt.empty()) Complain(u"");
       return std::nullopt;
     }
     FInput.append(bytes, static_cast<size_t>(count));

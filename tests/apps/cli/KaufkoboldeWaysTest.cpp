@@ -219,6 +219,7 @@ TEST_F(TKaufkoboldeWays, ATestSmsReachesTheGatewayOnlyWithYes) {
                           oResponse.status = 202;
                         });
   gateway.Start();
+  Set("SmsToken", "t0ken");
   Set("SMS", "+49 170 1234567");
   Set("SmsUrl", gateway.Address("/sms"));
   const std::string refusal = Refused({"test", "sms"});
