@@ -9,7 +9,9 @@ namespace kk {
 namespace {
 
 // The reminders' own steps, and the end of a message that had to wait.
-bool IsOfDelivery(TStringView iSender) { return StartsWith(iSender, u"Watchlist-Reminder"); }
+bool IsOfDelivery(TStringView iSender) {
+  return StartsWith(iSender, u"Watchlist-Reminder") || iSender == u"E-Mail-Postausgang";
+}
 
 }  // namespace
 

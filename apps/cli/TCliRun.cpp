@@ -25,7 +25,7 @@ void TCliRun::Run() {
   TellWhatStands(due);
   while (!MustEnd()) {
     MainLoop().ProcessMessages();
-    AnswerCallers(server);
+    AnswerCallers(server, due);
     Look(due);
     SaveIfChanged();
     FContext.Console.Flush();
@@ -38,13 +38,14 @@ void TCliRun::Run() {
 
 bool TCliRun::MustEnd() { return FEnds || FContext.Console.TakeInterrupt(); }
 
-void TCliRun::AnswerCallers(TCliServer& ioServer) {
+void TCliRun::AnswerCallers(TCliServer& ioServer, TCliDue& ioDue) {
   while (!FEnds) {
     const auto peer = ioServer.TakeCaller();
     if (!peer) return;
     TCliCaller caller(FContext, FLog, *peer);
     caller.Execute();
     FEnds = caller.HostEnds();
+    ioDue.Look();
   }
 }
 

@@ -23,7 +23,7 @@ class TCliRun {
 
   void TellWhatStands(const TCliDue& iDue);
   bool MustEnd();
-  void AnswerCallers(TCliServer& ioServer);
+  void AnswerCallers(TCliServer& ioServer, TCliDue& ioDue);
   void Look(TCliDue& ioDue);
   void SaveIfChanged();
 

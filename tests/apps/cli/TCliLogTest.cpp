@@ -55,11 +55,13 @@ TEST(TCliLog, FollowsTheDeliveryOfRemindersOnRequest) {
   log.Follow();
   LogInfo(u"Watchlist-Reminder (Sound)", u"Melde...");
   LogInfo(u"Form", u"Neue Erinnerung angelegt");
+  LogInfo(u"E-Mail-Postausgang", u"verschickt");
   LogError(u"Watchlist-Reminder (Sound)", u"Datei nicht gefunden: x");
   const std::string now = ToUtf8(DateTimeToStr(clock.Now()));
   EXPECT_THAT(console.Complained(), ElementsAre(now + " Watchlist-Reminder (Sound): Melde...",
+                                                now + " E-Mail-Postausgang: verschickt",
                                                 now + " Fehler: Datei nicht gefunden: x"));
-  EXPECT_EQ(log.Steps(), 1);
+  EXPECT_EQ(log.Steps(), 2);
 }
 
 TEST(TCliLog, ForgetsErrorsOnRequest) {

@@ -77,6 +77,7 @@ void TCliProcess::Execute(const std::vector<std::string>& iArguments, const TOpt
   dup2(iOut, STDOUT_FILENO);
   dup2(iError, STDERR_FILENO);
   if (iOptions.Closed) close(STDOUT_FILENO);
+  if (!iOptions.Folder.empty() && chdir(iOptions.Folder.c_str()) != 0) _exit(126);
   for (const auto& [name, value] : iOptions.Environment) setenv(name.c_str(), value.c_str(), 1);
   std::string program = std::string(KK_BIN_DIR) + "/kaufkobolde-cli";
   std::vector<std::string> words = iArguments;

@@ -23,6 +23,8 @@ class TCliProcess {
     std::map<std::string, std::string> Environment;
     /// Where stdout goes; a pipe if empty.
     std::string OutFile;
+    /// Where it starts; this process's own if empty.
+    std::string Folder;
     /// stdout is not open at all.
     bool Closed = false;
   };
