@@ -40,6 +40,13 @@ TEST(TCliMoment, ATimeAloneIsTheNextOne) {
   EXPECT_EQ(Moment(u"8:05"), "2026-11-21T08:05:00");
 }
 
+TEST(TCliMoment, ATimeThatIsNowIsTomorrows) {
+  const TDateTime now = EncodeDateTime({2026, 11, 20, 18, 30, 0, 0});
+  TDateTime moment;
+  ASSERT_TRUE(TCliMoment::TryParse(u"18:30", now, moment));
+  EXPECT_EQ(moment, now.PlusMs(TDateTime::cMsPerDay));
+}
+
 TEST(TCliMoment, ADayMayStandBefore) {
   EXPECT_EQ(Moment(u"24.12.2026 18:30"), "2026-12-24T18:30:00");
   EXPECT_EQ(Moment(u"1.2.2027 8:30:05"), "2027-02-01T08:30:05");

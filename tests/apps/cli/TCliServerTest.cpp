@@ -5,7 +5,11 @@
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <cstring>
 #include <filesystem>
 
 #include "TTestCaller.h"
@@ -233,6 +237,30 @@ TEST_F(TCliServerTest, TheSocketIsForThisUserAloneAndGoesWithTheServer) {
   EXPECT_EQ(status.st_mode & 0777, 0600u);
   Server.reset();
   EXPECT_NE(stat(name.c_str(), &status), 0);
+}
+
+TEST_F(TCliServerTest, AnotherUserIsHungUpOnAndCallsNobodyElse) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can be somebody else";
+  constexpr uid_t cNobody = 65534;
+  const std::string name = Data.Path() + "/kaufkobolde.socket";
+  // As if the modes of folder and socket let everybody in.
+  ASSERT_EQ(chmod(Data.Path().c_str(), 0755), 0);
+  ASSERT_EQ(chmod(name.c_str(), 0666), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    if (seteuid(cNobody) != 0) _exit(1);
+    if (Connect().IsOpen()) _exit(2);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, name.c_str(), sizeof address.sun_path - 1);
+    const int line = socket(AF_UNIX, SOCK_STREAM, 0);
+    if (connect(line, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) _exit(3);
+    char byte = 0;
+    _exit(read(line, &byte, 1) == 0 ? 0 : 4);
+  }
+  int status = 0;
+  EXPECT_TRUE(TurnUntil([&] { return waitpid(child, &status, WNOHANG) == child; }));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
 TEST_F(TCliServerTest, WhatLiesThereFromBeforeIsNoHindrance) {
