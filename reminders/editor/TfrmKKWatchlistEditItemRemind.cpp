@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 
 #include "host/base/Guard.h"
@@ -53,6 +54,13 @@ void PrepareTexts(TRemindItemForEdit& ioItem, TRemindType iType, TReminderTextKi
   if (present) return DeleteDetails(ioItem, iType);
   const auto text = FindReminderText(ioItem.Id(), iKind);
   if (text) AddDetails(ioItem, iType, MakeDetails<Details>(text));
+}
+
+// Whoever plays it later stands in another folder. What has no full path stays as it is.
+TString FullPath(const TString& iFile) {
+  std::error_code error;
+  const auto path = std::filesystem::absolute(ToUtf8(iFile), error);
+  return error ? iFile : FromUtf8(path.string());
 }
 
 // Whole seconds, and years that a file can hold: the number fields have no bounds.
@@ -333,7 +341,7 @@ bool TfrmKKWatchlistEditItemRemind::GetData(TRemindItemForEdit& ioItem) {
 void TfrmKKWatchlistEditItemRemind::GetSound(TRemindItemForEdit& ioItem) {
   // The details stay, as required: they are saved, tick the box the next time, and are played.
   if (!edtSoundFile.Enabled()) return ExcludeType(ioItem, rtSound);
-  const TString& file = edtSoundFile.Text();
+  const TString file = FullPath(edtSoundFile.Text());
   if (auto* const sound = DetailsOf<TRemindDetailsSound>(ioItem, rtSound)) {
     sound->SetSoundFile(file);
   } else {

@@ -101,6 +101,14 @@ TEST_F(DisplayWithoutDisplaying, DoesNotNoticeAMissingSoundFile) {
   EXPECT_THAT(DetailsOf(item), ElementsAre("TRemindDetailsSound /fehlt.wav"));
 }
 
+TEST_F(DisplayWithoutDisplaying, AnEmptySoundFileStaysEmpty) {
+  TRemindItemForEdit& item = Add();
+  Store(u"DefaultRemindType", u"0");
+  Store(u"SoundFile", u"");
+  Run();
+  EXPECT_THAT(DetailsOf(item), ElementsAre("TRemindDetailsSound "));
+}
+
 TEST_F(DisplayWithoutDisplaying, TheSoundOfTheFirstReminderTicksTheBoxForAll) {
   Add().LstDetails().Add(std::make_unique<TRemindDetailsSound>(u"/a.wav"));
   Add();

@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <filesystem>
 #include <limits>
 
 #include "TEditorWorld.h"
@@ -160,6 +161,24 @@ TEST_F(EditorTakingOver, APresentSoundGetsTheNewFile) {
               ElementsAre("TRemindDetailsSound " + ToUtf8(FFolder.File(u"neu.wav")), cWindowLine));
   EXPECT_EQ(item.RemindTypes(), (TRemindTypes{rtSound, rtWindow}));
   EXPECT_EQ(Stored(u"SoundFile"), ToUtf8(FFolder.File(u"neu.wav")));
+}
+
+TEST_F(EditorTakingOver, AFileNamedFromTheCurrentFolderIsKeptWithItsFullPath) {
+  TRemindItemForEdit& item = Add();
+  FFolder.Write(u"neu.wav", "sound");
+  const TString file = FFolder.File(u"neu.wav");
+  const auto path = std::filesystem::proximate(ToUtf8(file));
+  ASSERT_TRUE(path.is_relative());
+  EXPECT_TRUE(EditAndAccept([&](TEditor& form) {
+    form.cmbxRemindType.Select(ekSound);
+    form.edtSoundFile.EnterText(FromUtf8(path.string()));
+  }));
+  const auto* const sound =
+      dynamic_cast<TRemindDetailsSound*>(item.LstDetails().ItemByType(rtSound));
+  ASSERT_NE(sound, nullptr);
+  EXPECT_TRUE(std::filesystem::path(ToUtf8(sound->SoundFile())).is_absolute());
+  EXPECT_TRUE(std::filesystem::equivalent(ToUtf8(sound->SoundFile()), ToUtf8(file)));
+  EXPECT_EQ(Stored(u"SoundFile"), ToUtf8(sound->SoundFile()));
 }
 
 TEST_F(EditorTakingOver, TheFileIsStoredOnlyIfTheSettingsSaySo) {
