@@ -161,7 +161,7 @@ int TNotificationService::SendNotify() {
 
 uint32_t TNotificationService::ShownFor(const TGuid& iId) const {
   const auto found = std::ranges::find_if(
-      FShown, [&](const auto& shown) { return SameGuid(shown.second.Id, iId); });
+      FShown, [&](const auto& iShown) { return SameGuid(iShown.second.Id, iId); });
   return found == FShown.end() ? 0 : found->first;
 }
 

@@ -330,7 +330,8 @@ TEST_F(TSoundPlayerTest, TheProgramInheritsNoHandlesNoBlockedSignalsAndASessionO
 TEST_F(TSoundPlayerTest, StopEndsAPlayingSoundAtOnceAndNoProcessIsLeft) {
   const std::string pipe = FFolder.Path() + "/pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  TSoundPlayer player(Script("echo 500000; echo läuft > \"$1\"; exec tail -f /dev/null"));
+  TSoundPlayer player(
+      Script("trap '' TERM HUP INT; echo 500000; echo läuft > \"$1\"; exec tail -f /dev/null"));
   TPlayed played;
   std::thread playing([&] { played = Play(player, FromUtf8(pipe)); });
   std::string line;
