@@ -153,6 +153,19 @@ TEST_F(TWatchlistReminderCommandsTest, CancelledEditorLeavesOldRemindersAsTheyWe
   EXPECT_THAT(Log.Lines(), IsEmpty());
 }
 
+TEST_F(TWatchlistReminderCommandsTest, OldReminderFiresWhileTheEditorStands) {
+  RemindBySound(Faust, Folder.File(u"ton.wav"), In(1));
+  User.Expect<TEditor>([&](TEditor& form) {
+    Clock.Advance(TDateTime::cMsPerMinute);
+    std::unique_ptr<TRemindItem> due;
+    EXPECT_TRUE(Handler()->LstRemind().ExtractFirstElapsedItem(due));
+    form.btnOK.Click();
+  });
+  Form->Reminders().AutoEnableReminder(true, *Results({&Faust}));
+  EXPECT_THAT(Reminded(), ElementsAre("Faust")) << "the new one";
+  EXPECT_EQ(Handler()->LstRemind().First().RemindTime(), In(54));
+}
+
 // From a result list.
 
 TEST_F(TWatchlistReminderCommandsTest, OneResultGetsItsReminderWithoutAQuestion) {

@@ -69,6 +69,7 @@ TEST_F(EditorFilling, TheWindowOpensOverItsOwnerAndAnswersItsButtons) {
   FHost.Expect<TEditor>([&](TEditor& form) {
     EXPECT_EQ(form.Owner(), &owner);
     EXPECT_EQ(form.Position(), TPosition::poOwnerFormCenter);
+    EXPECT_EQ(form.FocusedControl(), &form.cmbxRemindType);
     EXPECT_TRUE(form.edtSoundFile.PressKey(cKeyEscape) || form.btnOK.PressKey(cKeyEscape));
   });
   EXPECT_FALSE(TEditor::Display(&owner, FLst));
@@ -121,6 +122,17 @@ TEST_F(EditorFilling, AnUnknownKindInTheSettingsOpensOnTheWindow) {
     Store(u"RemindType", value);
     EXPECT_EQ(SeeKind(), ekWindow) << ToUtf8(value);
   }
+}
+
+TEST_F(EditorFilling, SettingsThatAreNoNumbersAreTheDefaults) {
+  Add();
+  for (const TStringView key :
+       {u"RemindType", u"RemindTimeSpanOffsetInSecs", u"RemindTimeRelativeIndex"}) {
+    Store(key, u"Unsinn");
+  }
+  EXPECT_EQ(SeeKind(), ekWindow);
+  EXPECT_THAT(SeeSpan(), ElementsAre(1, 0, 0));
+  EXPECT_EQ(SeeRelative(), 4);
 }
 
 TEST_F(EditorFilling, OnlyTheFirstReminderIsShown) {
