@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
+#include <thread>
 
 #include "TCliWorld.h"
 #include "host/base/Exception.h"
@@ -16,6 +18,8 @@
 #include "host/common/TKKIniFile.h"
 #include "host/common/TOutlook.h"
 #include "host/controls/TfrmKKCommonNotifier.h"
+#include "host/delivery/TDeliveries.h"
+#include "tests/support/TSessionBus.h"
 #include "tests/support/TTempFolder.h"
 #include "tests/support/TTestClock.h"
 
@@ -158,6 +162,68 @@ TEST_F(TCliTestTest, ASoundThatIsNotPlayedIsToldWithTheReason) {
   EXPECT_EQ(Failure({u"test", u"sound", u"--sound", Folder.File(u"neu.wav")}),
             "Der Ton wurde nicht abgespielt (Zugriff verweigert): " + Folder.Path() + "/neu.wav");
   EXPECT_THAT(Printed(), IsEmpty());
+}
+
+/// With the real ways out, but for a sound that lasts until the test ends it.
+class TCliGiveUpTest : public TCliTestTest {
+ protected:
+  class TLongSound : public ISoundPlayer {
+   public:
+    bool Play(TStringView) override {
+      Begun = true;
+      while (!Ends) std::this_thread::yield();
+      errno = ECANCELED;
+      return false;
+    }
+    std::atomic<bool> Begun = false;
+    std::atomic<bool> Ends = false;
+  };
+
+  TCliGiveUpTest() {
+    Folder.Write(u"ton.wav", "x");
+    World.Context.Deliveries = &Deliveries;
+  }
+  /// Ctrl+C while the sound is played, which ends some turns of the loop later.
+  std::string GiveUp() {
+    World.Loop.Post([this] { Step(); });
+    return Failure({u"test", u"sound", u"--sound", Folder.File(u"ton.wav")});
+  }
+  bool AreStopped() {
+    try {
+      Notifier().Display({});
+    } catch (const Exception&) {
+      return true;
+    }
+    return false;
+  }
+
+  TTestEnvironment Environment{
+      {{"DBUS_SESSION_BUS_ADDRESS", ""}, {"XDG_RUNTIME_DIR", Folder.Path()}}};
+  TDeliveries Deliveries{[](const TNotification&) {}};
+  TLongSound Sound;
+  TInstalled<ISoundPlayer> LongInstalled{&SetSoundPlayer, &Sound};
+
+ private:
+  void Step() {
+    if (Sound.Begun && FTurns++ == 0) World.Console.Interrupt();
+    if (FTurns > 5) {
+      Sound.Ends = true;
+    } else {
+      World.Loop.Post([this] { Step(); });
+    }
+  }
+  int FTurns = 0;
+};
+
+TEST_F(TCliGiveUpTest, CtrlCStopsTheWaysOutOfAProgramThatEndsAnyway) {
+  EXPECT_THAT(GiveUp(), HasSubstr("Der Ton wurde nicht abgespielt"));
+  EXPECT_TRUE(AreStopped());
+}
+
+TEST_F(TCliGiveUpTest, AProgramThatStaysKeepsItsWaysOut) {
+  World.Plugins.DeliverReminders([](std::unique_ptr<TForm>) {});
+  EXPECT_THAT(GiveUp(), HasSubstr("Der Ton wurde nicht abgespielt"));
+  EXPECT_FALSE(AreStopped());
 }
 
 TEST_F(TCliTestTest, AMailGoesToTheConfirmedAddress) {

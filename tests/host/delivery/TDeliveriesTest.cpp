@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
@@ -18,6 +22,7 @@
 #include "tests/support/TScriptedFormHost.h"
 #include "tests/support/TSessionBus.h"
 #include "tests/support/TTempFolder.h"
+#include "tests/support/TTestClock.h"
 
 namespace kk {
 namespace {
@@ -165,10 +170,79 @@ TEST_F(TDeliveriesTest, AfterStopNothingIsDeliveredAndMailIsKept) {
     EXPECT_EQ(errno, ECANCELED);
   });
   EXPECT_THROW(Notifier().Display({}), Exception);
-  EXPECT_THROW(CreateOutlook()->AddAppointment(u"s", u"b", u"l", 0, Now(), 1), Exception);
+  try {
+    CreateOutlook()->AddAppointment(u"s", u"b", u"l", 0, Now(), 1);
+    ADD_FAILURE() << "entered";
+  } catch (const Exception& e) {
+    EXPECT_THAT(ToUtf8(e.Message()), HasSubstr("Programm wird beendet"));
+  }
   EXPECT_EQ(MailsKept(), 1u);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
   EXPECT_THAT(Shown, IsEmpty());
+}
+
+TEST_F(TDeliveriesTest, AfterStopTheKeyringIsNotAskedAnyMore) {
+  TSessionBus bus;
+  const TTestEnvironment session(bus.Environment());
+  const auto deliveries = Make();
+  EXPECT_EQ(SecretStore().Read(u"Communication", u"SmtpPassword"), u"");
+  EXPECT_THAT(Log.Lines(), IsEmpty());
+  deliveries->Stop();
+  EXPECT_EQ(SecretStore().Read(u"Communication", u"SmtpPassword"), u"");
+  EXPECT_THAT(Log.Lines(), ElementsAre(HasSubstr("Das Programm wird beendet")));
+}
+
+/// A server that takes connections and never says a word.
+class TSilentServer {
+ public:
+  TSilentServer() {
+    bind(FSocket, reinterpret_cast<sockaddr*>(&FAddress), sizeof FAddress);
+    socklen_t size = sizeof FAddress;
+    getsockname(FSocket, reinterpret_cast<sockaddr*>(&FAddress), &size);
+    listen(FSocket, 1);
+  }
+  ~TSilentServer() {
+    if (FClient >= 0) close(FClient);
+    close(FSocket);
+  }
+  int Port() const { return ntohs(FAddress.sin_port); }
+  bool HasClient() {
+    if (!IsReadable(FSocket)) return false;
+    FClient = accept(FSocket, nullptr, nullptr);
+    return FClient >= 0;
+  }
+  bool ClientLeaves() const {
+    char byte = 0;
+    return IsReadable(FClient) && recv(FClient, &byte, 1, 0) <= 0;
+  }
+
+ private:
+  static bool IsReadable(int iSocket) {
+    pollfd wait = {iSocket, POLLIN, 0};
+    return poll(&wait, 1, 20000) == 1;
+  }
+  const int FSocket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  int FClient = -1;
+  sockaddr_in FAddress = {AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+};
+
+TEST_F(TDeliveriesTest, StopEndsWhatTheOutboxHasUnderWay) {
+  TTestClock clock;
+  Set(u"SmtpUrl", u"smtp://127.0.0.1:" + DeadPort());
+  TString error;
+  auto deliveries = Make();
+  Beside([&] { EXPECT_FALSE(SendMail(error)); });
+  deliveries.reset();
+
+  TSilentServer server;
+  Set(u"SmtpUrl", u"smtp://127.0.0.1:" + IntToStr(server.Port()));
+  clock.Advance(TDateTime::cMsPerMinute);
+  deliveries = Make();
+  deliveries->StartOutbox();
+  ASSERT_TRUE(server.HasClient());
+  deliveries->Stop();
+  EXPECT_TRUE(server.ClientLeaves());
+  EXPECT_EQ(MailsKept(), 1u);
 }
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <thread>
 
 #include "host/base/Exception.h"
@@ -256,6 +258,16 @@ TEST_F(TNoBusTest, WithoutABusTheFileKeepsSecretsAtOnce) {
   EXPECT_LT(TSteady::now() - start, std::chrono::milliseconds(500));
   EXPECT_EQ(InFile(), u"");
   EXPECT_THAT(Log.Lines(), IsEmpty());
+}
+
+TEST_F(TNoBusTest, NoBusIsStartedForASecret) {
+  Folder.Write(u"dbus-launch", "#!/bin/sh\ntouch " + Folder.Path() + "/launched\n");
+  ASSERT_EQ(chmod((Folder.Path() + "/dbus-launch").c_str(), 0700), 0);
+  const TTestEnvironment screen{
+      {{"PATH", Folder.Path() + ":" + std::getenv("PATH")}, {"DISPLAY", ":77"}}};
+  unsetenv("DBUS_SESSION_BUS_ADDRESS");  // what was set before comes back with the fixture
+  EXPECT_EQ(Read(), "");
+  EXPECT_FALSE(Folder.Has(u"launched"));
 }
 
 TEST_F(TNoBusTest, ABusWhoseSocketNobodyListensToIsNone) {
