@@ -281,7 +281,11 @@ bool TCliDialog::AskEntry(TComboBox& ioBox) {
     if (!line) return false;
     const TString text = Trim(*line);
     if (text.empty()) return true;
-    const auto same = std::ranges::find(items, text, &TComboBox::TEntry::Text);
+    auto same = std::ranges::find(items, text, &TComboBox::TEntry::Text);
+    if (same == items.end() && !ioBox.Editable()) {
+      same = std::ranges::find_if(
+          items, [&](const TComboBox::TEntry& iEntry) { return SameText(iEntry.Text, text); });
+    }
     if (same != items.end()) {
       ioBox.Select(static_cast<int>(same - items.begin()));
     } else if (const size_t number = NumberIn(text, items.size()); number > 0) {

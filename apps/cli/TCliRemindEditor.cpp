@@ -132,7 +132,8 @@ void TCliRemindEditor::ReadTime(const TCliArguments& iCall) {
 
 bool TCliRemindEditor::Answer(TForm& ioForm) {
   if (auto* const box = dynamic_cast<TfrmMessageDlg*>(&ioForm)) {
-    FConsole.Complain(u"Fehler: " + ForTerminal(box->Text()));
+    const TStringView mark = StartsWith(box->Text(), u"Fehler") ? u"" : u"Fehler: ";
+    FConsole.Complain(TString(mark) + ForTerminal(box->Text()));
     TCliDialog(FConsole, ioForm).PressDefault();
     return true;
   }

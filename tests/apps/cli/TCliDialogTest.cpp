@@ -111,6 +111,14 @@ TEST_F(TCliDialogTest, WhatAnAnswerBringsUpIsAskedAndWhatItTakesAwayIsNot) {
                                              "Nummer [1 Minute] ", "Auswahl [1] "));
 }
 
+TEST_F(TCliDialogTest, AnEntryIsChosenByItsTextInAnyCase) {
+  TRowsForm form;
+  Console.Answer({u"", u"2", u"1 Jahr", u"1 tag", u""});
+  EXPECT_EQ(form.ShowModal(), cModalOK);
+  EXPECT_EQ(form.cmbxRelative.ItemIndex(), 1);
+  EXPECT_THAT(Console.Complained(), Contains("Die Auswahl 1 Jahr gibt es nicht."));
+}
+
 TEST_F(TCliDialogTest, ALabelWithoutWhatItNamesStandsForItself) {
   TRowsForm form;
   form.chckbxSound.SetVisible(false);

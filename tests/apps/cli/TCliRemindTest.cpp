@@ -7,6 +7,8 @@
 
 #include "TCliWorld.h"
 #include "apps/cli/ECliUsage.h"
+#include "apps/cli/TCliRemindEditor.h"
+#include "host/controls/TfrmMessageDlg.h"
 #include "tests/support/TTempFolder.h"
 #include "tests/support/TTestClock.h"
 
@@ -140,6 +142,15 @@ TEST_F(TCliRemindTest, WhatTheRulesRefuseIsToldAndTheEditorIsLeft) {
   EXPECT_THAT(World.Console.Complained(), Contains("Fehler: Nicht in der Vergangenheit!"));
   EXPECT_THAT(World.List().Tree.Reminders, IsEmpty());
   EXPECT_THAT(World.Console.Printed(), IsEmpty());
+}
+
+TEST_F(TCliRemindTest, AnErrorThatCallsItselfOneIsNotCalledSoTwice) {
+  TCliRemindEditor editor(World.Console,
+                          TCliArguments::Parse({u"remind", u"Lampe", u"--in", u"1m"}));
+  const TCliFormHost::TAnswering answering(World.Context.Forms,
+                                           [&editor](TForm& form) { return editor.Answer(form); });
+  MessageDlg(u"Fehler beim Eintragen:\r\nvoll", TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
+  EXPECT_THAT(World.Console.Complained(), ElementsAre("Fehler beim Eintragen: voll"));
 }
 
 TEST_F(TCliRemindTest, AnItemWithoutAnEndInTheFutureIsToldBeforeTheEditor) {
