@@ -219,7 +219,7 @@ class TSilentServer {
  private:
   static bool IsReadable(int iSocket) {
     pollfd wait = {iSocket, POLLIN, 0};
-    return poll(&wait, 1, 20000) == 1;
+    return poll(&wait, 1, 8000) == 1;  // below the mailer's own limit
   }
   const int FSocket = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   int FClient = -1;
