@@ -70,8 +70,8 @@ bool TCliFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
 
 void TCliFormHost::Wait(TForm& ioForm) {
   const auto* const wait = dynamic_cast<TfrmKKCommonWait*>(&ioForm);
-  FConsole.Progress(ForTerminal(wait != nullptr ? wait->lblText.Caption() : ioForm.Caption()) +
-                    u" ...");
+  const TString text = ForTerminal(wait != nullptr ? wait->lblText.Caption() : ioForm.Caption());
+  FConsole.Progress(text.ends_with(u"...") ? text : text + u" ...");
   TButton* const cancel = ioForm.CancelButton();
   while (!ioForm.EndModalIfDone()) {
     MainLoop().ProcessMessages();

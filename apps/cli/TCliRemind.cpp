@@ -14,6 +14,9 @@ namespace {
 
 constexpr int cTypeSms = 2;
 constexpr int cTypeCalendar = 3;
+constexpr TStringView cSmsStays =
+    u"Hinweis: Die SMS von vorher liegt schon beim SMS-Dienst; sie wird weder verschoben noch "
+    u"zurückgerufen.";
 
 // Services outside of this program look after the others.
 bool IsForThisProgram(const TWatchlistReminderInfo& iReminder) {
@@ -37,6 +40,7 @@ bool TCliRemind::Fail(TStringView iText) const {
 
 bool TCliRemind::Delete(const TWatchlistItemInfo& iItem) {
   const TString name = ForTerminal(iItem.Name);
+  const bool hadSms = HasSms(iItem.Id);
   if (!ReminderOf(iItem.Id)) {
     return Fail(Format(u"An \"%s\" ist keine Erinnerung eingerichtet.", {name}));
   }
@@ -46,6 +50,7 @@ bool TCliRemind::Delete(const TWatchlistItemInfo& iItem) {
                : Fail(u"Nicht ausgeführt, die Rückfrage blieb unbeantwortet (--yes sagt ja).");
   }
   FContext.Console.Print(Format(u"Erinnerung gelöscht: %s", {name}));
+  if (hadSms) FContext.Console.Complain(cSmsStays);
   return true;
 }
 
@@ -56,6 +61,7 @@ bool TCliRemind::Edit(const TWatchlistItemInfo& iItem, const TCliArguments& iCal
                     u"Richtig wäre: " + CliSynopsis(*iCall.Command));
   }
   if (!CanBeReminded(iItem)) return false;
+  const bool hadSms = HasSms(iItem.Id);
   FContext.Forms.TakeLastResult();
   {
     const TCliFormHost::TAnswering answering(
@@ -63,7 +69,11 @@ bool TCliRemind::Edit(const TWatchlistItemInfo& iItem, const TCliArguments& iCal
     FContext.Plugins.List().EditReminders({iItem.Id});
   }
   const bool interrupted = FContext.Console.TakeInterrupt();
-  if (FContext.Forms.TakeLastResult() == cModalOK) return Tell(iItem);
+  if (FContext.Forms.TakeLastResult() == cModalOK) {
+    const bool done = Tell(iItem);
+    if (hadSms) FContext.Console.Complain(cSmsStays);
+    return done;
+  }
   if (interrupted || !editor.HasTime()) FContext.Console.Complain(u"Abgebrochen.");
   return false;
 }
@@ -85,6 +95,11 @@ std::optional<TWatchlistReminderInfo> TCliRemind::ReminderOf(const TGuid& iItem)
   const auto found = std::ranges::find(tree.Reminders, iItem, &TWatchlistReminderInfo::Id);
   if (found == tree.Reminders.end()) return {};
   return *found;
+}
+
+bool TCliRemind::HasSms(const TGuid& iItem) const {
+  const auto reminder = ReminderOf(iItem);
+  return reminder && std::ranges::find(reminder->Types, cTypeSms) != reminder->Types.end();
 }
 
 // What came of it, whatever the editor says.

@@ -17,6 +17,7 @@ class TCliRemind {
   bool Edit(const TWatchlistItemInfo& iItem, const TCliArguments& iCall);
   bool CanBeReminded(const TWatchlistItemInfo& iItem) const;
   std::optional<TWatchlistReminderInfo> ReminderOf(const TGuid& iItem) const;
+  bool HasSms(const TGuid& iItem) const;
   bool Tell(const TWatchlistItemInfo& iItem);
   bool Fail(TStringView iText) const;
 

@@ -290,6 +290,8 @@ TEST_F(TCliFormHostTest, AWaitWindowKeepsTheLoopAliveUntilItEnds) {
 TEST_F(TCliFormHostTest, WorkThatIsWaitedForIsShownByWhatItDoes) {
   TfrmKKCommonWait::Run(u"Die SMS wird übergeben", [](std::stop_token) {});
   EXPECT_THAT(Console.Progressed(), ElementsAre("Die SMS wird übergeben ...", ""));
+  TfrmKKCommonWait::Run(u"Die SMS wird übergeben...", [](std::stop_token) {});
+  EXPECT_THAT(Console.Progressed(), testing::Contains("Die SMS wird übergeben..."));
 }
 
 TEST_F(TCliFormHostTest, CtrlCGivesUpTheWaitForWork) {
