@@ -95,7 +95,7 @@ int Backlog(int iCount) {
     for (int i = 1; i <= iSeconds + 5; ++i) world.Add(begin.PlusMs(1000 * i));
     world.Start();
     const auto count = static_cast<size_t>(iSeconds) + 5;
-    world.RunUntil([&] { return world.Deliveries().size() >= count; }, 30);
+    world.RunUntil([&] { return world.Deliveries().size() >= count; }, iSeconds + 30);
     world.RunUntil([] { return false; }, 3);  // whatever would fire twice
     std::printf("%zu reminders came due, %zu fired\n", count, world.Deliveries().size());
     result = world.Deliveries().size() == count ? 0 : 1;
