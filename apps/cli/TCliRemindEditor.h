@@ -19,7 +19,7 @@ class TCliRemindEditor {
 
   /// Whether the call says when.
   bool HasTime() const { return FSpan || FMoment || !FBeforeEnd.empty(); }
-  /// For TCliFormHost::SetAnswer.
+  /// For TCliFormHost::TAnswering.
   bool Answer(TForm& ioForm);
 
  private:

@@ -110,7 +110,10 @@ class TKaufkoboldeCliReminders : public testing::Test {
   /// The process that stays, when it is ready.
   std::unique_ptr<TCliProcess> Stay() const {
     auto process = std::make_unique<TCliProcess>(WithData({"run"}), Options());
-    EXPECT_TRUE(process->WaitForOutput("Strg+C beendet."));
+    if (!process->WaitForOutput("Strg+C beendet.")) {
+      const TCliOutcome outcome = process->Wait();
+      ADD_FAILURE() << "it has ended with " << outcome.Exit << ": " << outcome.Error;
+    }
     return process;
   }
   /// Asks for the end and waits; fails the test if that takes longer than it may.

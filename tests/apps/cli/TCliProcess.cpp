@@ -102,9 +102,12 @@ void TCliProcess::Type(const std::string& iText) {
   }
 }
 
-void TCliProcess::Signal(int iSignal) { kill(FProcess, iSignal); }
+void TCliProcess::Signal(int iSignal) {
+  if (FProcess > 0) kill(FProcess, iSignal);
+}
 
 bool TCliProcess::Pump() {
+  if (FOut < 0 && FError < 0) return false;
   pollfd files[] = {{FOut, POLLIN, 0}, {FError, POLLIN, 0}};
   const int ready = poll(files, 2, cDeadlineMs);
   if (ready == 0) throw std::runtime_error("the program hangs; so far: " + FOutcome.Error);

@@ -198,7 +198,8 @@ TEST_F(TCliServerTest, WhoTalksNonsenseIsHungUpOn) {
   for (const std::string& text :
        {std::string("kein JSON\n"), std::string("{\"kind\":\"print\"}\n"), std::string("[]\n"),
         std::string("{\"kind\":\"call\",\"words\":[1]}\n"), std::string("{\"kind\":\"unfug\"}\n"),
-        call + call, call + "{\"kind\":\"exit\"}\n", std::string(5'000'000, 'x')}) {
+        std::string("{\"kind\":\"line\"}\n"), call + call, call + "{\"kind\":\"exit\"}\n",
+        std::string(5'000'000, 'x')}) {
     const TCliSocket socket = Connect();
     ASSERT_TRUE(socket.IsOpen());
     SendText(socket, text);
@@ -229,6 +230,17 @@ TEST_F(TCliServerTest, ASilentCallerIsLateAfterSomeSeconds) {
   EXPECT_FALSE(peer.IsLate(now + std::chrono::seconds(11))) << "it has called";
 }
 
+TEST_F(TCliServerTest, WhoDoesNotBeginWithACallIsDoneWithAtOnce) {
+  int ends[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0);
+  const TCliSocket other(ends[1]);
+  TCliPeer peer{TCliSocket(ends[0]), [] {}};
+  SendText(other, "{\"kind\":\"line\"}\n");
+  bool called = false;
+  EXPECT_FALSE(peer.Move(true, false, called));
+  EXPECT_FALSE(called);
+}
+
 TEST_F(TCliServerTest, TheSocketIsForThisUserAloneAndGoesWithTheServer) {
   struct stat status = {};
   const std::string name = Data.Path() + "/kaufkobolde.socket";
@@ -255,6 +267,9 @@ TEST_F(TCliServerTest, AnotherUserIsHungUpOnAndCallsNobodyElse) {
     std::strncpy(address.sun_path, name.c_str(), sizeof address.sun_path - 1);
     const int line = socket(AF_UNIX, SOCK_STREAM, 0);
     if (connect(line, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) _exit(3);
+    // Sooner than the server loses its patience with the silent.
+    const timeval patience = {5, 0};
+    setsockopt(line, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
     char byte = 0;
     _exit(read(line, &byte, 1) == 0 ? 0 : 4);
   }
