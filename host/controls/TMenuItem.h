@@ -7,6 +7,7 @@
 namespace kk {
 
 /// An entry of a menu, or the menu itself, with the entries of its sub-menu, which it owns.
+/// Captions may be names that users gave, so "&" is a letter of them like any other.
 class TMenuItem : public TClickControl {
  public:
   /// The caption of a line between entries.
@@ -18,9 +19,23 @@ class TMenuItem : public TClickControl {
   bool IsSeparator() const { return Caption() == cSeparator; }
   bool Checked() const { return FChecked; }
   void SetChecked(bool iChecked) { SetValue(FChecked, iChecked); }
+  /// A check is drawn as the choice of one among several.
+  bool Radio() const { return FRadio; }
+  void SetRadio(bool iRadio) { SetValue(FRadio, iRadio); }
   /// What a double click on the menu's subject does; shown bold.
   bool Default() const { return FDefault; }
   void SetDefault(bool iDefault) { SetValue(FDefault, iDefault); }
+
+  /// What is told of the entry while the pointer is on it; empty for nothing.
+  const TString& Hint() const { return FHint; }
+  void SetHint(TStringView iHint) { SetValue(FHint, iHint); }
+  /// The keys that click the entry without the menu: "Shift", "Ctrl" and "Alt", each with "+"
+  /// behind it, and the key's English name, as in "Shift+Ctrl+Del"; empty for none.
+  const TString& ShortCut() const { return FShortCut; }
+  void SetShortCut(TStringView iShortCut) { SetValue(FShortCut, iShortCut); }
+  /// What the entry stands for in the eyes of its maker; borrowed, null for nothing.
+  TObject* Tag() const { return FTag; }
+  void SetTag(TObject* iTag) { FTag = iTag; }
 
   int GetCount() const { return static_cast<int>(FItems.size()); }
   /// An index out of range raises EListError.
@@ -40,7 +55,11 @@ class TMenuItem : public TClickControl {
  private:
   std::vector<std::unique_ptr<TMenuItem>> FItems;
   bool FChecked = false;
+  bool FRadio = false;
   bool FDefault = false;
+  TString FHint;
+  TString FShortCut;
+  TObject* FTag = nullptr;
 };
 
 }  // namespace kk

@@ -234,6 +234,18 @@ inline constexpr TStringView _resConfirmCancelled = u"Der Vorgang wird abgebroch
 inline constexpr TStringView _resLoggingReminderAdded = u"Neue Erinnerung angelegt";
 inline constexpr TStringView _resLoggingReminderDeleted = u"Erinnerung gelöscht (%s)";
 
+// The context menu of a source's view in the section, and the categories in menus and trees.
+inline constexpr TStringView _resContextMenuItemReminderAdd = u"Erinnerung einrichten...";
+inline constexpr TStringView _resContextMenuItemReminderDelete = u"Erinnerung löschen";
+inline constexpr TStringView _resContextMenuItemRefreshSelected = u"Aktualisieren";
+inline constexpr TStringView _resContextMenuItemRefreshAll = u"Alle aktualisieren";
+inline constexpr TStringView _resContextMenuItemMoveSelected = u"Verschieben nach ...";
+inline constexpr TStringView _resContextMenuItemDeleteSelected = u"Löschen";
+inline constexpr TStringView _resContextMenuItemDeleteFinished = u"Beendete löschen";
+inline constexpr TStringView _resContextMenuItemDeleteAll = u"Alle löschen";
+inline constexpr TStringView _resContextMenuItemDescription = u"Notiz bearbeiten...";
+inline constexpr TStringView _resRootNodeName = u"oberste Ebene";
+
 // What the rules of the section refuse, for a host without its menus.
 inline constexpr TStringView _resRefusedNotReady = u"Die Beobachtenliste ist nicht bereit.";
 inline constexpr TStringView _resRefusedNoSuchCategory = u"Es gibt keine Kategorie mit der Id %s.";

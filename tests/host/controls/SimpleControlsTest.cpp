@@ -264,6 +264,24 @@ TEST(TMenuItem, ADisabledMenuDisablesItsEntries) {
   EXPECT_FALSE(entry.Click());
 }
 
+TEST(TMenuItem, TellsTheSkinWhatItShowsAndKeepsWhatItStandsFor) {
+  TSkinRecorder skin;
+  TMenuItem entry(u"Löschen");
+  entry.SetObserver(&skin);
+  entry.SetShortCut(u"Shift+Ctrl+Del");
+  entry.SetShortCut(u"Shift+Ctrl+Del");
+  entry.SetHint(u"Alles geht");
+  entry.SetRadio(true);
+  EXPECT_EQ(skin.Take().size(), 3U);
+  entry.SetTag(&entry);
+  EXPECT_EQ(entry.ShortCut(), u"Shift+Ctrl+Del");
+  EXPECT_EQ(entry.Hint(), u"Alles geht");
+  EXPECT_TRUE(entry.Radio());
+  EXPECT_EQ(entry.Tag(), &entry);
+  EXPECT_EQ(skin.Take(), TNotes{});
+  entry.SetObserver(nullptr);
+}
+
 TEST(TMenuItem, MayBeFreedInItsOwnClick) {
   TMenuItem menu;
   TEventCounter onClick;
