@@ -42,7 +42,7 @@ std::optional<THttpAddress> THttpAddress::Parse(std::string_view iText) {
 }
 
 bool THttpAddress::IsLoopback() const {
-  if (Host == "localhost" || Host == "[::1]") return true;
+  if (curl_strequal(Host.c_str(), "localhost") != 0 || Host == "[::1]") return true;
   in_addr address{};
   return inet_pton(AF_INET, Host.c_str(), &address) == 1 &&
          ntohl(address.s_addr) >> 24 == cLoopbackNet;

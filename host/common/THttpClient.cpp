@@ -21,6 +21,7 @@ constexpr char cProtocols[] = "http,https";
 // Headers of all redirects together; libcurl itself bounds a single line only.
 constexpr size_t cMaxHeaderBytes = size_t{256} << 10;
 constexpr size_t cMegabyte = size_t{1} << 20;
+constexpr long cFirstFinalStatus = 200;
 
 TString SizeFailure(size_t iMaxBytes) {
   const TString size = iMaxBytes % cMegabyte == 0 ? Format(u"%d MB", {iMaxBytes / cMegabyte})
@@ -150,6 +151,8 @@ class TTransfer {
     curl_easy_getinfo(FHandle, CURLINFO_RESPONSE_CODE, &status);
     curl_easy_getinfo(FHandle, CURLINFO_EFFECTIVE_URL, &address);
     curl_easy_getinfo(FHandle, CURLINFO_CONTENT_TYPE, &contentType);
+    // Interim answers (100, 103) say nothing of how it ends.
+    if (status < cFirstFinalStatus) status = 0;
     FResponse.Status = static_cast<int>(status);
     if (address != nullptr) FResponse.FinalAddress = address;
     if (contentType != nullptr) FResponse.ContentType = contentType;

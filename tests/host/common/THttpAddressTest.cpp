@@ -65,5 +65,10 @@ RC_GTEST_PROP(THttpAddress, NormalFormOfAnythingIsItsOwnNormalForm, (const std::
   RC_ASSERT(again->Host == "a.example");
 }
 
+TEST(THttpAddress, ThisMachineIsKnownInWhateverCase) {
+  EXPECT_TRUE(THttpAddress::Parse("http://LocalHost/")->IsLoopback());
+  EXPECT_FALSE(THttpAddress::Parse("http://localhost.example/")->IsLoopback());
+}
+
 }  // namespace
 }  // namespace kk

@@ -162,6 +162,18 @@ TEST_F(THttpMethods, KindsOfFailureAreToldApart) {
   EXPECT_EQ(refused.Status, 0);
 }
 
+// "100 Continue" and "103 Early Hints" say nothing of how it ends.
+TEST_F(THttpMethods, AnInterimAnswerIsNone) {
+  for (const char* interim :
+       {"HTTP/1.1 100 Continue\r\n\r\n", "HTTP/1.1 103 Early Hints\r\nLocation: /x\r\n\r\n"}) {
+    const TRawTestServer server(interim);
+    const THttpResponse response = Ask(Request(hmPost, server.Address("/")));
+    EXPECT_FALSE(response.Received());
+    EXPECT_EQ(response.Status, 0);
+    EXPECT_TRUE(response.Lost);
+  }
+}
+
 class TProxySetting {
  public:
   explicit TProxySetting(const char* iExceptions) {
