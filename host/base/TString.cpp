@@ -144,4 +144,11 @@ TString WithoutControlCharacters(TStringView iText) {
   return result;
 }
 
+TString ShortenedText(TStringView iText, size_t iMaxLength) {
+  if (iText.size() <= iMaxLength) return TString(iText);
+  TString text(iText.substr(0, iMaxLength));
+  if (!text.empty() && text.back() >= 0xD800 && text.back() <= 0xDBFF) text.pop_back();
+  return text + u"…";
+}
+
 }  // namespace kk

@@ -78,4 +78,8 @@ int64_t StrToInt(TStringView iText);
 /// command or one line on a terminal.
 TString WithoutControlCharacters(TStringView iText);
 
+/// The beginning of a text, with "…" behind it if the text is longer than so many UTF-16 units. No
+/// character is cut in two.
+TString ShortenedText(TStringView iText, size_t iMaxLength);
+
 }  // namespace kk

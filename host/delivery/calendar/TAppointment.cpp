@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 #include "host/base/Exception.h"
 #include "host/base/TClock.h"
@@ -28,17 +29,8 @@ struct TFreeText {
 };
 using TText = std::unique_ptr<char, TFreeText>;
 
-bool IsHighSurrogate(char16_t iChar) { return iChar >= 0xD800 && iChar < 0xDC00; }
-
-TString Cut(TString iText, size_t iMaxLength) {
-  if (iText.size() <= iMaxLength) return iText;
-  iText.resize(iMaxLength - 1);
-  if (IsHighSurrogate(iText.back())) iText.pop_back();
-  return iText + u"…";
-}
-
 TString Line(TStringView iText) {
-  return Cut(WithoutControlCharacters(ToSingleLine(iText)), TAppointment::cMaxLineLength);
+  return ShortenedText(WithoutControlCharacters(ToSingleLine(iText)), TAppointment::cMaxLineLength);
 }
 
 // Line breaks of every kind become LF; all other control characters go.
@@ -47,7 +39,7 @@ TString Lines(TStringView iText) {
   std::erase_if(text, [](char16_t c) {
     return c != u'\n' && WithoutControlCharacters(TStringView(&c, 1)).empty();
   });
-  return Cut(Trim(text), TAppointment::cMaxBodyLength);
+  return ShortenedText(Trim(text), TAppointment::cMaxBodyLength);
 }
 
 std::string NewUid() {
@@ -67,8 +59,21 @@ void Add(icalcomponent* ioTo, TProperties... iProperties) {
   (icalcomponent_add_property(ioTo, iProperties), ...);
 }
 
-int64_t SecondsOf(const icaltimetype& iTime) {
-  return icaltime_as_timet_with_zone(iTime, icaltime_get_timezone(iTime));
+// When an event begins, in UTC since 1970; nothing where that isn't said. Zones are known by their
+// names alone: to work out the rules of one that a server made up could take for ever.
+std::optional<int64_t> StartOf(icalcomponent* iEvent) {
+  icalproperty* const property = icalcomponent_get_first_property(iEvent, ICAL_DTSTART_PROPERTY);
+  if (property == nullptr) return {};
+  const icaltimetype start = icalproperty_get_dtstart(property);
+  icalparameter* const name = icalproperty_get_first_parameter(property, ICAL_TZID_PARAMETER);
+  icaltimezone* zone = nullptr;
+  if (icaltime_is_utc(start)) {
+    zone = icaltimezone_get_utc_timezone();
+  } else if (name != nullptr) {
+    zone = icaltimezone_get_builtin_timezone(icalparameter_get_tzid(name));
+  }
+  if (zone == nullptr) return {};
+  return icaltime_as_timet_with_zone(start, zone);
 }
 
 std::string TextOf(const char* iText) { return iText != nullptr ? iText : ""; }
@@ -124,7 +129,7 @@ bool TAppointment::IsIn(std::string_view iIcal) const {
        event = icalcomponent_get_next_component(calendar.get(), ICAL_VEVENT_COMPONENT)) {
     const bool same = TextOf(icalcomponent_get_uid(event)) == FUid &&
                       TextOf(icalcomponent_get_summary(event)) == ToUtf8(FSubject) &&
-                      SecondsOf(icalcomponent_get_dtstart(event)) == FStartSeconds;
+                      StartOf(event) == FStartSeconds;
     if (same) return true;
   }
   return false;

@@ -30,7 +30,8 @@ class TAppointment {
   /// quarter of an hour and leaves the user free meanwhile.
   std::string Ical() const;
   /// Whether a calendar from elsewhere holds this appointment: an event with the same id, start and
-  /// subject. False for bytes that are no calendar.
+  /// subject. False for bytes that are no calendar. A time zone is taken by its name, as this
+  /// machine knows it.
   bool IsIn(std::string_view iIcal) const;
   /// The same but for the id.
   bool HasSameContent(const TAppointment& iOther) const;

@@ -19,8 +19,13 @@ bool IsSuccess(const THttpResponse& iResponse) {
   return iResponse.Status >= 200 && iResponse.Status < 300;
 }
 
+// Whether the server may have done what it was asked for.
+bool IsOpen(const THttpResponse& iResponse) {
+  return iResponse.Status == 0 || iResponse.Status >= 500;
+}
+
 TString Shown(const std::string& iAddress) {
-  return WithoutControlCharacters(FromUtf8(iAddress)).substr(0, cMaxShownAddress);
+  return ShortenedText(WithoutControlCharacters(FromUtf8(iAddress)), cMaxShownAddress);
 }
 
 // What the server's refusal means (RFC 9110; 507: RFC 4918).
@@ -79,15 +84,21 @@ TString TCalDavOutlook::AddAppointment(TStringView iSubject, TStringView iBody,
                                        TStringView iLocation, int, TDateTime iStart, int) {
   if (FService.Stop.stop_requested()) throw Exception(FService.CancelledText());
   TAppointment appointment(iSubject, iBody, iLocation, iStart);
-  auto& unanswered = FService.Unanswered;
-  if (unanswered && unanswered->HasSameContent(appointment)) {
-    appointment.SetUid(unanswered->Uid());
+  for (const TAppointment& earlier : FService.Unanswered) {
+    if (earlier.HasSameContent(appointment)) appointment.SetUid(earlier.Uid());
   }
-  unanswered = appointment;
+  THttpResponse response;
   TfrmKKCommonWait::Run(u"Der Termin wird eingetragen...",
-                        [&](const std::stop_token& iStop) { Put(appointment, iStop); });
-  unanswered.reset();
-  return FromUtf8(FCollection + appointment.FileName());
+                        [&](const std::stop_token& iStop) { response = Put(appointment, iStop); });
+  // While the window stood, others may have been entered.
+  auto& unanswered = FService.Unanswered;
+  std::erase_if(unanswered, [&](const TAppointment& i) { return i.Uid() == appointment.Uid(); });
+  if (IsSuccess(response)) return FromUtf8(FCollection + appointment.FileName());
+  if (IsOpen(response)) {
+    if (unanswered.size() == TCalendarService::cMaxUnanswered) unanswered.erase(unanswered.begin());
+    unanswered.push_back(appointment);
+  }
+  Fail(response);
 }
 
 bool TCalDavOutlook::DeleteAppointment(TStringView iEntryId) {
@@ -104,23 +115,19 @@ bool TCalDavOutlook::DeleteAppointment(TStringView iEntryId) {
   return deleted;
 }
 
-void TCalDavOutlook::Put(const TAppointment& iAppointment, const std::stop_token& iStop) {
+THttpResponse TCalDavOutlook::Put(const TAppointment& iAppointment, const std::stop_token& iStop) {
   THttpRequest request = Request(hmPut, iAppointment.FileName());
   request.Body = iAppointment.Ical();
   request.ContentType = "text/calendar; charset=utf-8";
   request.Headers = {{"If-None-Match", "*"}};
   THttpSession session(FService.Client, FService.TotalMs, iStop, FService.Stop.get_token());
   const THttpResponse response = session.FetchRepeatable(request);
-  if (IsSuccess(response)) return;
-  // An earlier attempt whose answer was lost has brought it there.
-  if (response.Status == 412 && IsStored(iAppointment, session)) return;
-  Fail(response);
-}
-
-bool TCalDavOutlook::IsStored(const TAppointment& iAppointment, THttpSession& ioSession) {
-  const THttpResponse response = ioSession.FetchRepeatable(Request(hmGet, iAppointment.FileName()));
-  if (!response.Received()) Fail(response);
-  return IsSuccess(response) && iAppointment.IsIn(response.Body);
+  if (response.Status != 412) return response;
+  // An earlier attempt whose answer was lost may have brought it there.
+  THttpResponse stored = session.FetchRepeatable(Request(hmGet, iAppointment.FileName()));
+  if (!stored.Received()) stored.Status = 0;  // its first line says nothing of the content
+  const bool isOther = IsSuccess(stored) && !iAppointment.IsIn(stored.Body);
+  return isOther || stored.Status == 404 ? response : stored;
 }
 
 bool TCalDavOutlook::Remove(const std::string& iFileName, const std::stop_token& iStop) {
@@ -147,6 +154,12 @@ THttpRequest TCalDavOutlook::Request(THttpMethod iMethod, const std::string& iFi
     throw Exception(
         u"Die Adresse des Kalenders (CalendarUrl) muss mit https:// beginnen, sonst könnten andere "
         u"das Kennwort mitlesen");
+  }
+  // The store of passwords may be locked at this moment.
+  if (!request.User.empty() && request.Password.empty()) {
+    throw Exception(
+        u"Das Kennwort für den Kalender (CalendarPassword) ist nicht hinterlegt oder zurzeit nicht "
+        u"zugänglich");
   }
   return request;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <optional>
 #include <stop_token>
+#include <vector>
 
 #include "host/common/THttpClient.h"
 #include "host/common/TOutlook.h"
@@ -19,9 +19,11 @@ struct TCalendarService {
   const int TotalMs;
   THttpClient Client;
   std::stop_source Stop;
-  /// An appointment of which nobody knows whether the server has it, because its answer did not
-  /// come. Entered again, it keeps its id, and so it can't stand there twice.
-  std::optional<TAppointment> Unanswered;
+  /// Appointments of which nobody knows whether the server has them, because its answer did not
+  /// come; the last cMaxUnanswered. Entered again, each keeps its id, and so it can't stand there
+  /// twice.
+  std::vector<TAppointment> Unanswered;
+  static constexpr size_t cMaxUnanswered = 100;
 
   /// The text for what a stop token has ended.
   TString CancelledText() const;
@@ -43,10 +45,9 @@ class TCalDavOutlook : public TOutlook {
   bool DeleteAppointment(TStringView iEntryId) override;
 
  private:
-  void Put(const TAppointment& iAppointment, const std::stop_token& iStop);
-  bool IsStored(const TAppointment& iAppointment, THttpSession& ioSession);
+  THttpResponse Put(const TAppointment& iAppointment, const std::stop_token& iStop);
   bool Remove(const std::string& iFileName, const std::stop_token& iStop);
-  /// Raises Exception if the settings would send the password in clear.
+  /// Raises Exception if the settings would send the password in clear, or a user without one.
   THttpRequest Request(THttpMethod iMethod, const std::string& iFileName) const;
   [[noreturn]] void Fail(const THttpResponse& iResponse) const;
 

@@ -1,6 +1,7 @@
 #include "host/delivery/calendar/TFolderOutlook.h"
 
 #include "host/base/Exception.h"
+#include "host/base/Guard.h"
 #include "host/common/TFileHelper.h"
 #include "host/controls/TfrmKKCommonWait.h"
 
@@ -26,7 +27,13 @@ TString TFolderOutlook::AddAppointment(TStringView iSubject, TStringView iBody,
   TString fileName = FromUtf8(appointment.FileName());
   TfrmKKCommonWait::Run(u"Der Termin wird eingetragen...", [&](const std::stop_token&) {
     MakeHostFolder(FFolder);
-    WriteFileAtomically(PathOf(fileName), appointment.Ical(), cOwnerOnly);
+    try {
+      WriteFileAtomically(PathOf(fileName), appointment.Ical(), cOwnerOnly);
+    } catch (const Exception&) {
+      // Who is told that it isn't entered enters it again.
+      Guarded(u"Kalender", [&] { DeleteFile(PathOf(fileName)); });
+      throw;
+    }
   });
   return fileName;
 }

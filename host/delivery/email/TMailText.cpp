@@ -19,8 +19,6 @@ constexpr size_t cMaxLine = 76;
 
 bool IsSeparator(char16_t c) { return c == cLineSeparator || c == cParagraphSeparator; }
 
-bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
-
 std::string Base64(std::string_view iBytes) {
   static constexpr char cDigits[] =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -94,13 +92,6 @@ TString HeaderText(TStringView iText) {
   TString text = WithoutControlCharacters(iText);
   std::erase_if(text, IsSeparator);
   return text;
-}
-
-TString ShortenedText(TStringView iText, size_t iMaxLength) {
-  if (iText.size() <= iMaxLength) return TString(iText);
-  TString text(iText.substr(0, iMaxLength));
-  if (!text.empty() && IsHighSurrogate(text.back())) text.pop_back();
-  return text + u"…";
 }
 
 std::string EncodedText(TStringView iText) {

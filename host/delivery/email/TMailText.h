@@ -11,10 +11,6 @@ namespace kk {
 /// control characters (NUL, CR and LF among them) and without line and paragraph separators.
 TString HeaderText(TStringView iText);
 
-/// The beginning of a text, with "…" at its end if it is longer than so many UTF-16 units. No
-/// character is cut in two.
-TString ShortenedText(TStringView iText, size_t iMaxLength);
-
 /// A header's text without its line breaks: as it is where all of it is plain (printable ASCII that
 /// fits in a line), else as encoded words of 64 characters at most (RFC 2047), one to a line.
 std::string EncodedText(TStringView iText);

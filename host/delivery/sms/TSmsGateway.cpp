@@ -75,8 +75,7 @@ TRefusal ReadRefusal(const std::string& iBody) {
   const TJson& object = error != answer.end() && error->is_object() ? *error : answer;
   TString reason = FromUtf8(TextIn(object, {"message", "detail", "title", "error"}));
   reason = WithoutControlCharacters(ToSingleLine(reason));
-  if (reason.size() > cMaxReasonLength) reason = reason.substr(0, cMaxReasonLength) + u"…";
-  return {TextIn(object, {"code", "error"}), reason};
+  return {TextIn(object, {"code", "error"}), ShortenedText(reason, cMaxReasonLength)};
 }
 
 bool IsAboutNumber(const std::string& iCode) {

@@ -168,6 +168,13 @@ TEST(Numbers, OtherTextIsNone) {
   }
 }
 
+TEST(ShortenedText, CutsNoCharacterInTwo) {
+  EXPECT_EQ(ShortenedText(u"abc", 3), u"abc");
+  EXPECT_EQ(ShortenedText(u"abcd", 3), u"abc…");
+  EXPECT_EQ(ShortenedText(u"ab\U0001F4A1c", 3), u"ab…");
+  EXPECT_EQ(ShortenedText(u"ab\U0001F4A1c", 4), u"ab\U0001F4A1…");
+}
+
 TEST(WithoutControlCharacters, TakesThemAllOut) {
   EXPECT_EQ(WithoutControlCharacters(u"Betreff\r\nBcc: x"), u"BetreffBcc: x");
   EXPECT_EQ(WithoutControlCharacters(TString(u"a\0b\x7F\x85\x9F"

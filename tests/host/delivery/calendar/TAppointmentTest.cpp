@@ -107,18 +107,18 @@ TEST(TAppointment, TextsBeyondTheBoundsAreCutAndSayIt) {
   const TString large(1 << 20, u'x');
   const TIcalReader reader(TAppointment(large, large, large, cStart).Ical());
   EXPECT_EQ(reader.Outline(), cOutline);
-  EXPECT_EQ(reader.Summary(), std::string(499, 'x') + "…");
-  EXPECT_EQ(reader.Description(), std::string(7999, 'x') + "…");
-  EXPECT_EQ(reader.Location(), std::string(499, 'x') + "…");
+  EXPECT_EQ(reader.Summary(), std::string(500, 'x') + "…");
+  EXPECT_EQ(reader.Description(), std::string(8000, 'x') + "…");
+  EXPECT_EQ(reader.Location(), std::string(500, 'x') + "…");
   const TString fits(500, u'x');
   EXPECT_EQ(TIcalReader(TAppointment(fits, u"b", u"c", cStart).Ical()).Summary(), ToUtf8(fits));
 }
 
 TEST(TAppointment, ACutLeavesNoHalfCharacter) {
-  TString text(498, u'x');
+  TString text(499, u'x');
   text += u"😀😀";
   EXPECT_EQ(TIcalReader(TAppointment(text, u"b", u"c", cStart).Ical()).Summary(),
-            std::string(498, 'x') + "…");
+            std::string(499, 'x') + "…");
 }
 
 TEST(TAppointment, HostileTextsStayTexts) {
@@ -171,6 +171,22 @@ TEST(TAppointment, IsNotFoundInAnythingElse) {
   std::string deep;
   for (int i = 0; i < 16000; ++i) deep += "BEGIN:VEVENT\r\n";
   EXPECT_FALSE(appointment.IsIn(deep));
+}
+
+// A zone with a change of clocks in every second is no zone, but more work than a machine can do.
+TEST(TAppointment, ZonesOfAServersOwnMakeAreNotWorkedOut) {
+  const TAppointment appointment(u"a", u"b", u"c", cStart);
+  const auto zoned = [&](const std::string& iName) {
+    const std::string zone =
+        "BEGIN:VTIMEZONE\r\nTZID:" + iName +
+        "\r\nBEGIN:STANDARD\r\nDTSTART:19700101T000000\r\nTZOFFSETFROM:+0200\r\n"
+        "TZOFFSETTO:+0100\r\nRRULE:FREQ=SECONDLY\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n";
+    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + zone + "BEGIN:VEVENT\r\n" + zone +
+           "UID:" + appointment.Uid() + "\r\nSUMMARY:a\r\nDTSTART;TZID=" + iName +
+           ":20261120T183000\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n";
+  };
+  EXPECT_FALSE(appointment.IsIn(zoned("Nirgendwo")));
+  EXPECT_TRUE(appointment.IsIn(zoned("Europe/Berlin")));  // a name that everyone knows
 }
 
 // Texts of whatever units, with pieces in between that mean something to calendars.

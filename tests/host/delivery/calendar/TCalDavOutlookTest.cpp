@@ -116,6 +116,8 @@ TEST_F(TCalDavOutlookTest, AnotherAppointmentInItsPlaceIsAFailure) {
   EXPECT_EQ(AddFailureAt(412), "Im Kalender steht unter dieser Kennung schon etwas anderes");
   FServer.GetStatus = 404;
   EXPECT_EQ(AddFailureAt(412), "Im Kalender steht unter dieser Kennung schon etwas anderes");
+  FServer.GetStatus = 401;
+  EXPECT_EQ(AddFailureAt(412), "Benutzer oder Kennwort für den Kalender sind falsch");
   FServer.GetStatus = 200;
   FServer.GetBody = std::string(1 << 20, 'x');
   EXPECT_EQ(AddFailureAt(412),
@@ -211,6 +213,55 @@ TEST_F(TCalDavOutlookTest, EnteredAgainAfterAnUnknownEndItKeepsItsId) {
   EXPECT_EQ(FServer.Last.path, second);
   Add();
   EXPECT_NE(FServer.Last.path, second);
+}
+
+TEST_F(TCalDavOutlookTest, SeveralUnknownEndsAreKeptApartWhateverIsEnteredBetween) {
+  FServer.Status = 503;
+  std::vector<std::string> paths;
+  for (const char16_t* body : {u"Eins", u"Zwei"}) {
+    FailureOf([&] { Add(u"Kaufkobolde 7.0", body); });
+    paths.push_back(FServer.Last.path);
+  }
+  FServer.Status = 201;
+  Add();
+  Add(u"Kaufkobolde 7.0", u"Eins");
+  EXPECT_EQ(FServer.Last.path, paths[0]);
+  Add(u"Kaufkobolde 7.0", u"Zwei");
+  EXPECT_EQ(FServer.Last.path, paths[1]);
+}
+
+TEST_F(TCalDavOutlookTest, NoMoreUnknownEndsAreKeptThanTheBound) {
+  FServer.Status = 503;
+  AddFailure();
+  const std::string first = FServer.Last.path;
+  for (size_t i = 0; i < TCalendarService::cMaxUnanswered; ++i) {
+    FailureOf([&] { Add(u"Kaufkobolde 7.0", IntToStr(static_cast<int64_t>(i))); });
+  }
+  AddFailure();
+  EXPECT_NE(FServer.Last.path, first);
+}
+
+// Else whoever has moved the one appointment in the calendar could never enter it again.
+TEST_F(TCalDavOutlookTest, EnteredAgainAfterARefusalItHasAnotherId) {
+  FServer.Status = 503;
+  AddFailure();
+  const std::string path = FServer.Last.path;
+  FServer.GetStatus = 200;
+  AddFailureAt(412);
+  EXPECT_EQ(FServer.Last.path, path);
+  FServer.Status = 201;
+  Add();
+  EXPECT_NE(FServer.Last.path, path);
+}
+
+TEST_F(TCalDavOutlookTest, PasswordThatCannotBeHadIsNotSentAsAnEmptyOne) {
+  FWorld.Set(u"CalendarPassword", u"");
+  const std::string missing =
+      "Das Kennwort für den Kalender (CalendarPassword) ist nicht hinterlegt oder zurzeit nicht "
+      "zugänglich";
+  EXPECT_EQ(AddFailure(), missing);
+  EXPECT_EQ(DeleteFailure(SomeEntryId()), missing);
+  EXPECT_EQ(FServer.Count, 0);
 }
 
 TEST_F(TCalDavOutlookTest, LoopGoesOnWhileTheUserWaitsAndMayGiveUp) {

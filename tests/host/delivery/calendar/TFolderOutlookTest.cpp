@@ -83,9 +83,21 @@ TEST_F(TFolderOutlookTest, AFullDiskIsSaidAndLeavesNothing) {
     return std::distance(begin(files), end(files));
   };
   TFaultyFileLayer layer;
-  layer.FailAll("write", ENOSPC);
-  EXPECT_THAT(AddFailure(), testing::HasSubstr("Der Datenträger ist voll"));
-  EXPECT_EQ(count(), 1);
+  for (const char* step : {"open", "write", "flush", "close", "rename"}) {
+    layer.FailAll(step, ENOSPC);
+    EXPECT_THAT(AddFailure(), testing::HasSubstr("Der Datenträger ist voll"));
+    EXPECT_EQ(count(), 1) << step;
+  }
+  // The last step of all, when the file has its name already.
+  layer.FailCall(-1, 0);
+  Add();
+  const int steps = static_cast<int>(layer.Calls().size());
+  for (int call = 0; call < steps; ++call) {
+    layer.FailCall(call, ENOSPC);
+    const auto before = count();
+    const bool failed = AddFailure() != "(no failure)";
+    EXPECT_EQ(count(), failed ? before : before + 1) << call;
+  }
 }
 
 TEST_F(TFolderOutlookTest, AFolderThatCannotBeMadeIsSaid) {

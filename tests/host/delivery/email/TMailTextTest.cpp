@@ -44,13 +44,6 @@ TEST(HeaderText, HasNoCharacterThatCouldEndALine) {
   EXPECT_EQ(HeaderText(TString(u"a\r\nb\0c\u0085d\u2028e\u2029f\x7Fg\th", 16)), u"abcdefgh");
 }
 
-TEST(ShortenedText, CutsNoCharacterInTwo) {
-  EXPECT_EQ(ShortenedText(u"abc", 3), u"abc");
-  EXPECT_EQ(ShortenedText(u"abcd", 3), u"abc…");
-  EXPECT_EQ(ShortenedText(u"ab\U0001F4A1c", 3), u"ab…");
-  EXPECT_EQ(ShortenedText(u"ab\U0001F4A1c", 4), u"ab\U0001F4A1…");
-}
-
 TEST(EncodedText, LeavesPlainTextAsItIs) {
   EXPECT_EQ(EncodedText(u" Erinnerung an <x@y>, \"5:30\" "), "Erinnerung an <x@y>, \"5:30\"");
   EXPECT_EQ(EncodedText(u""), "");

@@ -168,6 +168,9 @@ TEST_F(TSmsGatewayTest, HostileWordsOfTheGatewayBecomeOneShortLine) {
   EXPECT_EQ(lines.Error, "Der SMS-Dienst lehnt die Nachricht ab: a b[2Jc");
   const TAnswer lengthy = Answered(400, R"({"message":")" + std::string(60000, 'x') + R"("})");
   EXPECT_EQ(lengthy.Error, "Der SMS-Dienst lehnt die Nachricht ab: " + std::string(200, 'x') + "…");
+  const std::string x(199, 'x');
+  EXPECT_EQ(Answered(400, R"({"message":")" + x + R"(\ud83d\ude00y"})").Error,
+            "Der SMS-Dienst lehnt die Nachricht ab: " + x + "…");  // no half of a character
   const TAnswer deep = Answered(400, std::string(30000, '[') + std::string(30000, ']'));
   EXPECT_EQ(deep.Error, "Der SMS-Dienst lehnt die Nachricht ab");
   // What is beyond all measure isn't read, but its first line has said enough.
@@ -273,6 +276,15 @@ TEST_F(TSmsGatewayTest, FirstLineOfAnAnswerThatBreaksOffDecides) {
   const TRawTestServer refused("HTTP/1.1 402 Payment\r\nContent-Length: 100\r\n\r\nabc");
   FWorld.Set(u"SmsUrl", refused.Address("/"));
   EXPECT_EQ(Send().Result, srNoCredit);
+}
+
+TEST_F(TSmsGatewayTest, InterimAnswerIsNone) {
+  const TRawTestServer server("HTTP/1.1 100 Continue\r\n\r\n");
+  FWorld.Set(u"SmsUrl", server.Address("/"));
+  const TAnswer answer = Send();
+  EXPECT_EQ(answer.Result, srUnavailable);
+  EXPECT_THAT(answer.Error, HasSubstr("nicht erreichbar"));
+  EXPECT_EQ(server.Received().size(), 2u);
 }
 
 TEST_F(TSmsGatewayTest, HungGatewayEndsAtTheLimit) {
