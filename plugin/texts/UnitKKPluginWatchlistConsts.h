@@ -32,6 +32,15 @@ inline constexpr TGuid cExplorerbarItemAddId =
 inline constexpr int cExplorerbarItemAddSortOrder = 70;
 inline constexpr TStringView cExplorerbandBarBitmap = u"EXPLORERBANDBARICO";
 
+// The columns in result views: those of the section's own lists, and the one in the views of other
+// plug-ins with its images.
+inline constexpr TGuid cColumnIDReminder = GuidLiteral("{2C02CA49-B3D5-4E45-8926-78BAD9DBAA6C}");
+inline constexpr TGuid cColumnIDDateOffer = GuidLiteral("{1438EDE5-EAB5-4281-A6AC-B1CD1B3F272D}");
+inline constexpr TGuid cColumnIDWatchlist = GuidLiteral("{28FFB6E5-7834-4533-A3D3-E849098C2203}");
+inline constexpr TStringView cColumnImageUnknown = u"ADDITIONALCOLUMNUNKNOWN";
+inline constexpr TStringView cColumnImageNo = u"ADDITIONALCOLUMNNO";
+inline constexpr TStringView cColumnImageYes = u"ADDITIONALCOLUMNYES";
+
 // The watch list file: its version and the names of its entries.
 inline constexpr TStringView cWatchlistFileName = u"watchlist.dat";
 inline constexpr int cWatchlistFileVersion = 2;

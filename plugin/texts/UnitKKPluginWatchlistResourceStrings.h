@@ -26,6 +26,11 @@ inline constexpr TStringView _resWaitForThreadsCaption = u"Warten auf Beobachten
 inline constexpr TStringView _resWaitForThreadsInfo =
     u"Die laufenden Aktualisierungen in der Beobachtenliste werden beendet.";
 
+// The columns in result views.
+inline constexpr TStringView _resColumnCaptionReminder = u"Erinnerung";
+inline constexpr TStringView _resColumnCaptionDateOffer = u"Daten vom";
+inline constexpr TStringView _resColumnWatchlistCaption = u"Beobachten";
+
 // What other plug-ins' views show of the watch list, and its interface for them.
 inline constexpr TStringView _resContextMenuItemSearchLocationIntegrationAdd =
     u"Artikel beobachten...";

@@ -3,7 +3,7 @@
 
 #include "plugin/TAdditionalColumnsWatchlist.h"
 #include "plugin/TExplorerBarExtenderMoreOptionsWatchList.h"
-#include "plugin/THashedStringListExt.h"
+#include "views/columns/THashedStringListExt.h"
 #include "plugin/TPluginIntegrationWatchlist.h"
 #include "plugin/TSettingsExtenderWatchlist.h"
 #include "plugin/TToolbarButtonWatchlist.h"

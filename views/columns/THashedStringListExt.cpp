@@ -1,4 +1,4 @@
-#include "plugin/THashedStringListExt.h"
+#include "views/columns/THashedStringListExt.h"
 
 namespace kk {
 
