@@ -167,9 +167,11 @@ std::unique_ptr<TWatchlistCategory> TLstWatchlistCategory::RemoveCategoryById(co
 void TLstWatchlistCategory::Attached(TWatchlistCategory& iCategory) {
   TLstTree::Attached(iCategory);
   if (OwnsObjects()) EnterCategory(iCategory, iCategory.Id());
+  if (FParent != nullptr) FParent->ForgetItemCount();
 }
 
 void TLstWatchlistCategory::Detached(TWatchlistCategory& iCategory) {
+  if (FParent != nullptr) FParent->ForgetItemCount();
   if (OwnsObjects()) LeaveCategory(iCategory, iCategory.Id());
   TLstTree::Detached(iCategory);
 }

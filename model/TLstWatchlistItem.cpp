@@ -1,5 +1,6 @@
 #include "model/TLstWatchlistItem.h"
 
+#include "model/TWatchlistCategory.h"
 #include "model/TreeSearch.h"
 
 namespace kk {
@@ -32,12 +33,22 @@ TIntf<IInterfaceList> TLstWatchlistItem::GetSearchResultsFromItems() const {
 
 void TLstWatchlistItem::Attached(TWatchlistItem& iItem) {
   TLstTree::Attached(iItem);
-  if (OwnsObjects()) EnterItem(iItem, iItem.SearchResultId());
+  if (!OwnsObjects()) return;
+  EnterItem(iItem, iItem.SearchResultId());
+  ForgetItemCount();
 }
 
 void TLstWatchlistItem::Detached(TWatchlistItem& iItem) {
-  if (OwnsObjects()) LeaveItem(iItem, iItem.SearchResultId());
+  if (OwnsObjects()) {
+    LeaveItem(iItem, iItem.SearchResultId());
+    ForgetItemCount();
+  }
   TLstTree::Detached(iItem);
+}
+
+void TLstWatchlistItem::ForgetItemCount() const {
+  const TLstWatchlistPlugin* groups = FGroup == nullptr ? nullptr : FGroup->List();
+  if (groups != nullptr && groups->Category() != nullptr) groups->Category()->ForgetItemCount();
 }
 
 }  // namespace kk

@@ -34,6 +34,9 @@ class TLstWatchlistItem : public TLstTree<TWatchlistItem, TLstWatchlistItem> {
   void Detached(TWatchlistItem& iItem) override;
 
  private:
+  /// The categories in which the list hangs count anew.
+  void ForgetItemCount() const;
+
   TWatchlistPlugin* FGroup;
 };
 

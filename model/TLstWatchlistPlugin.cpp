@@ -1,5 +1,7 @@
 #include "model/TLstWatchlistPlugin.h"
 
+#include "model/TWatchlistCategory.h"
+
 #include "model/TreeSearch.h"
 
 namespace kk {
@@ -40,6 +42,16 @@ TWatchlistItem* TLstWatchlistPlugin::FindItemById(const TGuid& iItemId) const {
 
 std::unique_ptr<TWatchlistItem> TLstWatchlistPlugin::RemoveItemById(const TGuid& iItemId) {
   return TakeOutItem(FindItemById(iItemId));
+}
+
+void TLstWatchlistPlugin::Attached(TWatchlistPlugin& iGroup) {
+  TLstTree::Attached(iGroup);
+  if (FCategory != nullptr) FCategory->ForgetItemCount();
+}
+
+void TLstWatchlistPlugin::Detached(TWatchlistPlugin& iGroup) {
+  if (FCategory != nullptr) FCategory->ForgetItemCount();
+  TLstTree::Detached(iGroup);
 }
 
 }  // namespace kk

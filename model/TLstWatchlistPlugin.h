@@ -32,6 +32,10 @@ class TLstWatchlistPlugin : public TLstTree<TWatchlistPlugin, TLstWatchlistPlugi
 
   TWatchlistCategory* Category() const { return FCategory; }
 
+ protected:
+  void Attached(TWatchlistPlugin& iGroup) override;
+  void Detached(TWatchlistPlugin& iGroup) override;
+
  private:
   TWatchlistCategory* FCategory;
 };

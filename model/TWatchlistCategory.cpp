@@ -84,11 +84,20 @@ void TWatchlistCategory::GetPlugins(TLstWatchlistPlugin& ioLst) const {
 }
 
 int TWatchlistCategory::GetItemCount(bool iRecursive) const {
+  if (iRecursive && FItemCount >= 0) return FItemCount;
   int count = 0;
   for (const TWatchlistPlugin* group : *FLstPlugin) count += group->LstItem().GetCount();
   if (!iRecursive) return count;
   for (const TWatchlistCategory* category : *FLstCategory) count += category->GetItemCount(true);
-  return count;
+  return FItemCount = count;
+}
+
+void TWatchlistCategory::ForgetItemCount() {
+  TWatchlistCategory* category = this;
+  while (category != nullptr && category->FItemCount >= 0) {
+    category->FItemCount = -1;
+    category = category->List() == nullptr ? nullptr : category->List()->Parent();
+  }
 }
 
 }  // namespace kk

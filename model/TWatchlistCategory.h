@@ -55,7 +55,10 @@ class TWatchlistCategory : public TObject {
   TWatchlistCategory* FindCategoryByItemId(const TGuid& iItemId);
   /// Appends all groups to a list that borrows.
   void GetPlugins(TLstWatchlistPlugin& ioLst) const;
+  /// Views ask at every repaint: the recursive count is kept until something below has changed.
   int GetItemCount(bool iRecursive) const;
+  /// Items, groups or categories below have come or gone. Only the lists below call it.
+  void ForgetItemCount();
 
   /// The owning list in which the category hangs, if it does, and where in it.
   TLstWatchlistCategory* List() const { return FPlace.List; }
@@ -69,6 +72,8 @@ class TWatchlistCategory : public TObject {
   TString FName;
   TStringList FDescription;
   bool FExpanded = false;
+  // Recursive; -1 while it is not known, and then it is not known of the categories above either.
+  mutable int FItemCount = -1;
   std::unique_ptr<TLstWatchlistCategory> FLstCategory;
   std::unique_ptr<TLstWatchlistPlugin> FLstPlugin;
   TTreePlace<TLstWatchlistCategory> FPlace;

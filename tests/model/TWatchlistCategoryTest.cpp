@@ -206,6 +206,26 @@ TEST_F(Category, CountsItsItems) {
   EXPECT_EQ(k2.GetItemCount(true), 1);
 }
 
+TEST_F(Category, CountsAnewWhateverChangesBelow) {
+  TWatchlistItem& item = AddItem(group21.LstItem());
+  AddItem(group.LstItem());
+  EXPECT_EQ(k.GetItemCount(true), 2);
+  AddItem(group21.LstItem());
+  EXPECT_EQ(k.GetItemCount(true), 3) << "an item has come, two levels below";
+  const std::unique_ptr<TWatchlistItem> taken = group21.LstItem().Extract(item);
+  EXPECT_EQ(k.GetItemCount(true), 2);
+  std::unique_ptr<TWatchlistPlugin> takenGroup = k21.LstPlugin().Extract(group21);
+  EXPECT_EQ(k.GetItemCount(true), 1) << "a group has gone";
+  k21.LstPlugin().Add(std::move(takenGroup));
+  EXPECT_EQ(k.GetItemCount(true), 2) << "a group has come, with its items";
+  std::unique_ptr<TWatchlistCategory> child = k.LstCategory().Extract(k2);
+  EXPECT_EQ(k.GetItemCount(true), 1);
+  AddItem(group21.LstItem());
+  EXPECT_EQ(k.GetItemCount(true), 1) << "what was taken out counts for itself";
+  k.LstCategory().Add(std::move(child));
+  EXPECT_EQ(k.GetItemCount(true), 3);
+}
+
 TEST_F(Category, FreesItsChildrenBeforeItsOwnGroups) {
   AddItem(group.LstItem(), u"eigen");
   AddItem(group1.LstItem(), u"Kind");
