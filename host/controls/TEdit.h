@@ -10,15 +10,20 @@ class TEdit : public TControl {
   using TControl::TControl;
 
   const TString& Text() const { return FText; }
-  void SetText(TStringView iText) { SetValue(FText, iText); }
+  void SetText(TStringView iText);
   /// The user has changed the text to this one.
   bool EnterText(TStringView iText);
   void SetOnChange(TNotifyEvent iEvent) { FOnChange = iEvent; }
+  /// Marks the whole text, so that the user's next key replaces it.
+  void SelectAll();
+  /// From then on until the text is another one.
+  bool AllSelected() const { return FAllSelected; }
 
   bool AcceptsFocus() const override { return true; }
 
  private:
   TString FText;
+  bool FAllSelected = false;
   TNotifyEvent FOnChange;
 };
 

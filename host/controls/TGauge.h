@@ -14,10 +14,14 @@ class TGauge : public TControl {
   void SetMaximum(int iMaximum) { SetValue(FMaximum, iMaximum); }
   int Progress() const { return FProgress; }
   void SetProgress(int iProgress) { SetValue(FProgress, iProgress); }
+  /// Stands in the gauge; empty for none.
+  const TString& Text() const { return FText; }
+  void SetText(TStringView iText) { SetValue(FText, iText); }
 
  private:
   int FMaximum = 100;
   int FProgress = 0;
+  TString FText;
 };
 
 using TKK5SkinGauge = TGauge;

@@ -19,6 +19,17 @@ class TPanel : public TCaptionControl {
 
   TArrangement Arrangement() const { return FArrangement; }
   void SetArrangement(TArrangement iArrangement) { SetValue(FArrangement, iArrangement); }
+  /// In the skin's own units; 0 for what its content needs.
+  int Width() const { return FWidth; }
+  void SetWidth(int iWidth) { SetValue(FWidth, iWidth); }
+  /// The user has drawn its splitter; no panel gets narrower than its minimum.
+  bool DragWidth(int iWidth);
+  int MinWidth() const { return FMinWidth; }
+  int MinHeight() const { return FMinHeight; }
+  void SetMinSize(int iWidth, int iHeight);
+  /// Whether a splitter stands beside it.
+  bool HasSplitter() const { return FHasSplitter; }
+  void SetHasSplitter(bool iHasSplitter) { SetValue(FHasSplitter, iHasSplitter); }
   TPosition Position() const { return FPosition; }
   void SetPosition(TPosition iPosition) { SetValue(FPosition, iPosition); }
 
@@ -38,6 +49,10 @@ class TPanel : public TCaptionControl {
  private:
   TArrangement FArrangement = TArrangement::arColumn;
   TPosition FPosition = TPosition::poDefault;
+  int FWidth = 0;
+  int FMinWidth = 0;
+  int FMinHeight = 0;
+  bool FHasSplitter = false;
   TNotifyEvent FOnShow;
   TNotifyEvent FOnClose;
 };

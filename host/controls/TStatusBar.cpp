@@ -6,6 +6,7 @@ namespace kk {
 
 void TStatusBar::AddPanel(TStringView iText) {
   FPanels.emplace_back(iText);
+  FPanelControls.push_back(nullptr);
   Changed();
 }
 
@@ -15,6 +16,14 @@ const TString& TStatusBar::PanelText(int iIndex) const {
 
 void TStatusBar::SetPanelText(int iIndex, TStringView iText) {
   SetValue(FPanels[CheckedIndex(iIndex, FPanels.size())], iText);
+}
+
+TControl* TStatusBar::PanelControl(int iIndex) const {
+  return FPanelControls[CheckedIndex(iIndex, FPanelControls.size())];
+}
+
+void TStatusBar::SetPanelControl(int iIndex, TControl* iControl) {
+  SetValue(FPanelControls[CheckedIndex(iIndex, FPanelControls.size())], iControl);
 }
 
 }  // namespace kk

@@ -335,5 +335,49 @@ TEST(TPanel, IsTheLastOfItsSiblingsWhenBroughtToFront) {
   EXPECT_EQ(skin.Take(), TNotes{});
 }
 
+TEST(TEdit, AllOfItIsSelectedUntilTheTextIsAnother) {
+  TSkinRecorder skin;
+  TShownForm form;
+  TEdit edit(&form, u"edt");
+  edit.SetText(u"alt");
+  form.SetObserver(&skin);
+  EXPECT_FALSE(edit.AllSelected());
+  edit.SelectAll();
+  edit.SelectAll();
+  EXPECT_EQ(skin.Take(), (TNotes{"changed edt", "changed edt"})) << "the caret may have been moved";
+  EXPECT_TRUE(edit.AllSelected());
+  edit.SetText(u"alt");
+  EXPECT_TRUE(edit.AllSelected());
+  EXPECT_TRUE(edit.EnterText(u"neu"));
+  EXPECT_FALSE(edit.AllSelected());
+  form.SetObserver(nullptr);
+}
+
+TEST(TGauge, ShowsATextBesideItsProgress) {
+  TGauge gauge(nullptr, u"gauge");
+  EXPECT_EQ(gauge.Text(), u"");
+  gauge.SetText(u"Aktualisierung: 3");
+  EXPECT_EQ(gauge.Text(), u"Aktualisierung: 3");
+}
+
+TEST(TPanel, TheUserDrawsASplitterNotBelowTheMinimum) {
+  TShownForm form;
+  TPanel panel(&form, u"pnl");
+  panel.SetMinSize(100, 50);
+  panel.SetWidth(220);
+  EXPECT_FALSE(panel.DragWidth(300)) << "it has no splitter";
+  panel.SetHasSplitter(true);
+  EXPECT_TRUE(panel.HasSplitter());
+  EXPECT_TRUE(panel.DragWidth(300));
+  EXPECT_EQ(panel.Width(), 300);
+  EXPECT_FALSE(panel.DragWidth(300));
+  EXPECT_TRUE(panel.DragWidth(20));
+  EXPECT_EQ(panel.Width(), 100);
+  EXPECT_EQ(panel.MinWidth(), 100);
+  EXPECT_EQ(panel.MinHeight(), 50);
+  panel.SetEnabled(false);
+  EXPECT_FALSE(panel.DragWidth(300));
+}
+
 }  // namespace
 }  // namespace kk

@@ -4,6 +4,7 @@
 
 #include "ControlsFixture.h"
 #include "host/base/Exception.h"
+#include "host/controls/TGauge.h"
 
 namespace kk {
 namespace {
@@ -39,6 +40,24 @@ TEST(TStatusBar, TellsTheSkinOnlyWhatChanges) {
   bar.SetPanelText(0, u"b");
   EXPECT_EQ(skin.Take(), TNotes{});
   form.SetObserver(nullptr);
+}
+
+TEST(TStatusBar, AControlCanFillAPanel) {
+  TSkinRecorder skin;
+  TStatusBar bar(nullptr, u"stsbr");
+  bar.AddPanel();
+  bar.AddPanel();
+  TGauge gauge(&bar, u"gauge");
+  bar.SetObserver(&skin);
+  bar.SetPanelControl(1, &gauge);
+  EXPECT_EQ(skin.Take(), TNotes{"changed stsbr"});
+  EXPECT_EQ(bar.PanelControl(1), &gauge);
+  EXPECT_EQ(bar.PanelControl(0), nullptr);
+  EXPECT_THROW(bar.PanelControl(2), EListError);
+  EXPECT_THROW(bar.SetPanelControl(2, nullptr), EListError);
+  bar.Invalidate();
+  EXPECT_EQ(skin.Take(), TNotes{"changed stsbr"});
+  bar.SetObserver(nullptr);
 }
 
 }  // namespace
