@@ -107,6 +107,10 @@ inline constexpr std::array<int, 14> cRemindTimeRelativeMinutes = {
 inline constexpr TStringView cNotificationImageClose = u"NOTIFICATIONCLOSE";
 inline constexpr TStringView cNotificationImageCloseOver = u"NOTIFICATIONCLOSEOVER";
 
+// The folders of the category tree.
+inline constexpr TStringView cCategoryImageClosed = u"CATEGORYCLOSED";
+inline constexpr TStringView cCategoryImageOpen = u"CATEGORYOPEN";
+
 // The settings.
 inline constexpr TStringView cSettingsSectionWatchlist = u"Watchlist";
 inline constexpr TStringView cDefaultSoundFileName = u"remind.wav";

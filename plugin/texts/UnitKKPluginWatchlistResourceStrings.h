@@ -251,6 +251,35 @@ inline constexpr TStringView _resContextMenuItemDeleteAll = u"Alle löschen";
 inline constexpr TStringView _resContextMenuItemDescription = u"Notiz bearbeiten...";
 inline constexpr TStringView _resRootNodeName = u"oberste Ebene";
 
+// The tree of categories, its menu, its hints, and the status bar.
+inline constexpr TStringView _resCategoriesCaption = u"Kategorien";
+inline constexpr TStringView _resCategoriesNew = u"Neu";
+inline constexpr TStringView _resCategoriesDelete = u"Löschen";
+inline constexpr TStringView _resCategoriesRename = u"Bearbeiten";
+inline constexpr TStringView _resMenuItemEdit = u"Markierten Eintrag bearbeiten...";
+inline constexpr TStringView _resMenuItemMove = u"Markierten Eintrag verschieben nach...";
+inline constexpr TStringView _resMenuItemDelete = u"Markierten Eintrag löschen";
+inline constexpr TStringView _resMenuItemCategoryNew = u"Neue Kategorie...";
+inline constexpr TStringView _resMenuItemAddCategoryAtLevel = u"auf dieser Ebene anlegen...";
+inline constexpr TStringView _resMenuItemAddCategoryAtSubLevel = u"als Unterkategorie anlegen...";
+inline constexpr TStringView _resMenuItemAddCategoryRoot = u"als Hauptkategorie anlegen...";
+inline constexpr TStringView _resMenuItemUpdate = u"Markierten Eintrag aktualisieren";
+inline constexpr TStringView _resMenuItemUpdateAll = u"Alles aktualisieren";
+inline constexpr TStringView _resHintOneItem = u"Enthält 1 Eintrag";
+inline constexpr TStringView _resHintItems = u"Enthält %d Einträge";
+inline constexpr TStringView _resHintReminder = u"Erinnerung:";
+inline constexpr TStringView _resHintReminderTime = u"am %s um %s";
+inline constexpr TStringView _resStatusUpdate = u"Aktualisierung: %d";
+
+// The editors of a category and of a note.
+inline constexpr TStringView _resEditCategoryCaptionEdit = u"Kategorie bearbeiten";
+inline constexpr TStringView _resEditCategoryCaptionNew = u"Kategorie anlegen";
+inline constexpr TStringView _resEditCategoryName = u"Name";
+inline constexpr TStringView _resEditCategoryDescription = u"Beschreibung";
+inline constexpr TStringView _resEditDescriptionCaption = u"Notiz";
+inline constexpr TStringView _resEditOK = u"&OK";
+inline constexpr TStringView _resEditCancel = u"&Abbrechen";
+
 // What the rules of the section refuse, for a host without its menus.
 inline constexpr TStringView _resRefusedNotReady = u"Die Beobachtenliste ist nicht bereit.";
 inline constexpr TStringView _resRefusedNoSuchCategory = u"Es gibt keine Kategorie mit der Id %s.";
