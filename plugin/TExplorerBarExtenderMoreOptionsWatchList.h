@@ -2,6 +2,7 @@
 
 #include "host/base/TObject.h"
 #include "host/contract/TCommonExplorerBarExtender.h"
+#include "host/controls/TCommonExplorerBarItem.h"
 #include "plugin/IExplorerBarExtenderMoreOptionsWatchList.h"
 
 namespace kk {

@@ -62,10 +62,28 @@ bool TControl::LeaveMouse() {
 
 void TControl::Changed() {
   AssertMainThread();
+  FHasChanged = IsUpdating();
+  if (FHasChanged) return;
   if (IControlObserver* observer = Observer()) observer->ControlChanged(*this);
 }
 
-void TControl::SetParent(TControl* iParent) {
+void TControl::EndUpdate() {
+  if (--FUpdates == 0) TellChanges();
+}
+
+bool TControl::IsUpdating() const {
+  for (const TControl* control = this; control != nullptr; control = control->FParent) {
+    if (control->FUpdates > 0) return true;
+  }
+  return false;
+}
+
+void TControl::TellChanges() {
+  if (FHasChanged) Changed();
+  for (TControl* child : FChildren) child->TellChanges();
+}
+
+void TControl::SetParent(TControl* iParent, const TControl* iBefore) {
   if (FParent != nullptr) {
     if (TForm* form = FParent->Form()) form->Forget(*this);
     std::erase(FParent->FChildren, this);
@@ -73,7 +91,8 @@ void TControl::SetParent(TControl* iParent) {
   }
   FParent = iParent;
   if (FParent == nullptr) return;
-  FParent->FChildren.push_back(this);
+  auto& siblings = FParent->FChildren;
+  siblings.insert(std::find(siblings.begin(), siblings.end(), iBefore), this);
   FParent->Changed();
 }
 

@@ -78,6 +78,12 @@ class TControl : public TObject {
   void SetOnMouseEnter(TNotifyEvent iEvent) { FOnMouseEnter = iEvent; }
   void SetOnMouseLeave(TNotifyEvent iEvent) { FOnMouseLeave = iEvent; }
 
+  /// Between the two, which may lie in one another (TUpdating), the skin hears nothing of the
+  /// control and of what stands in it; at the last EndUpdate it is told once of each that has
+  /// changed.
+  void BeginUpdate() { ++FUpdates; }
+  void EndUpdate();
+
   /// Borrowed, and taken back with null before it dies. A control reports to the nearest observer
   /// above it, itself included.
   void SetObserver(IControlObserver* iObserver) { FObserver = iObserver; }
@@ -100,7 +106,8 @@ class TControl : public TObject {
   virtual bool TakesInput() const { return FEnabled && FVisible; }
   /// What the control does with a key by itself; true if it used it.
   virtual bool UseKey(char16_t /*iKey*/) { return false; }
-  void SetParent(TControl* iParent);
+  /// iBefore: the child of the new parent in front of which its place is; null for the end.
+  void SetParent(TControl* iParent, const TControl* iBefore = nullptr);
   /// Makes it the last of its parent's children, which is the one in front.
   void RaiseAmongSiblings();
 
@@ -123,6 +130,8 @@ class TControl : public TObject {
   };
 
   IControlObserver* Observer() const;
+  bool IsUpdating() const;
+  void TellChanges();
 
   TControl* FParent = nullptr;
   TString FName;
@@ -130,6 +139,8 @@ class TControl : public TObject {
   bool FEnabled = true;
   bool FVisible = true;
   bool FStretches = false;
+  int FUpdates = 0;
+  bool FHasChanged = false;  // since BeginUpdate
   TKeyPressEvent FOnKeyPress;
   TNotifyEvent FOnMouseEnter;
   TNotifyEvent FOnMouseLeave;

@@ -1,13 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "plugin/TAdditionalColumnsWatchlist.h"
+#include "host/controls/TCommonExplorerBarPanel.h"
 #include "plugin/TExplorerBarExtenderMoreOptionsWatchList.h"
-#include "views/columns/THashedStringListExt.h"
 #include "plugin/TPluginIntegrationWatchlist.h"
 #include "plugin/TSettingsExtenderWatchlist.h"
 #include "plugin/TToolbarButtonWatchlist.h"
-#include "tests/support/TFakeSource.h"
 
 namespace kk {
 namespace {
@@ -22,31 +20,12 @@ struct TListener {
     DoNotify(iSender);
     oVisible = Answer;
   }
-  void DoColumn(TObject* iSender, const TIntf<ISearchResult>& iResult) {
-    DoNotify(iSender);
-    Result = iResult;
-  }
   TNotifyEvent Event() { return TNotifyEvent::Of<&TListener::DoNotify>(this); }
 
   int Count = 0;
   TObject* Sender = nullptr;
   bool Answer = false;
-  TIntf<ISearchResult> Result;
 };
-
-TEST(THashedStringListExt, EmptyListHasNoValue) {
-  EXPECT_EQ(THashedStringListExt().IndexOfValue(u""), -1);
-  EXPECT_EQ(THashedStringListExt().IndexOfValue(u"b"), -1);
-}
-
-TEST(THashedStringListExt, FirstOfTwoLinesWithTheSameValueWins) {
-  THashedStringListExt list;
-  for (TStringView line : {u"b", u"a=x", u"c=B", u"d=b", u"e="}) list.Add(line);
-  EXPECT_EQ(list.IndexOfValue(u"b"), 2) << "case does not count, a line without a value neither";
-  EXPECT_EQ(list.IndexOfValue(u""), 4);
-  EXPECT_EQ(list.IndexOfValue(u"y"), -1);
-  EXPECT_EQ(list.IndexOfName(u"d"), 3);
-}
 
 TEST(TToolbarButtonWatchlist, HasItsIdentity) {
   const auto button = MakeIntf<TToolbarButtonWatchlist>();
@@ -100,46 +79,15 @@ TEST(TSettingsExtenderWatchlist, PageStandsBeforeThePluginsPages) {
   EXPECT_EQ(MakeIntf<TSettingsExtenderWatchlist>(TIntf<ISettingsNode>())->GetCount(), 0);
 }
 
-TEST(TAdditionalColumnsWatchlist, ColumnsRaiseTheirEventsUntilTheyAreDetached) {
-  TListener add;
-  TListener check;
-  const TGuid id = NewGuid();
-  const auto columns =
-      MakeIntf<TAdditionalColumnsWatchlist>(id, TNotifyEventColumn::Of<&TListener::DoColumn>(&add),
-                                            TNotifyEventColumn::Of<&TListener::DoColumn>(&check));
-  const TIntf<ISearchResult> faust = FakeResult(u"Faust");
-  columns->Add(faust);
-  EXPECT_EQ(add.Result, faust);
-  EXPECT_EQ(check.Count, 0);
-  columns->Check(faust);
-  EXPECT_EQ(check.Result, faust);
-  columns->Detach();
-  columns->Add(faust);
-  columns->Check(faust);
-  EXPECT_EQ(add.Count + check.Count, 2);
-  EXPECT_EQ(columns->SearchLocationPluginId(), id);
-  EXPECT_EQ(columns->GetColumns()->GetCount(), 0) << "there are none yet";
-}
-
-// A panel of the explorer bar that keeps what it is given.
-class TFakePanel : public TInterfaced<IExplorerBarPanel> {
- public:
-  explicit TFakePanel(const TGuid& iId) : FId(iId) {}
-  TGuid GetId() const override { return FId; }
-  void Add(const TIntf<IExplorerBarItem>& iItem) override { Items.push_back(iItem); }
-  void Append() override {}
-  std::vector<TIntf<IExplorerBarItem>> Items;
-
- private:
-  TGuid FId;
-};
-
 class TExplorerBarExtenderTest : public testing::Test {
  protected:
   TIntf<TExplorerBarExtenderMoreOptionsWatchList> Extender =
       MakeIntf<TExplorerBarExtenderMoreOptionsWatchList>();
-  TIntf<TFakePanel> More =
-      MakeIntf<TFakePanel>(GuidLiteral("{16CBDEC1-2DC8-40BC-85C2-DDADECDA881A}"));
+  static TIntf<IExplorerBarPanel> Panel(const TGuid& iId) {
+    return MakeIntf<TCommonExplorerBarPanel>(iId, 300, u"", u"");
+  }
+
+  TIntf<IExplorerBarPanel> More = Panel(GuidLiteral("{16CBDEC1-2DC8-40BC-85C2-DDADECDA881A}"));
 };
 
 TEST_F(TExplorerBarExtenderTest, LinkHasItsIdentity) {
@@ -152,12 +100,12 @@ TEST_F(TExplorerBarExtenderTest, LinkHasItsIdentity) {
 }
 
 TEST_F(TExplorerBarExtenderTest, LinkGoesOnlyToThePanelOfFurtherOptions) {
-  const auto other = MakeIntf<TFakePanel>(NewGuid());
+  const TIntf<IExplorerBarPanel> other = Panel(NewGuid());
   Extender->AddItems(other);
-  EXPECT_TRUE(other->Items.empty());
+  EXPECT_EQ(other->GetCount(), 0);
   Extender->AddItems(More);
-  ASSERT_EQ(More->Items.size(), 1U);
-  EXPECT_EQ(More->Items[0], Extender->GetItem());
+  ASSERT_EQ(More->GetCount(), 1);
+  EXPECT_EQ(More->GetItems(0), Extender->GetItem());
   EXPECT_TRUE(Extender->GetItem()->GetVisible()) << "nobody was asked";
 }
 
@@ -192,7 +140,7 @@ TEST_F(TExplorerBarExtenderTest, ExtenderIsFoundByItsInterface) {
   const auto extender = Supports<IExplorerBarExtender>(face);
   ASSERT_TRUE(extender);
   extender->AddItems(More);
-  EXPECT_EQ(More->Items.size(), 1U);
+  EXPECT_EQ(More->GetCount(), 1);
   extender->AddPanels(nullptr);
   extender->DeletePanels(nullptr);
   extender->DeleteItems(More);

@@ -75,21 +75,17 @@ TEST(Contract, InterfacesHaveTheIdsThatOtherPluginsKnow) {
 }
 
 TEST(Contract, TheIdsOfInterfacesAreDistinct) {
-  const std::vector<TGuid> ids = {IID_SearchResults,
-                                  IID_SearchResultUpdate,
-                                  IID_SearchResultConverter,
-                                  IID_WatchlistIntegration,
-                                  IID_WatchlistVisualization,
-                                  IID_SearchLocationIntegration,
-                                  IID_ExplorerBarExtender,
-                                  IID_PluginIntegration,
-                                  IID_PluginIntegrations,
-                                  IApplication::cIid,
-                                  IPlugin::cIid,
-                                  IMultiThreadPlugin::cIid,
-                                  IIntegrationInfo::cIid,
-                                  IReminderText::cIid,
-                                  ISearchResult::cIid,
+  const std::vector<TGuid> ids = {IID_SearchResults,          IID_SearchResultUpdate,
+                                  IID_SearchResultConverter,  IID_WatchlistIntegration,
+                                  IID_WatchlistVisualization, IID_SearchLocationIntegration,
+                                  IID_ExplorerBarExtender,    IExplorerBar::cIid,
+                                  IExplorerBarItem::cIid,     IExplorerBarPanel::cIid,
+                                  IID_PluginIntegration,      IID_PluginIntegrations,
+                                  IApplication::cIid,         IPlugin::cIid,
+                                  IMultiThreadPlugin::cIid,   IIntegrationInfo::cIid,
+                                  IReminderText::cIid,        IAdditionalColumns::cIid,
+                                  IAdditionalColumn::cIid,    ICellMouseInfo::cIid,
+                                  ICellPaintInfo::cIid,       ISearchResult::cIid,
                                   IInterfaceList::cIid};
   EXPECT_EQ(std::set<TGuid>(ids.begin(), ids.end()).size(), ids.size());
 }
@@ -222,29 +218,6 @@ TEST(TBitmap, IsAnImageByItsName) {
   EXPECT_FALSE(TBitmap{u"A"}.IsEmpty());
   EXPECT_EQ(TBitmap{u"A"}, TBitmap{u"A"});
   EXPECT_EQ(cTransparentColor, (TColor{255, 0, 255}));
-}
-
-class TReceiver : public TObject {
- public:
-  void Clicked(TObject*) { ++Clicks; }
-  int Clicks = 0;
-};
-
-TEST(TCommonExplorerBarLink, RaisesItsEventWhenClicked) {
-  const TGuid id = NewGuid();
-  const auto link = MakeIntf<TCommonExplorerBarLink>(id, 70, u"Artikel beobachten", TBitmap{u"A"});
-  EXPECT_EQ(link->GetId(), id);
-  EXPECT_EQ(link->GetSortOrder(), 70);
-  EXPECT_EQ(link->GetCaption(), u"Artikel beobachten");
-  EXPECT_EQ(link->GetImage(), TBitmap{u"A"});
-  EXPECT_TRUE(link->GetVisible());
-  link->SetVisible(false);
-  EXPECT_FALSE(link->GetVisible());
-  link->Click();
-  TReceiver receiver;
-  link->SetOnClick(TNotifyEvent::Of<&TReceiver::Clicked>(&receiver));
-  link->Click();
-  EXPECT_EQ(receiver.Clicks, 1);
 }
 
 TEST(TCommonExplorerBarExtender, AddsNothingByItself) {
