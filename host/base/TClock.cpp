@@ -1,5 +1,7 @@
 #include "host/base/TClock.h"
 
+#include <time.h>
+
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -31,11 +33,19 @@ void IClock::Sleep(int iMilliseconds) const {
   std::this_thread::sleep_for(std::chrono::milliseconds(iMilliseconds));
 }
 
+int64_t IClock::SteadyMs() const {
+  timespec now{};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  return int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
+}
+
 IClock* SetClock(IClock* iClock) { return installedClock.exchange(iClock); }
 
 TDateTime Now() { return Clock().Now(); }
 
 void Sleep(int iMilliseconds) { Clock().Sleep(iMilliseconds); }
+
+int64_t SteadyMs() { return Clock().SteadyMs(); }
 
 TDateTime TExactTime::GetNow() const { return Clock().ExactNow(); }
 

@@ -15,6 +15,9 @@ class IClock {
   /// Holds the calling thread for so many milliseconds of the steady clock, which no change of the
   /// time of day makes longer or shorter; 0 lets other threads run. Any thread.
   virtual void Sleep(int iMilliseconds) const;
+  /// Milliseconds since some moment, whatever the time of day is set to; the time for which the
+  /// machine is suspended counts. Any thread.
+  virtual int64_t SteadyMs() const;
 };
 
 /// Installs a clock, which is borrowed; null goes back to the machine's. Answers the one before.
@@ -25,6 +28,9 @@ TDateTime Now();
 
 /// Holds the calling thread, as IClock::Sleep tells. Any thread; not for the main one.
 void Sleep(int iMilliseconds);
+
+/// As IClock::SteadyMs tells; only differences mean anything.
+int64_t SteadyMs();
 
 /// The door to the host's corrected clock.
 class TExactTime {

@@ -33,7 +33,7 @@ class TTestClock : public IClock {
   void SetExactOffset(int64_t iMs);
 
   /// How much of Advance has gone by.
-  int64_t SteadyMs() const;
+  int64_t SteadyMs() const override;
   /// How many threads sleep and have not been woken.
   int SleeperCount() const;
   /// Waits until so many sleep, for so long of real time; false if they did not.

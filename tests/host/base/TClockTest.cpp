@@ -22,6 +22,12 @@ TEST(Clock, TheMachinesSleepLastsAtLeastItsTimeOnTheSteadyClock) {
   EXPECT_GE(std::chrono::steady_clock::now() - start, milliseconds(20));
 }
 
+TEST(Clock, TheMachinesSteadyClockGoesOnWithTheTime) {
+  const int64_t start = SteadyMs();
+  Sleep(20);
+  EXPECT_GE(SteadyMs() - start, 19);  // both are cut to whole milliseconds
+}
+
 TEST(TTestClock, ASleepLastsUntilTheClockWasAdvancedSoFar) {
   TTestClock clock;
   std::atomic<bool> awake{false};
@@ -48,7 +54,7 @@ TEST(TTestClock, AJumpOfTheTimeOfDayWakesNobody) {
   clock.Set(before.PlusMs(TDateTime::cMsPerHour));
   EXPECT_EQ(Now(), before.PlusMs(TDateTime::cMsPerHour));
   EXPECT_EQ(clock.SleeperCount(), 1);
-  EXPECT_EQ(clock.SteadyMs(), 0);
+  EXPECT_EQ(SteadyMs(), 0);
   clock.StopSleeping();
   sleeper.get();
 }
