@@ -30,8 +30,10 @@ constexpr TStringView cSender = u"E-Mail-Postausgang";
 constexpr char cExtension[] = ".mail";
 constexpr TStringView cDamagedExtension = u".damaged";
 constexpr char cLockName[] = "/outbox.lock";
-// Often enough to see what a change of the clock has made due.
+// Often enough to see how the clock is set.
 constexpr int64_t cPollMs = 1000;
+// By so much two clocks may seem to part when nobody sets one of them.
+constexpr int64_t cMaxDriftMs = 1000;
 // Above this the doubling has come to its end long ago.
 constexpr int cMaxDoublings = 20;
 
@@ -47,22 +49,27 @@ std::string NameOf(const TMailMessage& iMessage) {
   return iMessage.MessageId.substr(1, iMessage.MessageId.find('@') - 1) + cExtension;
 }
 
+// False if the folder can't be read; one that is missing is empty.
 template <class Function>
-void ForEachMail(const TString& iFolder, Function iFunction) {
+bool ForEachMail(const TString& iFolder, Function iFunction) {
   std::error_code error;
   fs::directory_iterator entry(ToUtf8(iFolder), error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     if (entry->path().extension() == cExtension) iFunction(*entry);
   }
+  return !error || error == std::errc::no_such_file_or_directory;
 }
 
 }  // namespace
 
 TMailOutbox::TMailOutbox(TStringView iFolder, TSend iSend)
     : FFolder(iFolder),
-      FSend(iSend ? std::move(iSend) : [](const TMailMessage& iMessage, std::stop_token iStop) {
-        return TSmtpClient().Send(iMessage, std::move(iStop));
-      }) {}
+      FSend(iSend ? std::move(iSend)
+                  : [](const TMailMessage& iMessage,
+                       std::stop_token
+                           iStop) { return TSmtpClient().Send(iMessage, std::move(iStop)); }),
+      FLastMs(NowMs()),
+      FLastSteadyMs(SteadyMs()) {}
 
 TMailOutbox::~TMailOutbox() {
   Stop();
@@ -80,8 +87,7 @@ void TMailOutbox::Start() {
              {ToSingleLine(e.Message())});
     return;
   }
-  const std::lock_guard lock(FMutex);
-  FIsWorking = !FStop.stop_requested();
+  FStarted = true;
   FWorker = std::jthread([this] { Work(); });
 }
 
@@ -94,15 +100,24 @@ bool TMailOutbox::Lock() {
   return false;
 }
 
-void TMailOutbox::Stop() {
-  FStop.request_stop();
-  const std::lock_guard lock(FMutex);
-  FIsWorking = false;
-}
+// Without the lock, which is held while a message is written.
+void TMailOutbox::Stop() { FStop.request_stop(); }
 
-bool TMailOutbox::IsWorking() const {
-  const std::lock_guard lock(FMutex);
-  return FIsWorking;
+bool TMailOutbox::IsWorking() const { return FStarted && !FStop.stop_requested(); }
+
+// The moment. What was set on the clock since the last look is added to all times that are kept, so
+// that they stay as far from now as they were. Under the lock.
+int64_t TMailOutbox::LookAtClock() {
+  const int64_t now = NowMs();
+  const int64_t steady = SteadyMs();
+  const int64_t jump = now - std::exchange(FLastMs, now);
+  const int64_t set = jump - (steady - std::exchange(FLastSteadyMs, steady));
+  if (std::abs(set) <= cMaxDriftMs) return now;
+  for (auto& [name, entry] : FEntries) {
+    entry.FirstMs += set;
+    entry.NextMs += set;
+  }
+  return now;
 }
 
 TString TMailOutbox::PathOf(const std::string& iName) const {
@@ -122,12 +137,13 @@ void TMailOutbox::CheckRoom(size_t iBytes) const {
 }
 
 void TMailOutbox::Add(const TMailMessage& iMessage, TStringView iReason) {
-  TMailFile file{iMessage, NowMs(), 0, 1, ToSingleLine(iReason)};
-  file.NextMs = file.FirstMs + cFirstDelayMs;
+  TMailFile file{iMessage, 0, 0, 1, ToSingleLine(iReason)};
   const std::string name = NameOf(iMessage);
-  const std::string bytes = file.Write();
   {
     const std::lock_guard lock(FMutex);
+    file.FirstMs = LookAtClock();
+    file.NextMs = file.FirstMs + cFirstDelayMs;
+    const std::string bytes = file.Write();
     MakeHostFolder(FFolder);
     CheckRoom(bytes.size());
     try {
@@ -137,7 +153,7 @@ void TMailOutbox::Add(const TMailMessage& iMessage, TStringView iReason) {
       Guarded(cSender, [&] { DeleteFile(PathOf(name)); });
       throw;
     }
-    FEntries[name] = {file.NextMs, cFirstDelayMs};
+    FEntries[name] = {file.FirstMs, file.NextMs, cFirstDelayMs};
     FChanged = true;
   }
   FWake.notify_all();
@@ -152,7 +168,7 @@ void TMailOutbox::Work() {
     Guarded(cSender, [&] { next = RunDue(); });
     std::unique_lock lock(FMutex);
     const auto changed = [this] { return std::exchange(FChanged, false); };
-    if (FEntries.empty()) {
+    if (FEntries.empty() && FLoaded) {
       FWake.wait(lock, stop, changed);
     } else {
       const std::chrono::milliseconds wait(std::clamp<int64_t>(next.value_or(cPollMs), 0, cPollMs));
@@ -162,7 +178,7 @@ void TMailOutbox::Work() {
 }
 
 std::optional<int64_t> TMailOutbox::RunDue() {
-  if (!std::exchange(FLoaded, true)) Load();
+  if (!FLoaded) FLoaded = Load();
   while (!FStop.stop_requested()) {
     const std::string name = NextDue();
     if (name.empty()) break;
@@ -170,25 +186,34 @@ std::optional<int64_t> TMailOutbox::RunDue() {
   }
   const std::lock_guard lock(FMutex);
   std::optional<int64_t> next;
-  const int64_t now = NowMs();
+  const int64_t now = LookAtClock();
   for (const auto& [name, entry] : FEntries) {
     next = std::min(next.value_or(entry.NextMs - now), entry.NextMs - now);
   }
   return next;
 }
 
-// What lay there before is read for its times alone; the messages stay on the disk.
-void TMailOutbox::Load() {
+// What lay there before is read for its times alone; the messages stay on the disk. False if it
+// can't be seen at the moment.
+bool TMailOutbox::Load() {
   std::vector<std::string> names;
-  ForEachMail(FFolder, [&](const fs::directory_entry& iEntry) {
+  const bool whole = ForEachMail(FFolder, [&](const fs::directory_entry& iEntry) {
     names.push_back(iEntry.path().filename().string());
   });
   for (const std::string& name : names) {
     TMailFile file;
-    if (FStop.stop_requested() || IsKnown(name) || !Read(name, file)) continue;
+    if (FStop.stop_requested() || IsKnown(name)) continue;
+    const TReading reading = Read(name, file);
     const std::lock_guard lock(FMutex);
-    FEntries.try_emplace(name, TEntry{file.NextMs, DelayAfter(file.Attempts)});
+    const int64_t now = LookAtClock();
+    if (reading == TReading::rdDone) {
+      const int64_t first = std::min(file.FirstMs, now);  // the clock was set back
+      FEntries.try_emplace(name, TEntry{first, file.NextMs, DelayAfter(file.Attempts)});
+    } else if (reading == TReading::rdNotNow) {
+      FEntries.try_emplace(name, TEntry{now, now + cFirstDelayMs, cFirstDelayMs});
+    }
   }
+  return whole;
 }
 
 bool TMailOutbox::IsKnown(const std::string& iName) const {
@@ -197,10 +222,10 @@ bool TMailOutbox::IsKnown(const std::string& iName) const {
 }
 
 // Of those that are due the one that has been due for the longest; empty for none. A wait that is
-// longer than it was meant to be shows that the clock was set back.
-std::string TMailOutbox::NextDue() const {
+// longer than it was meant to be shows that the clock was set back while the program did not run.
+std::string TMailOutbox::NextDue() {
   const std::lock_guard lock(FMutex);
-  const int64_t now = NowMs();
+  const int64_t now = LookAtClock();
   std::string first;
   int64_t firstMs = 0;
   for (const auto& [name, entry] : FEntries) {
@@ -212,32 +237,36 @@ std::string TMailOutbox::NextDue() const {
   return first;
 }
 
-// False if there is nothing to send: the file is gone, or it is damaged and now put aside, so that
-// it is neither lost nor read again and again.
-bool TMailOutbox::Read(const std::string& iName, TMailFile& oFile) {
+// Nothing if the file is gone, or if it is damaged and now put aside, so that it is neither lost
+// nor read again and again.
+TMailOutbox::TReading TMailOutbox::Read(const std::string& iName, TMailFile& oFile) {
   const TString path = PathOf(iName);
-  if (!FileExists(path)) return false;
+  if (!FileExists(path)) return TReading::rdNothing;
   try {
     std::error_code error;
     if (fs::file_size(ToUtf8(path), error) > 2 * TMailMessage::cMaxText && !error) {
       throw Exception(u"Die Datei ist zu groß");
     }
     oFile = TMailFile::Read(ReadFileBytes(path));
-    return true;
+    return TReading::rdDone;
+  } catch (const EInOutError& e) {
+    LogError(cSender, ToSingleLine(e.Message()));
+    return TReading::rdNotNow;
   } catch (const Exception& e) {
     LogError(cSender,
              u"Die Datei %s im Postausgang lässt sich nicht lesen und wird beiseitegelegt: %s",
              {path, ToSingleLine(e.Message())});
   }
   Guarded(cSender, [&] { RenameFile(path, path + TString(cDamagedExtension)); });
-  return false;
+  return TReading::rdNothing;
 }
 
 void TMailOutbox::Try(const std::string& iName) {
   TMailFile file;
-  if (!Read(iName, file)) return Forget(iName);
-  file.FirstMs = std::min(file.FirstMs, NowMs());  // the clock was set back
-  if (NowMs() - file.FirstMs > cLifeMs) return GiveUp(iName, file);
+  const TReading reading = Read(iName, file);
+  if (reading == TReading::rdNothing) return Forget(iName);
+  if (reading == TReading::rdNotNow) return Postpone(iName);
+  if (IsOver(iName, file)) return GiveUp(iName, file);
   const TSmtpResult result = Send(file.Message);
   const TString recipient = FromUtf8(file.Message.Recipient);
   const TString id = FromUtf8(file.Message.MessageId);
@@ -258,6 +287,16 @@ void TMailOutbox::Try(const std::string& iName) {
   }
 }
 
+// Whether its day is over. The file's own time may be one of a clock that was set since.
+bool TMailOutbox::IsOver(const std::string& iName, TMailFile& ioFile) {
+  const std::lock_guard lock(FMutex);
+  const int64_t now = LookAtClock();
+  int64_t& first = FEntries[iName].FirstMs;
+  first = std::min(first, now);  // never ahead, whatever the clocks say
+  ioFile.FirstMs = first;
+  return now - first > cLifeMs;
+}
+
 TSmtpResult TMailOutbox::Send(const TMailMessage& iMessage) const {
   try {
     return FSend(iMessage, FStop.get_token());
@@ -267,19 +306,29 @@ TSmtpResult TMailOutbox::Send(const TMailMessage& iMessage) const {
 }
 
 void TMailOutbox::Retry(const std::string& iName, TMailFile iFile, TStringView iReason) {
-  const int64_t now = NowMs();
   const int64_t delay = DelayAfter(++iFile.Attempts);
   iFile.Reason = iReason;
-  iFile.NextMs = now + delay;
-  if (iFile.NextMs - iFile.FirstMs > cLifeMs) return GiveUp(iName, iFile);
   {
     const std::lock_guard lock(FMutex);
-    FEntries[iName] = {iFile.NextMs, delay};
+    iFile.NextMs = LookAtClock() + delay;
+    TEntry& entry = FEntries[iName];
+    iFile.FirstMs = entry.FirstMs;
+    entry.NextMs = iFile.NextMs;
+    entry.DelayMs = delay;
   }
+  if (iFile.NextMs - iFile.FirstMs > cLifeMs) return GiveUp(iName, iFile);
   LogDebug(cSender, Format(u"%d. Versuch für %s: %s",
                            {iFile.Attempts, FromUtf8(iFile.Message.MessageId), iReason}));
   // On a full disk the file keeps its old times, which is no harm: it is tried earlier once.
   Guarded(cSender, [&] { WriteFileAtomically(PathOf(iName), iFile.Write(), 0600); });
+}
+
+// For a file that can't be read at the moment.
+void TMailOutbox::Postpone(const std::string& iName) {
+  const std::lock_guard lock(FMutex);
+  TEntry& entry = FEntries[iName];
+  entry.DelayMs = cMaxDelayMs;
+  entry.NextMs = LookAtClock() + entry.DelayMs;
 }
 
 void TMailOutbox::GiveUp(const std::string& iName, const TMailFile& iFile) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <map>
@@ -18,12 +19,13 @@ namespace kk {
 
 /// Messages that the mail server has not taken for now, kept on the disk and tried again: 5 s after
 /// the first failure, then after twice the time of the last wait, 15 minutes at most, and no more
-/// when 24 hours have gone since the first attempt. The wall clock counts, so that it goes on
-/// across restarts and while the machine sleeps; a clock that is set back delays nothing.
+/// when 24 hours have gone since the first attempt. That goes on across restarts and while the
+/// machine sleeps; what the machine's clock is set to meanwhile changes none of these times.
 ///
 /// The folder holds one file for each message ("*.mail") and belongs to this user alone. One worker
 /// sends, one message after the other; while it works, no other process does so from this folder.
-/// The log tells how each message ended. A file that is damaged is given the name "*.damaged".
+/// The log tells how each message ended. A file that is damaged is given the name "*.damaged"; one
+/// that can't be read at the moment is looked at again.
 ///
 /// What remains: if the program or the machine dies between the server's answer and the end of the
 /// file, or the server takes a message and its answer is lost, the message is sent again. It has
@@ -65,19 +67,24 @@ class TMailOutbox : public TObject {
 
  private:
   struct TEntry {
+    int64_t FirstMs = 0;
     int64_t NextMs = 0;
     int64_t DelayMs = 0;
   };
+  enum class TReading { rdDone, rdNotNow, rdNothing };
 
   bool Lock();
   void Work();
-  void Load();
+  bool Load();
+  int64_t LookAtClock();
   bool IsKnown(const std::string& iName) const;
-  std::string NextDue() const;
+  std::string NextDue();
   void Try(const std::string& iName);
-  bool Read(const std::string& iName, TMailFile& oFile);
+  TReading Read(const std::string& iName, TMailFile& oFile);
+  bool IsOver(const std::string& iName, TMailFile& ioFile);
   TSmtpResult Send(const TMailMessage& iMessage) const;
   void Retry(const std::string& iName, TMailFile iFile, TStringView iReason);
+  void Postpone(const std::string& iName);
   void GiveUp(const std::string& iName, const TMailFile& iFile);
   void Remove(const std::string& iName);
   void Forget(const std::string& iName);
@@ -89,12 +96,15 @@ class TMailOutbox : public TObject {
   std::stop_source FStop;
   int FLock = -1;
   bool FLoaded = false;  // the worker's own
+  std::atomic<bool> FStarted{false};
 
   mutable std::mutex FMutex;  // guards all below
   std::condition_variable_any FWake;
   std::map<std::string, TEntry> FEntries;
   bool FChanged = false;
-  bool FIsWorking = false;
+  // What the clocks showed at the last look.
+  int64_t FLastMs = 0;
+  int64_t FLastSteadyMs = 0;
   std::jthread FWorker;
 };
 

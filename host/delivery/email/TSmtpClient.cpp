@@ -86,7 +86,7 @@ TSmtpResult TSmtpClient::Send(const TMailMessage& iMessage, std::stop_token iSto
   TSmtpTransfer transfer(server, FOptions, iMessage, iStop);
   const CURLcode code = transfer.Perform();
   const TSmtpReplies& replies = transfer.Replies();
-  if (replies.IsAccepted()) return {soSent, {}};
+  if (transfer.IsAccepted()) return {soSent, {}};
   if (IsRefusal(code, transfer)) return Refused(replies, code == CURLE_LOGIN_DENIED);
   if (iStop.stop_requested()) return {soCancelled, u"Abgebrochen"};
   return FailureOf(code);

@@ -37,9 +37,10 @@ class TSmtpTransfer {
   TSmtpTransfer(const TSmtpTransfer&) = delete;
   TSmtpTransfer& operator=(const TSmtpTransfer&) = delete;
 
-  /// Has the conversation. The code alone does not tell whether the message went through; the
-  /// replies do.
+  /// Has the conversation. The code alone does not tell whether the message went through.
   CURLcode Perform();
+  /// The whole message went out, and the server's answer to it is a yes.
+  bool IsAccepted() const { return FReplies.IsAccepted() && FRead == FMessage.Text.size(); }
   const TSmtpReplies& Replies() const { return FReplies; }
   /// The code of the last answer, but for the one to "QUIT"; 0 if there was none.
   int LastCode() const;

@@ -119,6 +119,7 @@ class TSharedClock : public IClock {
   TSharedClock() : FBefore(SetClock(this)) {}
   ~TSharedClock() override { SetClock(FBefore); }
   TDateTime Now() const override { return TDateTime::FromMs(FNow.load()); }
+  int64_t SteadyMs() const override { return FNow.load(); }
   void Advance(int64_t iMs) { FNow += iMs; }
 
  private:
