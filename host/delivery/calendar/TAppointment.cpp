@@ -2,6 +2,7 @@
 
 #include <libical/ical.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -29,17 +30,25 @@ struct TFreeText {
 };
 using TText = std::unique_ptr<char, TFreeText>;
 
+// More of a text is not even looked at: cleaning a long one would hold the main thread up.
+TString Beginning(TStringView iText, size_t iMaxLength) {
+  return ShortenedText(iText, 4 * iMaxLength);
+}
+
 TString Line(TStringView iText) {
-  return ShortenedText(WithoutControlCharacters(ToSingleLine(iText)), TAppointment::cMaxLineLength);
+  constexpr size_t cMax = TAppointment::cMaxLineLength;
+  return ShortenedText(WithoutControlCharacters(ToSingleLine(Beginning(iText, cMax))), cMax);
 }
 
 // Line breaks of every kind become LF; all other control characters go.
 TString Lines(TStringView iText) {
-  TString text = ReplaceAll(ReplaceAll(iText, u"\r\n", u"\n"), u"\r", u"\n");
+  constexpr size_t cMax = TAppointment::cMaxBodyLength;
+  TString text = ReplaceAll(Beginning(iText, cMax), u"\r\n", u"\n");
+  std::replace(text.begin(), text.end(), u'\r', u'\n');
   std::erase_if(text, [](char16_t c) {
     return c != u'\n' && WithoutControlCharacters(TStringView(&c, 1)).empty();
   });
-  return ShortenedText(Trim(text), TAppointment::cMaxBodyLength);
+  return ShortenedText(Trim(text), cMax);
 }
 
 std::string NewUid() {

@@ -114,6 +114,13 @@ TEST(TAppointment, TextsBeyondTheBoundsAreCutAndSayIt) {
   EXPECT_EQ(TIcalReader(TAppointment(fits, u"b", u"c", cStart).Ical()).Summary(), ToUtf8(fits));
 }
 
+TEST(TAppointment, TextsWithoutEndAreNotReadToTheirEnd) {
+  const TString text = u"x" + TString(1 << 20, u'\n') + u"y";
+  const TIcalReader reader(TAppointment(text, text, text, cStart).Ical());
+  EXPECT_THAT(reader.Summary(), testing::MatchesRegex("x *…"));
+  EXPECT_THAT(reader.Description(), testing::MatchesRegex("x\n*…"));
+}
+
 TEST(TAppointment, ACutLeavesNoHalfCharacter) {
   TString text(499, u'x');
   text += u"😀😀";
