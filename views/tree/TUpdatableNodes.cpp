@@ -1,0 +1,92 @@
+#include "views/tree/TUpdatableNodes.h"
+
+#include "host/contract/ISearchResultUpdate.h"
+#include "persistence/TWatchlistHandler.h"
+#include "views/tree/WatchlistNodes.h"
+
+namespace kk {
+
+namespace {
+
+bool SupportsUpdate(const TWatchlistPlugin& iGroup) {
+  return static_cast<bool>(Supports<ISearchResultUpdate>(iGroup.Integration()));
+}
+
+}  // namespace
+
+TUpdatableNodes::TUpdatableNodes() {
+  if (Handler() == nullptr) return;
+  Handler()->AddNotificationItem(TNotifyEvent::Of<&TUpdatableNodes::DoItemAdd>(this),
+                                 TNotifyEvent::Of<&TUpdatableNodes::DoItemDelete>(this));
+}
+
+TUpdatableNodes::~TUpdatableNodes() {
+  if (Handler() == nullptr) return;
+  Handler()->RemoveNotificationItem(TNotifyEvent::Of<&TUpdatableNodes::DoItemAdd>(this),
+                                    TNotifyEvent::Of<&TUpdatableNodes::DoItemDelete>(this));
+}
+
+bool TUpdatableNodes::CanUpdateNode(const TVirtualNode* iNode) {
+  if (iNode == nullptr) return false;
+  if (const auto* item = ItemAt(iNode)) return CanUpdate(*item);
+  if (const auto* group = GroupAt(iNode)) return CanUpdate(*group);
+  TLstWatchlistPlugin groups(false);
+  if (const auto* category = CategoryAt(iNode)) {
+    category->GetPlugins(groups);
+  } else {
+    Handler()->LstCategory().GetPlugins(groups);
+  }
+  return AnyCanUpdate(groups);
+}
+
+bool TUpdatableNodes::AnySourceCanUpdate() {
+  TLstWatchlistPlugin groups(false);
+  Handler()->LstCategory().GetPlugins(groups);
+  return std::any_of(groups.begin(), groups.end(),
+                     [](const TWatchlistPlugin* iGroup) { return SupportsUpdate(*iGroup); });
+}
+
+bool TUpdatableNodes::AnyCanUpdate(const TLstWatchlistPlugin& iGroups) {
+  return std::any_of(iGroups.begin(), iGroups.end(),
+                     [this](const TWatchlistPlugin* iGroup) { return CanUpdate(*iGroup); });
+}
+
+bool TUpdatableNodes::CanUpdate(const TWatchlistItem& iItem) {
+  if (!iItem.CanUpdate()) return false;
+  const auto* group = Handler()->LstCategory().FindPluginByItemId(iItem.SearchResultId());
+  return group != nullptr && SupportsUpdate(*group);
+}
+
+bool TUpdatableNodes::CanUpdate(const TWatchlistPlugin& iGroup) {
+  TState& state = FStates[&iGroup];
+  if (!state.None) FindUpdatable(iGroup, state);
+  return !state.None;
+}
+
+void TUpdatableNodes::FindUpdatable(const TWatchlistPlugin& iGroup, TState& ioState) {
+  const TLstWatchlistItem& items = iGroup.LstItem();
+  ioState.None = true;
+  if (!SupportsUpdate(iGroup)) return;
+  // Around once, from where one was found before.
+  for (int i = 0; i < items.GetCount(); ++i) {
+    const int index = (ioState.Updatable + i) % items.GetCount();
+    if (!items.GetItems(index).CanUpdate()) continue;
+    ioState = {index, false};
+    return;
+  }
+}
+
+void TUpdatableNodes::Forget(const TWatchlistItem& iItem) {
+  const TWatchlistPlugin* group = iItem.List() == nullptr ? nullptr : iItem.List()->Group();
+  if (group != nullptr) {
+    Forget(*group);
+  } else {
+    ForgetAll();
+  }
+}
+
+void TUpdatableNodes::DoItemAdd(TObject* Sender) {
+  Forget(dynamic_cast<const TWatchlistItem&>(*Sender));
+}
+
+}  // namespace kk
