@@ -190,6 +190,14 @@ TEST_F(TMailOutboxTest, AClockThatIsSetBackDelaysNothing) {
   EXPECT_THAT(Files(), IsEmpty());
 }
 
+TEST_F(TMailOutboxTest, AClockThatIsSetBackLengthensTheDayByNothing) {
+  Add();
+  After(-10 * cHour);
+  Restart();
+  for (int hour = 0; hour < 24; ++hour) After(cHour);
+  EXPECT_THAT(Files(), IsEmpty());
+}
+
 TEST_F(TMailOutboxTest, MessagesComeInTheOrderInWhichTheyAreDue) {
   const TMailMessage first = Add();
   FClock.Advance(1);
@@ -295,6 +303,25 @@ TEST_F(TMailOutboxTest, AFullDiskIsToldToWhoAddsAndNothingHalfRemains) {
   }
   layer.FailCall(-1, 0);
   EXPECT_EQ(After(5000), 1u);
+}
+
+TEST_F(TMailOutboxTest, WhatCouldNotBeKeptIsNotFoundLater) {
+  Add();
+  TFaultyFileLayer layer;
+  for (int call = 0;; ++call) {
+    SCOPED_TRACE(call);
+    layer.FailCall(call, EIO);
+    const size_t before = Files().size();
+    bool kept = true;
+    try {
+      Add();
+    } catch (const Exception&) {
+      kept = false;
+    }
+    EXPECT_EQ(Files().size(), before + (kept ? 1 : 0));
+    if (static_cast<int>(layer.Calls().size()) <= call) break;
+  }
+  EXPECT_GE(layer.Calls().size(), 8u);
 }
 
 TEST_F(TMailOutboxTest, AFullDiskWhileItWaitsCostsNeitherTheMessageNorThePauses) {

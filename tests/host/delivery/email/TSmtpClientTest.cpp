@@ -1,6 +1,11 @@
 #include "host/delivery/email/TSmtpClient.h"
 
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <csignal>
+#include <fstream>
 #include <thread>
 
 #include "host/base/Exception.h"
@@ -73,6 +78,18 @@ TEST_F(TSmtpClientTest, AMegabyteOfDotsAndUmlautsArrivesWhole) {
   while (body.size() < 1 << 20) body += u".\n..\nü.\n" + TString(body.size() % 97, u'.') + u"\n";
   EXPECT_EQ(Send(server, Mail(u"x", body)).Outcome, soSent);
   ExpectSameText(server.WaitForMessage()["body"], ToUtf8(body));
+}
+
+TEST_F(TSmtpClientTest, LinesThatBeginWithADotArriveAsTheyAre) {
+  TMailServer server;
+  TMailMessage message = TMailMessage::Build(Mail(u"x", u"y"));
+  std::string lines = ".\r\n..\r\n...\r\n.x\r\n\r\n";
+  for (int i = 0; i < 12; ++i) lines += lines + std::string(static_cast<size_t>(i), '.') + "\r\n";
+  message.Text += lines;
+  SetServer(server.Port());
+  EXPECT_EQ(TSmtpClient().Send(message, {}).Outcome, soSent);
+  std::erase(lines, '\r');
+  ExpectSameText(server.WaitForMessage()["body"], "y\n" + lines);
 }
 
 TEST_F(TSmtpClientTest, TheServerIsBidFarewell) {
@@ -231,6 +248,13 @@ TEST_F(TSmtpClientTest, ALineThatDropsUnderAnEncryptedMessageKillsNothing) {
   ExpectFailure(result, soForNow, "Die Verbindung zum Mailserver wurde unterbrochen");
 }
 
+TEST_F(TSmtpClientTest, ARefusalThatWasOvercomeIsNotTheReasonOfADroppedLine) {
+  TMailServer server({"--refuse", "EHLO:502 5.5.1 Only HELO", "--drop", "354"});
+  ExpectFailure(Send(server, Mail(u"x", TString(4 << 20, u'x'))), soForNow,
+                "Die Verbindung zum Mailserver wurde unterbrochen");
+  EXPECT_THAT(server.All("command"), testing::Contains("DATA"));
+}
+
 TEST_F(TSmtpClientTest, ADroppedLineAfterTheYesChangesNothing) {
   const TMailServer server({"--drop", "QUIT"});
   EXPECT_EQ(Send(server).Outcome, soSent);
@@ -286,6 +310,74 @@ TEST_F(TSmtpClientTest, AServerFrozenFromTheStartCostsNoMoreThanTheLimit) {
   server.Process().Signal(SIGSTOP);
   const int64_t ms = MsOf([&] { EXPECT_EQ(Send(server).Outcome, soForNow); });
   EXPECT_LT(ms, 2500);
+}
+
+// A port of loopback at which nobody takes connections: its queue is full.
+class TDeafPort {
+ public:
+  TDeafPort() {
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t length = sizeof address;
+    FSockets.push_back(socket(AF_INET, SOCK_STREAM, 0));
+    auto* const plain = reinterpret_cast<sockaddr*>(&address);
+    EXPECT_EQ(bind(FSockets[0], plain, length), 0);
+    EXPECT_EQ(listen(FSockets[0], 0), 0);
+    EXPECT_EQ(getsockname(FSockets[0], plain, &length), 0);
+    Port = ntohs(address.sin_port);
+    for (int i = 0; i < 4; ++i) {
+      FSockets.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
+      connect(FSockets.back(), plain, length);
+    }
+  }
+  ~TDeafPort() {
+    for (const int opened : FSockets) close(opened);
+  }
+
+  /// How many connections to it are being made in this machine.
+  int Attempts() const {
+    char remote[32];
+    std::snprintf(remote, sizeof remote, " 0100007F:%04X 02 ", static_cast<unsigned>(Port));
+    std::ifstream table("/proc/net/tcp");
+    int count = 0;
+    for (std::string line; std::getline(table, line);) {
+      count += line.find(remote) != std::string::npos ? 1 : 0;
+    }
+    return count;
+  }
+
+  int Port = 0;
+
+ private:
+  std::vector<int> FSockets;
+};
+
+TEST_F(TSmtpClientTest, AServerThatTakesNoConnectionCostsNoMoreThanTheLimit) {
+  const TDeafPort deaf;
+  SetServer(deaf.Port);
+  FOptions.ConnectMs = 200;
+  TSmtpResult result;
+  const int64_t ms =
+      MsOf([&] { result = TSmtpClient(FOptions).Send(TMailMessage::Build(Mail()), {}); });
+  ExpectFailure(result, soForNow, "Der Mailserver hat nicht rechtzeitig geantwortet");
+  EXPECT_LT(ms, 2500);
+}
+
+TEST_F(TSmtpClientTest, AStopEndsAConnectionThatDoesNotComeAbout) {
+  const TDeafPort deaf;
+  SetServer(deaf.Port);
+  TSmtpResult result;
+  const int before = deaf.Attempts();
+  std::jthread sender(
+      [&] { result = TSmtpClient().Send(TMailMessage::Build(Mail()), FStop.get_token()); });
+  EXPECT_TRUE(Eventually([&] { return deaf.Attempts() > before; }));
+  const int64_t ms = MsOf([&] {
+    FStop.request_stop();
+    sender.join();
+  });
+  EXPECT_LT(ms, 1500);
+  ExpectFailure(result, soCancelled, "Abgebrochen");
 }
 
 TEST_F(TSmtpClientTest, AFarewellWithoutAnAnswerIsCutShort) {

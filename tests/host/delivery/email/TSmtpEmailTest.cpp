@@ -224,6 +224,18 @@ TEST_F(TSmtpEmailTest, AStopFromAnotherThreadEndsTheWindowOnTheMainThread) {
   EXPECT_EQ(FError, u"Abgebrochen, das Programm wird beendet");
 }
 
+TEST_F(TSmtpEmailTest, AfterTheStopNothingIsTried) {
+  bool tried = false;
+  TSmtpEmail email(nullptr, [&](const TMailMessage&, std::stop_token) {
+    tried = true;
+    return TSmtpResult{soSent, {}};
+  });
+  email.Stop();
+  EXPECT_FALSE(SendElsewhere(email));
+  EXPECT_FALSE(email.SendNow(Mail(), FError));
+  EXPECT_FALSE(tried);
+}
+
 TEST_F(TSmtpEmailTest, WhatIsAskedAfterTheStopIsKeptWithoutAnAttempt) {
   TMailServer server;
   SetServer(server.Port());

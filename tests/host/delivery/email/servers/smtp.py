@@ -191,8 +191,14 @@ def session():
     )
 
 
+def end():
+    lines.join()
+    os._exit(0)
+
+
 async def main():
     loop = asyncio.get_running_loop()
+    loop.add_signal_handler(signal.SIGTERM, end)
     if options.garbage or options.hang == "GREETING":
         server = await asyncio.start_server(garbage if options.garbage else silence, "127.0.0.1", 0)
     else:
