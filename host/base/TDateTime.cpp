@@ -223,6 +223,10 @@ TString DateTimeToStr(TDateTime iValue) {
   return FormatLocale(icu::DateFormat::kMedium, icu::DateFormat::kMedium, iValue);
 }
 
+TString ShortDateToStr(TDateTime iValue) {
+  return FormatLocale(icu::DateFormat::kMedium, icu::DateFormat::kNone, iValue);
+}
+
 TString LongDateToStr(TDateTime iValue) {
   return FormatLocale(icu::DateFormat::kFull, icu::DateFormat::kNone, iValue);
 }

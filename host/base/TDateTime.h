@@ -58,8 +58,10 @@ TString DateTimeToIso(TDateTime iValue);
 /// Reads that form; a blank may stand for the "T". False for any other text; 0 then.
 bool TryIsoToDateTime(TStringView iText, TDateTime& oValue);
 
-/// In the user's locale (ICU): date and time to the second, and its parts in the long forms.
+/// In the user's locale (ICU): date and time to the second, and its parts; a
+/// short date is the one that stands in date and time.
 TString DateTimeToStr(TDateTime iValue);
+TString ShortDateToStr(TDateTime iValue);
 TString LongDateToStr(TDateTime iValue);
 TString LongTimeToStr(TDateTime iValue);
 /// Reads what DateTimeToStr writes, and a date alone. False for any other text; 0 then.

@@ -111,6 +111,62 @@ inline constexpr TStringView cNotificationImageCloseOver = u"NOTIFICATIONCLOSEOV
 inline constexpr TStringView cCategoryImageClosed = u"CATEGORYCLOSED";
 inline constexpr TStringView cCategoryImageOpen = u"CATEGORYOPEN";
 
+// The explorer bar of the section: its panels, their items, and the images of its links. The high
+// sort orders keep the items at the bottom, below what other plug-ins add.
+inline constexpr TGuid cExplorerBarPanelDetailsId =
+    GuidLiteral("{22C5DCB5-E0A4-45AC-A4EE-3D2600BCE4F5}");
+inline constexpr int cExplorerBarPanelDetailsSortOrder = 200;
+inline constexpr int cExplorerBarPanelMoreSortOrder = 300;
+inline constexpr TGuid cExplorerBarPanelMoreConstId =
+    GuidLiteral("{0109B8B3-2660-4595-8119-4B976BA485D4}");
+inline constexpr int cExplorerBarPanelMoreConstSortOrder = 2147483646;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsUpdateSeparatorId =
+    GuidLiteral("{4BFE66BD-782F-4540-A4CF-4885E6087B34}");
+inline constexpr int cWatchlistExplorerbarItemDetailsUpdateSeparatorSortOrder = 1000000;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsDescriptionTitleId =
+    GuidLiteral("{970AED29-189C-4312-A477-8C62C66948B8}");
+inline constexpr int cWatchlistExplorerbarItemDetailsDescriptionTitleSortOrder = 1000010;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsDescriptionTextId =
+    GuidLiteral("{AB7E10DE-8DF3-47F5-8C87-1E494D2D0934}");
+inline constexpr int cWatchlistExplorerbarItemDetailsDescriptionTextSortOrder = 1000011;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsUpdateSeparator2Id =
+    GuidLiteral("{3C4A9FDA-D01F-410B-B884-D77E0925468C}");
+inline constexpr int cWatchlistExplorerbarItemDetailsUpdateSeparator2SortOrder = 1000020;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsUpdateDateTimeId =
+    GuidLiteral("{23D81F49-5837-4549-B8E1-F40E18557437}");
+inline constexpr int cWatchlistExplorerbarItemDetailsUpdateDateTimeSortOrder = 1000030;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsUpdateId =
+    GuidLiteral("{B7BBD969-9757-47B9-B103-8D8A939ADE47}");
+inline constexpr int cWatchlistExplorerbarItemDetailsUpdateSortOrder = 1000035;
+inline constexpr TGuid cWatchlistExplorerbarItemDetailsUpdateNotIfFinishedId =
+    GuidLiteral("{D30FD997-F011-46F0-BA67-5FFBEDF4D179}");
+inline constexpr int cWatchlistExplorerbarItemDetailsUpdateNotIfFinishedSortOrder = 1000036;
+inline constexpr TGuid cWatchlistExplorerbarItemMoreSeparatorId =
+    GuidLiteral("{5783E281-7519-49C3-A440-FDA0F9D8646A}");
+inline constexpr int cWatchlistExplorerbarItemMoreSeparatorSortOrder = 2147483547;
+inline constexpr TGuid cWatchlistExplorerbarItemMoreExportId =
+    GuidLiteral("{AC8B5A5B-177F-4A4A-808E-FF633DDB9EFC}");
+inline constexpr int cWatchlistExplorerbarItemMoreExportSortOrder = 2147483548;
+inline constexpr TGuid cWatchlistExplorerbarItemMoreImportId =
+    GuidLiteral("{011B9F2B-B9F7-4246-89FE-3DEEA37681C9}");
+inline constexpr int cWatchlistExplorerbarItemMoreImportSortOrder = 2147483549;
+inline constexpr TGuid cWatchlistExplorerbarItemMorePrintId =
+    GuidLiteral("{D59DF0F0-33DE-48EF-9592-12A426E17D2D}");
+inline constexpr int cWatchlistExplorerbarItemMorePrintSortOrder = 2147483550;
+inline constexpr TGuid cWatchlistExplorerbarItemMoreDisclaimerSeparatorId =
+    GuidLiteral("{2CAD801B-900F-469B-B59E-DF2CD5A58F01}");
+inline constexpr int cWatchlistExplorerbarItemMoreDisclaimerSeparatorSortOrder = 2147483551;
+inline constexpr TGuid cWatchlistExplorerbarItemMoreDisclaimerId =
+    GuidLiteral("{745997CA-A4F3-4A26-8CAF-82A74FAA15D7}");
+inline constexpr int cWatchlistExplorerbarItemMoreDisclaimerSortOrder = 2147483552;
+inline constexpr TStringView cExplorerbandbarBitmapRefresh = u"EXPLORERBANDBARICO_REFRESH";
+inline constexpr TStringView cExplorerbandbarBitmapEdit = u"EXPLORERBANDBARICO_EDIT";
+inline constexpr TStringView cExplorerbandbarBitmapAdd = u"EXPLORERBANDBARICO_ADD";
+inline constexpr TStringView cExplorerbandbarBitmapDelete = u"EXPLORERBANDBARICO_DELETE";
+inline constexpr TStringView cExplorerbandbarBitmapExport = u"EXPLORERBANDBARICO_EXPORTDATA";
+inline constexpr TStringView cExplorerbandbarBitmapImport = u"EXPLORERBANDBARICO_IMPORTDATA";
+inline constexpr TStringView cExplorerbandbarBitmapPrint = u"EXPLORERBANDBARICO_PRINTDATA";
+
 // The settings.
 inline constexpr TStringView cSettingsSectionWatchlist = u"Watchlist";
 inline constexpr TStringView cDefaultSoundFileName = u"remind.wav";

@@ -271,6 +271,41 @@ inline constexpr TStringView _resHintReminder = u"Erinnerung:";
 inline constexpr TStringView _resHintReminderTime = u"am %s um %s";
 inline constexpr TStringView _resStatusUpdate = u"Aktualisierung: %d";
 
+// The explorer bar of the section.
+inline constexpr TStringView _resExplorerBarGroupCategory = u"Kategorie";
+inline constexpr TStringView _resExplorerBarPanelDetails = u"Details";
+inline constexpr TStringView _resExplorerBarGroupReminder = u"Erinnerung";
+inline constexpr TStringView _resExplorerBarPanelMore = u"Weitere Optionen";
+inline constexpr TStringView _resExplorerBarCategoryEdit = u"Kategorie bearbeiten...";
+inline constexpr TStringView _resExplorerBarCategoryUpdate = u"Kategorie aktualisieren";
+inline constexpr TStringView _resExplorerBarCategoryName = u"Kategorie:";
+inline constexpr TStringView _resExplorerBarCategoryCount = u"Anzahl Einträge:";
+inline constexpr TStringView _resExplorerBarCategoryDescription = u"Beschreibung:";
+inline constexpr TStringView _resExplorerBarRemindAdd = u"Erinnerung einrichten...";
+inline constexpr TStringView _resExplorerBarRemindEdit = u"Erinnerung bearbeiten...";
+inline constexpr TStringView _resExplorerBarRemindDelete = u"Erinnerung löschen";
+inline constexpr TStringView _resExplorerBarRemindType = u"Meldung:";
+inline constexpr TStringView _resExplorerBarRemindSound = u"+ Sound";
+inline constexpr TStringView _resExplorerBarRemindDate = u"Datum:";
+inline constexpr TStringView _resExplorerBarRemindTime = u"Uhrzeit:";
+inline constexpr TStringView _resExplorerBarDetailsDescription = u"Notiz";
+inline constexpr TStringView _resExplorerBarDetailsEditDescription = u"Notiz bearbeiten...";
+inline constexpr TStringView _resExplorerBarDetailsUpdateDateTime = u"Letzte Aktualisierung:";
+inline constexpr TStringView _resExplorerBarDetailsUpdate = u"Eintrag aktualisieren";
+inline constexpr TStringView _resExplorerBarDetailsUpdateNotIfFinished =
+    u"Eintrag beendet. Aktualisierung nicht möglich.";
+inline constexpr TStringView _resExplorerBarMoreExport = u"Daten exportieren...";
+inline constexpr TStringView _resExplorerBarMoreImport = u"Daten importieren...";
+inline constexpr TStringView _resExplorerBarMorePrint = u"Daten drucken...";
+inline constexpr TStringView _resExplorerBarMoreDisclaimer =
+    u"* Die Preise und Versandkosten können sich seit der letzten Aktualisierung verändert haben. "
+    u"Es ist technisch nicht möglich, die angegebenen Preise in Echtzeit zu aktualisieren. Es gilt "
+    u"der Preis zum Zeitpunkt des Kaufs auf der Website des Verkäufers.";
+/// For no items, and for an item that was never refreshed.
+inline constexpr TStringView _resExplorerBarNone = u"-";
+/// What stands for the lines that are left out.
+inline constexpr TStringView _resExplorerBarMoreLines = u"...";
+
 // The editors of a category and of a note.
 inline constexpr TStringView _resEditCategoryCaptionEdit = u"Kategorie bearbeiten";
 inline constexpr TStringView _resEditCategoryCaptionNew = u"Kategorie anlegen";

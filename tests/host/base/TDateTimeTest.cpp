@@ -163,6 +163,7 @@ TEST(TDateTime, SurvivesIso) {
 
 TEST_F(TGermanTexts, DateAndTimeToTheSecond) {
   EXPECT_EQ(DateTimeToStr(At(2026, 3, 4, 5, 6, 7, 890)), u"04.03.2026, 05:06:07");
+  EXPECT_EQ(ShortDateToStr(At(2026, 3, 4, 5)), u"04.03.2026");
   EXPECT_EQ(LongDateToStr(At(2026, 11, 20)), u"Freitag, 20. November 2026");
   EXPECT_EQ(LongTimeToStr(At(2026, 11, 20, 18, 30)), u"18:30:00");
 }
