@@ -69,8 +69,11 @@ void TQueueMainLoop::RunPosted() {
     const std::lock_guard lock(FMutex);
     count = FPosted.size();
   }
-  TFunction function;
-  for (; count > 0 && TakePosted(function); --count) RunAtEdge(function);
+  for (; count > 0; --count) {
+    TFunction function;  // dies, with all it holds, before the next one and outside of the lock
+    if (!TakePosted(function)) return;
+    RunAtEdge(function);
+  }
 }
 
 // A function that calls ProcessMessages itself may have taken what was counted.

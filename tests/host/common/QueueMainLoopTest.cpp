@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <future>
+#include <memory>
 #include <optional>
 #include <thread>
 
@@ -62,6 +63,18 @@ TEST_F(TQueueMainLoopTest, AFunctionMayProcessTheRestItself) {
   FLoop->Post(Noting(1));
   FLoop->ProcessMessages();
   EXPECT_THAT(FNotes, ElementsAre(1, 2));
+}
+
+TEST_F(TQueueMainLoopTest, WhatAFunctionHoldsGoesBehindItAndMayPostThen) {
+  const auto last = [this](void*) { FLoop->Post(Noting(2)); };
+  FLoop->Post([held = std::shared_ptr<void>(nullptr, last)] {});
+  FLoop->Post([this] {
+    Note(1);
+    FLoop->ProcessMessages();  // has got what the first one has posted with its end
+    Note(3);
+  });
+  FLoop->ProcessMessages();
+  EXPECT_THAT(FNotes, ElementsAre(1, 2, 3));
 }
 
 TEST_F(TQueueMainLoopTest, AFailureGoesToTheLogAndEndsNothing) {
