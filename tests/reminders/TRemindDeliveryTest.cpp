@@ -365,6 +365,9 @@ TEST_F(TRemindDeliveryTest, TheRecipientIsTheAddressUntrimmed) {
   Set(u"EMail", u" ich@example.org ");
   Deliver(EMail());
   EXPECT_EQ(Mail.Last.Recipient, u" ich@example.org ");
+  EXPECT_EQ(Log.Lines().back(),
+            "info Watchlist-Reminder (E-Mail): E-Mail erfolgreich an  ich@example.org  "
+            "verschickt.");
 }
 
 TEST_F(TRemindDeliveryTest, AnUnconfirmedAddressGetsNoMailAndIsNamed) {

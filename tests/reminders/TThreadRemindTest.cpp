@@ -312,6 +312,48 @@ TEST_F(TThreadRemindOnItsOwnTest, FreesTheReminderBehindItsDelivery) {
   EXPECT_THAT(Witness.Notes(), ElementsAre("sound a.wav", "freed"));
 }
 
+// A clock that does something of its own when a thread sleeps on it.
+class TTrickyClock : public IClock {
+ public:
+  TTrickyClock() : FBefore(SetClock(this)) {}
+  ~TTrickyClock() override { SetClock(FBefore); }
+  TDateTime Now() const override { return FBefore->Now(); }
+  void Sleep(int iMilliseconds) const override { OnSleep(iMilliseconds); }
+  std::function<void(int)> OnSleep;
+
+ private:
+  IClock* FBefore;
+};
+
+TEST_F(TThreadRemindOnItsOwnTest, AnEndThatComesWithTheYieldLeavesTheListAlone) {
+  TTrickyClock clock;
+  std::promise<void> started;
+  clock.OnSleep = [&, wait = started.get_future().share()](int iMilliseconds) {
+    EXPECT_EQ(iMilliseconds, 0) << "no pause behind the end";
+    wait.wait();
+    FThread->Terminate();
+  };
+  std::atomic<int> looks{0};
+  FList.OnHas = [&] { return ++looks > 0; };
+  StartAlone();
+  started.set_value();
+  Until([this] { return FThread == nullptr; });
+  EXPECT_EQ(looks, 0);
+}
+
+TEST_F(TThreadRemindOnItsOwnTest, AnEndThatComesWhileNothingIsDueIsNotFollowedByAPause) {
+  std::promise<void> started;
+  FList.OnHas = [&, wait = started.get_future().share()] {
+    wait.wait();
+    FThread->Terminate();
+    return false;
+  };
+  StartAlone();
+  started.set_value();
+  Until([this] { return FThread == nullptr; });
+  EXPECT_EQ(Clock.SteadyMs(), 0);
+}
+
 TEST_F(TThreadRemindOnItsOwnTest, AReminderThatWasTakenOutWhenTheEndComesIsLost) {
   FList.Add(Reminder(std::make_unique<TMortalDetails>(Witness), Sound()));
   std::promise<void> started;
