@@ -78,7 +78,6 @@ void CheckChunks(const TDescriptor& iFile) {
       position += length + length % 2;  // chunks begin at even places
       continue;
     }
-    if (length == 0) throw ESoundError(ENODATA, u"Die Datei enthält keinen Ton");
     if (length <= size - position) return;
     break;
   }
@@ -102,9 +101,6 @@ TWavFile::TWavFile(const std::string& iPath) {
 }
 
 void TWavFile::CheckFormat() const {
-  const int type = FInfo.format & SF_FORMAT_TYPEMASK;
-  if (type != SF_FORMAT_WAV && type != SF_FORMAT_WAVEX)
-    throw ESoundError(EINVAL, u"Die Datei ist keine WAV-Datei");
   if (FInfo.channels < 1 || FInfo.channels > cMaxChannels) {
     throw ESoundError(EINVAL, Format(u"Die Datei hat %d Kanäle, höchstens %d lassen sich abspielen",
                                      {FInfo.channels, cMaxChannels}));
