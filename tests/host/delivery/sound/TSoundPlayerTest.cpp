@@ -7,7 +7,9 @@
 
 #include <cerrno>
 #include <chrono>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <thread>
 
 #include "tests/support/TLogRecorder.h"
@@ -45,9 +47,9 @@ class TSoundPlayerTest : public testing::Test {
     return played;
   }
 
-  // A program that stands in for the one that plays: a script of the shell.
-  TSoundOptions Script(const std::string& iText) {
-    FFolder.Write(u"script", "#!/bin/sh\n" + iText + "\n");
+  // A program that stands in for the one that plays: a script.
+  TSoundOptions Script(const std::string& iText, const std::string& iShell = "/bin/sh") {
+    FFolder.Write(u"script", "#!" + iShell + "\n" + iText + "\n");
     const std::string path = FFolder.Path() + "/script";
     chmod(path.c_str(), 0700);
     return {.Program = path};
@@ -288,6 +290,14 @@ TEST_F(TSoundPlayerTest, TheLastReasonCountsWhateverElseWasWritten) {
   EXPECT_EQ(LastLine(), "error Host: Der Ton x.wav wurde nicht abgespielt: Der Grund");
 }
 
+TEST_F(TSoundPlayerTest, NoMoreIsKeptOfWhatIsWrittenThanTheNewestBytes) {
+  TSoundPlayer player(Script("echo 'kaufkobolde-play: alt' >&2; yes | head -c 5000 >&2; exit 5"));
+  EXPECT_EQ(Play(player, u"x.wav").Error, 5);
+  EXPECT_EQ(LastLine(),
+            "error Host: Der Ton x.wav wurde nicht abgespielt: "
+            "Das Hilfsprogramm für Töne nennt keinen Grund");
+}
+
 TEST_F(TSoundPlayerTest, AFailureWithoutAReasonSaysSo) {
   TSoundPlayer player(Script("echo Lärm >&2; exit 5"));
   EXPECT_EQ(Play(player, u"x.wav").Error, 5);
@@ -306,25 +316,51 @@ TEST_F(TSoundPlayerTest, AMissingProgramIsAFailure) {
 }
 
 // Its own handles, signals and session are not for the program that plays.
-TEST_F(TSoundPlayerTest, TheProgramInheritsNoHandlesNoBlockedSignalsAndASessionOfItsOwn) {
+
+TEST_F(TSoundPlayerTest, TheProgramInheritsNoHandlesAndHasASessionOfItsOwn) {
   const int leaked = dup(STDERR_FILENO);  // stays open when a program is started
+  TSoundPlayer player(
+      Script("cd \"$(dirname $1)\"; echo 5\n"
+             "ls -l /proc/$$/fd > handles; cut -d' ' -f6 /proc/$$/stat > session\n"
+             "echo $$ > own"));
+  EXPECT_TRUE(player.Play(FFolder.File(u"x.wav")));
+  EXPECT_EQ(FFolder.Read(u"session"), FFolder.Read(u"own"));
+  EXPECT_EQ(FFolder.Read(u"handles").find(" " + std::to_string(leaked) + " -> "),
+            std::string::npos);
+  close(leaked);
+}
+
+TEST_F(TSoundPlayerTest, TheProgramInheritsNeitherBlockedNorIgnoredSignals) {
   sigset_t blocked;
   sigset_t before;
   sigemptyset(&blocked);
   sigaddset(&blocked, SIGTERM);
   pthread_sigmask(SIG_BLOCK, &blocked, &before);
+  const auto ignored = signal(SIGHUP, SIG_IGN);
+  // Not by the shell, which lifts what is blocked.
   TSoundPlayer player(
-      Script("cd \"$(dirname $1)\"; echo 5\n"
-             "grep SigBlk /proc/self/status > signals\n"
-             "ls -l /proc/$$/fd > handles; cut -d' ' -f6 /proc/$$/stat > session\n"
-             "echo $$ > own"));
+      Script("import os, sys\n"
+             "print(5)\n"
+             "lines = [x for x in open('/proc/self/status') if x[:6] in ('SigBlk', 'SigIgn')]\n"
+             "mask = int(lines[0].split()[1], 16) | int(lines[1].split()[1], 16) & 1\n"
+             "open(os.path.dirname(sys.argv[1]) + '/signals', 'w').write(str(mask))",
+             "/usr/bin/python3"));
   EXPECT_TRUE(player.Play(FFolder.File(u"x.wav")));
+  signal(SIGHUP, ignored);
   pthread_sigmask(SIG_SETMASK, &before, nullptr);
-  EXPECT_EQ(FFolder.Read(u"signals"), "SigBlk:\t0000000000000000\n");
-  EXPECT_EQ(FFolder.Read(u"session"), FFolder.Read(u"own"));
-  EXPECT_EQ(FFolder.Read(u"handles").find(" " + std::to_string(leaked) + " -> "),
-            std::string::npos);
-  close(leaked);
+  EXPECT_EQ(FFolder.Read(u"signals"), "0");
+}
+
+TEST_F(TSoundPlayerTest, NoHandleIsLeftBehindHoweverASoundEnds) {
+  const auto handles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  const auto before = handles();
+  EXPECT_TRUE(TSoundPlayer(Script("echo 5")).Play(u"x.wav"));
+  EXPECT_FALSE(TSoundPlayer(Script("exit 5")).Play(u"x.wav"));
+  EXPECT_FALSE(TSoundPlayer(Script("echo 600001; exec tail -f /dev/null")).Play(u"x.wav"));
+  EXPECT_FALSE(TSoundPlayer({.Program = "/nothing/kaufkobolde-play"}).Play(u"x.wav"));
+  EXPECT_EQ(handles(), before);
 }
 
 TEST_F(TSoundPlayerTest, StopEndsAPlayingSoundAtOnceAndNoProcessIsLeft) {
