@@ -1,8 +1,10 @@
 #include "tests/support/TFakeSource.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "host/base/Exception.h"
+#include "host/contract/INotifications.h"
 #include "host/contract/TPluginIntegration.h"
 
 namespace kk {
@@ -27,6 +29,34 @@ TIntf<ISearchResult> FakeResult(TStringView iName, TDateTime iEndTime) {
   result->SetEndTime(iEndTime);
   return result;
 }
+
+TIntf<ISearchResult> TFakeSearchResults::GetItems(int iIndex) const {
+  return Items[CheckedIndex(iIndex, Items.size())];
+}
+
+TIntf<ISearchResult> TFakeSearchResults::GetSelectedItems(int iIndex) const {
+  return Selected[CheckedIndex(iIndex, Selected.size())];
+}
+
+TIntf<ISearchResult> TFakeSearchResults::GetFocused() const {
+  if (!FocusFailure.empty()) throw Exception(FocusFailure);
+  return Focused;
+}
+
+void TFakeSearchResults::Select(const std::vector<TIntf<ISearchResult>>& iResults) {
+  Selected = iResults;
+  Focused = iResults.empty() ? nullptr : iResults.front();
+}
+
+namespace {
+
+std::vector<TIntf<ISearchResult>> ResultsIn(const TIntf<IInterfaceList>& iList) {
+  std::vector<TIntf<ISearchResult>> results;
+  for (int i = 0; i < iList->GetCount(); ++i) results.push_back(GetAs<ISearchResult>(*iList, i));
+  return results;
+}
+
+}  // namespace
 
 // The parts of the source behind interfaces of their own keep it alive.
 class TFakeUpdate : public TInterfaced<ISearchResultUpdate> {
@@ -60,26 +90,49 @@ class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
  public:
   explicit TFakeVisualization(TFakeSource* iSource) : FSource(iSource) {}
 
-  TString GetCaption() const override { return FSource->GetName(); }
+  TString GetCaption() const override {
+    Fail("GetCaption");
+    return FSource->GetName();
+  }
   TString GetMenuCaption() const override { return FSource->GetName() + u" (Menü)"; }
   TBitmap GetImage() const override { return {u"FAKE"}; }
   TBitmap GetImageSelected() const override { return {u"FAKESELECTED"}; }
-  TIntf<IInterfaceList> GetSubVisualizations() const override { return {}; }
+  TIntf<IInterfaceList> GetSubVisualizations() const override {
+    return FSource->FSubVisualizations;
+  }
   TIntf<IIntegrationInfo> GetIntegrationInfo() const override {
     return MakeIntf<TPluginIntegrationInfo>(FSource->GetId(), TGroupIdentification{1});
   }
-  void SetContainer(TPanel*) override { Note("SetContainer"); }
+  void SetContainer(TPanel* iPanel) override {
+    FSource->FContainer = iPanel;
+    Note(iPanel != nullptr ? "SetContainer" : "SetContainer null");
+  }
   void AddExtensions(const TIntf<IInterfaceList>& iExtensions) override {
     for (int i = 0; i < iExtensions->GetCount(); ++i) AddExtension(iExtensions->Get(i));
   }
   void AddExtension(const TIntf<IInterface>& iExtension) override {
     FSource->FExtensions.push_back(iExtension);
+    Fail("AddExtension");
+    const auto notifications = Supports<INotifications>(iExtension);
+    if (notifications && FSource->FAbilities.Results) {
+      notifications->SetSearchResults(FSource->ResultsOnShow());
+    }
   }
-  void SetResults(const TIntf<IInterfaceList>& iResults) override { Note("SetResults", iResults); }
+  void SetResults(const TIntf<IInterfaceList>& iResults) override {
+    FSource->Results().Items = ResultsIn(iResults);
+    FSource->Results().Select({});
+    Note("SetResults", iResults);
+  }
   void RemoveResults(const TIntf<IInterfaceList>& iResults) override {
+    for (const auto& result : ResultsIn(iResults)) {
+      std::erase(FSource->Results().Items, result);
+      std::erase(FSource->Results().Selected, result);
+      if (FSource->Results().Focused == result) FSource->Results().Focused = nullptr;
+    }
     Note("RemoveResults", iResults);
   }
   void SelectResults(const TIntf<IInterfaceList>& iResults) override {
+    FSource->Results().Select(ResultsIn(iResults));
     Note("SelectResults", iResults);
   }
   void RefreshResult(const TIntf<ISearchResult>& iResult) override {
@@ -103,8 +156,30 @@ class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
   void ReleaseList() override { Note("ReleaseList"); }
   void ReleaseListData() override { Note("ReleaseListData"); }
 
+ protected:
+  bool QueryDelegated(const TGuid& iIid, void** oInterface) override {
+    if (FSource->FAbilities.Update && iIid == IID_SearchResultUpdate) {
+      return MakeIntf<TFakeUpdate>(FSource.Get())->QueryInterface(iIid, oInterface);
+    }
+    if (FSource->FAbilities.Results && iIid == IID_SearchResults) {
+      return FSource->ResultsOnShow()->QueryInterface(iIid, oInterface);
+    }
+    const auto& parts = FSource->FViewParts;
+    return std::any_of(parts.begin(), parts.end(), [&](const TIntf<IInterface>& iPart) {
+      return iPart->QueryInterface(iIid, oInterface);
+    });
+  }
+
  private:
-  void Note(std::string iCall) { FSource->FViewCalls.push_back(std::move(iCall)); }
+  void Fail(const std::string& iCall) const {
+    if (FSource->FFailingViewCall != iCall) return;
+    FSource->FFailingViewCall.clear();
+    throw Exception(FromUtf8(iCall));
+  }
+  void Note(std::string iCall) {
+    FSource->FViewCalls.push_back(iCall);
+    Fail(iCall);
+  }
   void Note(const std::string& iCall, const TIntf<IInterfaceList>& iResults) {
     Note(iCall + " " + std::to_string(iResults->GetCount()));
   }
@@ -114,6 +189,11 @@ class TFakeVisualization : public TInterfaced<IWatchlistVisualization> {
 
 TFakeSource::TFakeSource(TStringView iName, const TGuid& iId, TFakeAbilities iAbilities)
     : FId(iId), FAffiliateId(iId), FName(iName), FAbilities(iAbilities) {}
+
+const TIntf<TFakeSearchResults>& TFakeSource::ResultsOnShow() {
+  if (!FResults) FResults = MakeIntf<TFakeSearchResults>();
+  return FResults;
+}
 
 bool TFakeSource::QueryDelegated(const TGuid& iIid, void** oInterface) {
   if (FAbilities.Update && iIid == IID_SearchResultUpdate) {

@@ -6,6 +6,7 @@
 
 #include "host/contract/ISearchResultConverter.h"
 #include "host/contract/ISearchResultUpdate.h"
+#include "host/contract/ISearchResults.h"
 #include "host/contract/IWatchlistIntegration.h"
 #include "host/contract/IWatchlistVisualization.h"
 
@@ -40,9 +41,30 @@ class TFakeSearchResult : public TInterfaced<ISearchResult> {
 /// A new result whose article is its name.
 TIntf<ISearchResult> FakeResult(TStringView iName, TDateTime iEndTime = {});
 
+/// What the fake source's view has on show; the test selects in it.
+class TFakeSearchResults : public TInterfaced<ISearchResults> {
+ public:
+  int GetCount() const override { return static_cast<int>(Items.size()); }
+  int GetSelectedCount() const override { return static_cast<int>(Selected.size()); }
+  TIntf<ISearchResult> GetItems(int iIndex) const override;
+  TIntf<ISearchResult> GetSelectedItems(int iIndex) const override;
+  TIntf<ISearchResult> GetFocused() const override;
+
+  /// Selects these and gives the first one the focus.
+  void Select(const std::vector<TIntf<ISearchResult>>& iResults);
+
+  std::vector<TIntf<ISearchResult>> Items;
+  std::vector<TIntf<ISearchResult>> Selected;
+  TIntf<ISearchResult> Focused;
+  /// What it raises when it is asked for the focused result; empty for nothing.
+  TString FocusFailure;
+};
+
+/// Results: whether its view answers for ISearchResults, and hands them to extensions.
 struct TFakeAbilities {
   bool Update = true;
   bool Visualization = true;
+  bool Results = true;
 };
 
 /// A source that can be watched and keeps its results in lines of its own. What it can do beside
@@ -87,6 +109,16 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   /// What the view was told, one line a call: "SetResults 3", "RefreshResult Name", ...
   std::vector<std::string>& ViewCalls() { return FViewCalls; }
   std::vector<TIntf<IInterface>>& Extensions() { return FExtensions; }
+  /// What its view has on show.
+  TFakeSearchResults& Results() { return *ResultsOnShow(); }
+  /// The panel that its view was given; null for none.
+  TPanel* Container() const { return FContainer; }
+  /// What its view answers for beside itself, and what it names as its sub-visualizations; empty
+  /// for no list.
+  std::vector<TIntf<IInterface>>& ViewParts() { return FViewParts; }
+  void SetSubVisualizations(TIntf<IInterfaceList> iList) { FSubVisualizations = std::move(iList); }
+  /// The call on its view, as ViewCalls has it, that fails the next time; empty for none.
+  void SetFailingViewCall(const std::string& iCall) { FFailingViewCall = iCall; }
   /// Whether its view has texts for reminders; so at first: for the kind 2 of an article "Uhr" the
   /// caption "Uhr", the text "Text 2: Uhr" and the link "https://fake.test/2/Uhr".
   void SetReminderTexts(bool iHasSome) { FReminderTexts = iHasSome; }
@@ -99,6 +131,8 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
  private:
   friend class TFakeUpdate;
   friend class TFakeVisualization;
+
+  const TIntf<TFakeSearchResults>& ResultsOnShow();
 
   TGuid FId;
   TGuid FAffiliateId;
@@ -115,6 +149,11 @@ class TFakeSource : public TInterfaced<IWatchlistIntegration> {
   std::vector<TRequest> FRequests;
   std::vector<std::string> FViewCalls;
   std::vector<TIntf<IInterface>> FExtensions;
+  TIntf<TFakeSearchResults> FResults;  // from the first use on
+  TPanel* FContainer = nullptr;
+  std::vector<TIntf<IInterface>> FViewParts;
+  TIntf<IInterfaceList> FSubVisualizations;
+  std::string FFailingViewCall;
 };
 
 }  // namespace kk
