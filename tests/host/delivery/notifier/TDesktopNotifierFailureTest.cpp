@@ -4,6 +4,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <ctime>
+#include <filesystem>
+#include <iterator>
 
 #include "TDesktopNotifierTest.h"
 #include "host/base/Exception.h"
@@ -48,9 +51,10 @@ TEST_F(TDesktopNotifierTest, WithoutABusTheFallbackShowsIt) {
     Show(Lamp());
     EXPECT_TRUE(WaitForFallback(1)) << address;
   }
-  EXPECT_EQ(FLog.Lines().front(),
-            "info Host: Der Desktop zeigt die Meldung nicht: "
-            "Der Desktop ist nicht erreichbar (No such file or directory)");
+  EXPECT_THAT(FLog.Lines(),
+              testing::Each("info Host: Der Desktop zeigt die Meldung nicht: Der Desktop ist nicht "
+                            "erreichbar (No such file or directory)"))
+      << "nothing but sockets of this machine is even tried";
 }
 
 TEST_F(TDesktopNotifierTest, AServiceThatRefusesHasItsReasonInTheLogAndTheFallbackShowsIt) {
@@ -137,7 +141,7 @@ TEST_F(TDesktopNotifierTest, AConnectionThatNeverCameAboutIsBegunAnew) {
   EXPECT_TRUE(WaitForFallback(1));
 
   ASSERT_EQ(unlink(path.c_str()), 0);
-  ASSERT_EQ(symlink(SocketOfTheBus().c_str(), path.c_str()), 0);
+  ASSERT_EQ(symlink(SocketOf(FBus).c_str(), path.c_str()), 0);
   Show(Named(u"Vase"));
   EXPECT_EQ(NextCall()["summary"], "Erinnerung: Vase");
   close(server);
@@ -176,6 +180,27 @@ TEST_F(TDesktopNotifierTest, ABusThatIsGoneEndsInTheFallback) {
   Show(Named(u"Krug"));
   EXPECT_TRUE(WaitForFallback(2));
   EXPECT_THAT(FFallen, ElementsAre("Vase", "Krug"));
+}
+
+TEST_F(TDesktopNotifierTest, AnotherBusGetsNoNumbersOfTheOldOne) {
+  const TTempFolder folder;
+  const std::string path = folder.Path() + "/bus";
+  ASSERT_EQ(symlink(SocketOf(FBus).c_str(), path.c_str()), 0);
+  StartService({"--act", "visit"});
+  MakeNotifier({.Address = "unix:path=" + path});
+  ShowAndWait(Lamp());
+
+  TSessionBus other;
+  ASSERT_EQ(unlink(path.c_str()), 0);
+  ASSERT_EQ(symlink(SocketOf(other).c_str(), path.c_str()), 0);
+  FBus.Stop();
+  StartService(other, {});
+  Show(Named(u"Vase"));  // goes to the fallback if it is this that finds the old one gone
+  Show(Lamp());
+  nlohmann::json call = NextCall();
+  if (call["summary"] == "Erinnerung: Vase") call = NextCall();
+  EXPECT_EQ(call["summary"], "Erinnerung: Lampe");
+  EXPECT_EQ(call["replaces"], 0);
 }
 
 TEST_F(TDesktopNotifierTest, WhatHasWaitedTooLongBehindOthersGoesToTheFallbackUnsent) {
@@ -219,6 +244,49 @@ TEST_F(TDesktopNotifierTest, WhatIsOnItsWayToTheFallbackAtStopIsInTheLog) {
   EXPECT_TRUE(FFallen.empty());
   EXPECT_EQ(FLog.Lines().back(),
             "error Host: Das Programm wird beendet, eine Meldung wurde nicht mehr gezeigt: Lampe");
+}
+
+TEST_F(TDesktopNotifierTest, WhatTheServiceHasNotAnsweredAtStopIsInTheLogInABoundedLine) {
+  StartService({"--mute"});
+  MakeNotifier();
+  Show(Named(TString(300, u'x')));
+  NextCall();
+  FNotifier->Stop();
+  EXPECT_THAT(FLog.Lines(), ElementsAre("error Host: Das Programm wird beendet, eine Meldung wurde "
+                                        "nicht mehr gezeigt: " +
+                                        std::string(200, 'x')));
+}
+
+TEST_F(TDesktopNotifierTest, NothingTurnsWhileThereIsNothingToDo) {
+  const auto used = [] { return std::clock() * 1000 / CLOCKS_PER_SEC; };
+  StartService({"--act", "visit"});
+  MakeNotifier(cShort);
+  ShowAndWait(Lamp());
+  auto before = used();
+  FLoop.WaitForMessage(1000);
+  EXPECT_LT(used() - before, 200) << "behind one that was shown";
+  FService->Stop();
+  Show(Named(u"Vase"));
+  EXPECT_TRUE(WaitForFallback(1));
+  before = used();
+  FLoop.WaitForMessage(1000);
+  EXPECT_LT(used() - before, 200) << "behind one that was not";
+}
+
+TEST_F(TDesktopNotifierTest, NoHandleIsLeftBehind) {
+  const auto handles = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  StartService({"--act", "visit"});
+  const auto before = handles();
+  for (const std::string& address : {FBus.Address(), std::string("unix:path=/nothing/bus")}) {
+    MakeNotifier({.Address = address});
+    const size_t settled = FFallen.size() + FOpener.Opened.size();
+    Show(Lamp());
+    EXPECT_TRUE(RunUntil([&] { return FFallen.size() + FOpener.Opened.size() > settled; }));
+    FNotifier.reset();
+  }
+  EXPECT_EQ(handles(), before);
 }
 
 TEST_F(TDesktopNotifierTest, AClickThatIsOnItsWayAtStopOpensNothing) {

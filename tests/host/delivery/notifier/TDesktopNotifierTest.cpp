@@ -125,6 +125,7 @@ TEST_F(TDesktopNotifierTest, AClickWithoutALinkOpensNothing) {
   Show(notification);
   EXPECT_TRUE(RunUntil([&] { return !FClicks.Ids.empty(); }));
   EXPECT_TRUE(FOpener.Opened.empty());
+  EXPECT_TRUE(FLog.Lines().empty()) << "and nobody was asked to";
 }
 
 TEST_F(TDesktopNotifierTest, ManyNotificationsAreAllShownOnceAndInOrder) {
@@ -170,7 +171,7 @@ TEST_F(TDesktopNotifierTest, WithoutAnAddressTheSocketInTheRuntimeFolderIsTheBus
   const TTempFolder folder;
   const std::string runtime = folder.Path() + "/ein Ordner, mit ä";
   std::filesystem::create_directory(runtime);
-  ASSERT_EQ(symlink(SocketOfTheBus().c_str(), (runtime + "/bus").c_str()), 0);
+  ASSERT_EQ(symlink(SocketOf(FBus).c_str(), (runtime + "/bus").c_str()), 0);
   const TTestEnvironment environment(
       {{"DBUS_SESSION_BUS_ADDRESS", ""}, {"XDG_RUNTIME_DIR", runtime}});
   MakeNotifier(TDesktopNotifierOptions{});

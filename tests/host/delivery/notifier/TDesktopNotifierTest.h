@@ -49,9 +49,12 @@ class TDesktopNotifierTest : public testing::Test {
   }
 
   void StartService(const std::vector<std::string>& iArguments = {}) {
+    StartService(FBus, iArguments);
+  }
+  void StartService(const TSessionBus& iBus, const std::vector<std::string>& iArguments) {
     FService = std::make_unique<TServerProcess>(
         TServerProcess::Python("host/delivery/notifier/servers/notifications.py", iArguments),
-        FBus.Environment());
+        iBus.Environment());
     FService->WaitForLine("ready");
   }
 
@@ -90,8 +93,8 @@ class TDesktopNotifierTest : public testing::Test {
     Measure(begin);
   }
 
-  std::string SocketOfTheBus() const {
-    const std::string address = FBus.Address();
+  static std::string SocketOf(const TSessionBus& iBus) {
+    const std::string address = iBus.Address();
     const size_t begin = address.find('=') + 1;
     return address.substr(begin, address.find(',') - begin);
   }

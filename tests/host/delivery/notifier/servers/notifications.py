@@ -6,6 +6,7 @@
   --close-others       before it answers, it tells that the earlier notifications are closed
   --refuse             answers each notification with an error
   --garble             answers each notification with a text in place of its number
+  --mute               answers no notification
 """
 
 import argparse
@@ -74,6 +75,13 @@ class GarblingService(Service):
         return str(self.notify(app, replaces, icon, summary, body, actions, hints, expire))
 
 
+class MuteService(Service):
+    @dbus.service.method(NAME, in_signature="susssasa{sv}i", out_signature="u",
+                         async_callbacks=("answer", "fail"))
+    def Notify(self, app, replaces, icon, summary, body, actions, hints, expire, answer, fail):
+        self.notify(app, replaces, icon, summary, body, actions, hints, expire)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--capabilities", default="actions,body,body-markup")
@@ -81,10 +89,11 @@ def main():
     parser.add_argument("--close-others", action="store_true")
     parser.add_argument("--refuse", action="store_true")
     parser.add_argument("--garble", action="store_true")
+    parser.add_argument("--mute", action="store_true")
     options = parser.parse_args()
     dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
     bus = dbus.SessionBus()
-    kind = GarblingService if options.garble else GoodService
+    kind = GarblingService if options.garble else MuteService if options.mute else GoodService
     service = kind(bus, options)
     name = dbus.service.BusName(NAME, bus, do_not_queue=True)
     print("ready", flush=True)
