@@ -3,11 +3,19 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
+
 namespace kk {
 
 namespace {
 
 TString Folded(TStringView iText) {
+  // Ids need no tables.
+  if (std::all_of(iText.begin(), iText.end(), [](char16_t c) { return c < 0x80; })) {
+    TString folded(iText);
+    std::transform(folded.begin(), folded.end(), folded.begin(), AsciiLower);
+    return folded;
+  }
   icu::UnicodeString text(iText.data(), static_cast<int32_t>(iText.size()));
   text.foldCase(U_FOLD_CASE_DEFAULT);
   return TString(text.getBuffer(), static_cast<size_t>(text.length()));
@@ -37,6 +45,14 @@ void THashedStringList::Add(TStringView iLine) {
 void THashedStringList::Delete(int iIndex) {
   FLines.Delete(iIndex);
   Changed();
+}
+
+void THashedStringList::SetValue(TStringView iName, TStringView iValue) {
+  const TString line = TString(iName).append(u"=").append(iValue);
+  const int index = IndexOfName(iName);
+  if (index < 0) return Add(line);
+  FLines.Set(index, line);
+  FByLine.reset();  // its name is in the same place as before
 }
 
 void THashedStringList::Clear() {

@@ -18,6 +18,8 @@ class THashedStringList : public TObject {
 
   void Add(TStringView iLine);
   void Delete(int iIndex);
+  /// Sets the value of the first line with this name, or appends such a line.
+  void SetValue(TStringView iName, TStringView iValue);
   void Clear();
 
   /// The first such line, or the first with such a name, without regard to case; -1 if none.

@@ -97,6 +97,11 @@ std::vector<TString> Split(TStringView iText, char16_t iSeparator) {
 }
 
 bool SameText(TStringView iA, TStringView iB) {
+  // Most texts differ in one of their first letters, and those of ASCII need no tables.
+  const size_t count = std::min(iA.size(), iB.size());
+  for (size_t i = 0; i < count && iA[i] < 0x80 && iB[i] < 0x80; ++i) {
+    if (AsciiLower(iA[i]) != AsciiLower(iB[i])) return false;
+  }
   return iA == iB || Alias(iA).caseCompare(Alias(iB), U_FOLD_CASE_DEFAULT) == 0;
 }
 

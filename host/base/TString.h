@@ -51,6 +51,11 @@ TString ToSingleLine(TStringView iText);
 /// The pieces between the separators. An empty text has no pieces; "a|" has two.
 std::vector<TString> Split(TStringView iText, char16_t iSeparator);
 
+/// The letter without its case if it is one of ASCII's; any other character as it is.
+constexpr char16_t AsciiLower(char16_t iChar) {
+  return iChar >= u'A' && iChar <= u'Z' ? static_cast<char16_t>(iChar + (u'a' - u'A')) : iChar;
+}
+
 /// Equal without regard to case (Unicode case folding).
 bool SameText(TStringView iA, TStringView iB);
 

@@ -150,6 +150,22 @@ TEST(THashedStringList, KnowsChangesAfterALookUp) {
   EXPECT_EQ(list.GetCount(), 0);
 }
 
+TEST(THashedStringList, SetsTheValueOfANameInItsPlaceOrAppendsIt) {
+  THashedStringList list;
+  for (const TStringView line : {u"n=1", u"plain", u"N=2"}) list.Add(line);
+  EXPECT_EQ(list.IndexOf(u"n=1"), 0);
+  list.SetValue(u"N", u"3");
+  list.SetValue(u"plain", u"4");
+  EXPECT_EQ(list.GetCount(), 4);
+  EXPECT_EQ(list.Get(0), u"N=3");
+  EXPECT_EQ(list.Get(2), u"N=2");
+  EXPECT_EQ(list.Get(3), u"plain=4");
+  EXPECT_EQ(list.IndexOf(u"n=1"), -1);
+  EXPECT_EQ(list.IndexOf(u"n=3"), 0);
+  EXPECT_EQ(list.IndexOfName(u"n"), 0);
+  EXPECT_EQ(list.IndexOfName(u"plain"), 3);
+}
+
 TEST(THashedStringList, AnIndexOutOfRangeRaises) {
   THashedStringList list;
   EXPECT_THROW(list.Get(0), EListError);

@@ -115,6 +115,19 @@ TEST(SameText, DoesNotRegardCase) {
   EXPECT_FALSE(SameText(u"Möbel", u"Mobel"));
   EXPECT_FALSE(SameText(u"a", u"ab"));
   EXPECT_FALSE(SameText(u"a", u""));
+  EXPECT_TRUE(SameText(u"{aZ-09[`}", u"{Az-09[`}"));
+  EXPECT_FALSE(SameText(u"a@", u"a`")) << "no letters";
+  EXPECT_FALSE(SameText(u"a[", u"a{"));
+  EXPECT_TRUE(SameText(u"9 K", u"9 \u212A")) << "the sign for kelvin";
+}
+
+TEST(SameText, AnswersLikeTheFoldedTexts) {
+  EXPECT_TRUE(rc::check("same text", [] {
+    const auto letter = rc::gen::element<char16_t>(u'a', u'A', u's', u'S', u'ß', u'k', u'\u212A');
+    const auto a = *rc::gen::container<TString>(letter);
+    const auto b = *rc::gen::container<TString>(letter);
+    RC_ASSERT(SameText(a, b) == (CompareText(a, b) == 0));
+  }));
 }
 
 TEST(StartsWith, RegardsCase) {
