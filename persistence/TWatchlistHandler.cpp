@@ -215,6 +215,7 @@ void TWatchlistHandler::AddNotificationItem(const TNotifyEvent& iCallbackAdd,
 
 void TWatchlistHandler::RemoveNotificationItem(const TNotifyEvent& iCallbackAdd,
                                                const TNotifyEvent& iCallbackDelete) {
+  if (!FLstNotifyItemAdd) return;  // what dies with the plug-in's last reference
   FLstNotifyItemAdd->Remove(iCallbackAdd);
   FLstNotifyItemDelete->Remove(iCallbackDelete);
 }

@@ -34,8 +34,8 @@ TSearchLocationIntegrationWatchlist::TSearchLocationIntegrationWatchlist(
   FExplorerBarExtender->SetOnItemClick(addSelection);
   FExplorerBarExtender->SetOnItemAdd(TNotifyAdd::Of<&TSelf::DoItemAdd>(this));
   FAdditionalColumns = MakeIntf<TAdditionalColumnsWatchlist>(
-      FSearchLocationPluginId, TNotifyEventColumn::Of<&TSelf::DoColumnAdd>(this),
-      TNotifyEventColumn::Of<&TSelf::DoColumnCheck>(this));
+      FSearchLocationPluginId, TNotifySearchResult::Of<&TSelf::DoColumnAdd>(this),
+      TNotifyEvent::Of<&TSelf::DoColumnCheck>(this));
 }
 
 TSearchLocationIntegrationWatchlist::~TSearchLocationIntegrationWatchlist() {

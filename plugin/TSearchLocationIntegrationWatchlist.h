@@ -6,8 +6,8 @@
 #include "host/contract/IContextMenuExtender.h"
 #include "host/contract/INotifications.h"
 #include "host/controls/TMenuItem.h"
-#include "plugin/TAdditionalColumnsWatchlist.h"
 #include "plugin/TExplorerBarExtenderMoreOptionsWatchList.h"
+#include "views/columns/TAdditionalColumnsWatchlist.h"
 
 namespace kk {
 
@@ -39,7 +39,6 @@ class TSearchLocationIntegrationWatchlist
   void WaitFor() override {}
 
   const TGuid& PluginId() const { return FPluginId; }
-  TAdditionalColumnsWatchlist& AdditionalColumns() const { return *FAdditionalColumns; }
 
   /// Adds new results and moves known ones to the category that the user chooses; the results are
   /// of the view's source. Does nothing for a view whose source, or the source that keeps its
@@ -53,7 +52,7 @@ class TSearchLocationIntegrationWatchlist
   void DoAddSelection(TObject* Sender);
   void DoItemAdd(TObject* Sender, bool& oVisible);
   void DoColumnAdd(TObject* Sender, const TIntf<ISearchResult>& iResult);
-  void DoColumnCheck(TObject* /*Sender*/, const TIntf<ISearchResult>& /*iResult*/) {}
+  void DoColumnCheck(TObject* /*Sender*/) {}
 
   TGuid FPluginId;
   TGuid FSearchLocationPluginId;

@@ -4,8 +4,8 @@
 
 namespace kk {
 
-/// Gives the handler what stands behind its room: the window that waits for running refreshes.
-/// There are no columns yet. Installed while it lives. Main thread.
+/// Gives the handler what stands behind its room: the window that waits for running refreshes, and
+/// the columns of the section's lists. Installed while it lives. Main thread.
 class TWatchlistHandlerSite : public IWatchlistHandlerSite {
  public:
   TWatchlistHandlerSite() : FBefore(SetWatchlistHandlerSite(this)) {}
@@ -14,7 +14,7 @@ class TWatchlistHandlerSite : public IWatchlistHandlerSite {
   TWatchlistHandlerSite& operator=(const TWatchlistHandlerSite&) = delete;
 
   void WaitForThreads(const TLstWatchlistIntegration& iIntegrations) override;
-  TIntf<IAdditionalColumns> CreateAdditionalColumns() override { return {}; }
+  TIntf<IAdditionalColumns> CreateAdditionalColumns() override;
 
  private:
   IWatchlistHandlerSite* FBefore;

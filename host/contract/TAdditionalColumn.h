@@ -76,6 +76,8 @@ class TAdditionalColumnTransparentBitmap : public TAdditionalColumn {
       std::unique_ptr<TCommonTreeViewCellPainterTransparentBitmapKK> iCellPainter)
       : TAdditionalColumn(std::move(iLook)), FCellPainter(std::move(iCellPainter)) {}
 
+  const TCommonTreeViewCellPainterTransparentBitmapKK& CellPainter() const { return *FCellPainter; }
+
  private:
   std::unique_ptr<TCommonTreeViewCellPainterTransparentBitmapKK> FCellPainter;
 };

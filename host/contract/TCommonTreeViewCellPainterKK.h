@@ -19,13 +19,13 @@ class TCommonTreeViewCellPainterKK : public TObject, public ITreeViewCellPainter
 /// where it last did.
 class TCommonTreeViewCellPainterTransparentBitmapKK : public TCommonTreeViewCellPainterKK {
  public:
+  explicit TCommonTreeViewCellPainterTransparentBitmapKK(std::vector<TBitmap> iImages);
+
   const std::vector<TBitmap>& Images() const { return FImages; }
   /// Where the last image was drawn; of no size before the first.
   const TRect& BitmapRect() const { return FBitmapRect; }
 
  protected:
-  explicit TCommonTreeViewCellPainterTransparentBitmapKK(std::vector<TBitmap> iImages);
-
   /// In the middle of the rectangle; an image that is larger is made to fit. An index without an
   /// image raises EListError.
   void PaintBitmap(ICanvas& ioCanvas, const TRect& iRect, int iIndex);

@@ -1,6 +1,7 @@
 #include "plugin/TSearchLocationIntegrationWatchlist.h"
 
 #include "TPluginWorld.h"
+#include "tests/support/TFakeCells.h"
 
 namespace kk {
 namespace {
@@ -51,6 +52,10 @@ class TSearchLocationTest : public testing::Test, public TPluginWorld {
            " neue Suchergebnisse aus Plugin " + ToUtf8(GUIDToString(iFrom->GetId())) +
            " einfügen (Zielintegration: " + ToUtf8(GUIDToString(iTo->GetId())) + " / " +
            ToUtf8(iTo->GetName()) + ").";
+  }
+
+  TFakeColumnView Column() {
+    return TFakeColumnView(*Supports<IAdditionalColumns>(TIntf<IContextMenuExtender>(Extension)));
   }
 
   TWatchlistCategory& Books = Category(u"Bücher");
@@ -117,22 +122,45 @@ TEST_F(TSearchLocationTest, NothingSelectedAddsNothing) {
   EXPECT_THAT(Log.Lines(), IsEmpty());
 }
 
-TEST_F(TSearchLocationTest, ColumnAddsTheResultOfItsRowAndItsCheckDoesNothing) {
+TEST_F(TSearchLocationTest, ColumnAddsTheResultOfItsRow) {
   TIniFileSectionWatchlist().SetShowAddDialog(false);
-  Extension->AdditionalColumns().Check(FakeResult(u"Faust"));
-  Extension->AdditionalColumns().Add({});
+  TFakeColumnView column = Column();
+  EXPECT_THAT(column.Paint(FakeResult(u"Faust")),
+              ElementsAre("Bitmap 7,1,23,17 ADDITIONALCOLUMNNO"));
+  column.Click({});
   EXPECT_THAT(Log.Lines(), IsEmpty());
-  Extension->AdditionalColumns().Add(FakeResult(u"Faust"));
+  column.Click(FakeResult(u"Faust"));
   EXPECT_THAT(Queued(Auction), ElementsAre("Faust"));
+}
+
+TEST_F(TSearchLocationTest, ColumnDoesNothingForAWatchedRow) {
+  const TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TFakeColumnView column = Column();
+  EXPECT_THAT(column.Paint(faust.SearchResult()),
+              ElementsAre("Bitmap 7,1,23,17 ADDITIONALCOLUMNYES"));
+  column.Click(faust.SearchResult());
+  EXPECT_THAT(Log.Lines(), IsEmpty());
+}
+
+TEST_F(TSearchLocationTest, ColumnShowsYesOnceItsRowWasAdded) {
+  TIniFileSectionWatchlist().SetShowAddDialog(false);
+  TFakeColumnView column = Column();
+  const TIntf<ISearchResult> row = FakeResult(u"Faust");
+  column.Paint(row);
+  column.Click(row);
+  EXPECT_THAT(column.Paint(row), ElementsAre("Bitmap 7,1,23,17 ADDITIONALCOLUMNNO"));
+  Auction->Finish(true);
+  EXPECT_THAT(column.Paint(row), ElementsAre("Bitmap 7,1,23,17 ADDITIONALCOLUMNYES"));
 }
 
 TEST_F(TSearchLocationTest, LinkAndColumnsThatOutliveTheExtensionAddNothing) {
   const auto link = Link();
-  const auto columns = TIntf<TAdditionalColumnsWatchlist>(&Extension->AdditionalColumns());
+  TFakeColumnView column = Column();
+  column.Paint(FakeResult(u"Faust"));
   Results->Selected = {FakeResult(u"Faust")};
   Extension = nullptr;
   link->GetItem()->Click();
-  columns->Add(FakeResult(u"Faust"));
+  column.Click(FakeResult(u"Faust"));
   EXPECT_FALSE(link->GetOnItemAdd());
   EXPECT_THAT(Log.Lines(), IsEmpty());
 }

@@ -122,6 +122,16 @@ TEST_F(TPluginWatchlistTest, InitializeRegistersTheSourcesInOrderAndPassesOverTh
   EXPECT_THAT(lines[2], testing::HasSubstr("Datei nicht vorhanden")) << "the handler comes after";
 }
 
+TEST_F(TPluginWatchlistTest, InitializeGivesTheSourcesListsTheSameColumns) {
+  Initialize();
+  ASSERT_EQ(Auction->Extensions().size(), 1U);
+  EXPECT_EQ(Auction->Extensions(), Shop->Extensions());
+  const auto columns = Supports<IAdditionalColumns>(Auction->Extensions()[0])->GetColumns();
+  ASSERT_EQ(columns->GetCount(), 2);
+  EXPECT_EQ(GetAs<IAdditionalColumn>(*columns, 0)->GetCaption(), u"Erinnerung");
+  EXPECT_EQ(GetAs<IAdditionalColumn>(*columns, 1)->GetCaption(), u"Daten vom");
+}
+
 TEST_F(TPluginWatchlistTest, InitializeLoadsTheFileBeforeItMakesTheForm) {
   Initialize();
   EXPECT_EQ(Tree().GetCount(), 1);
@@ -219,6 +229,7 @@ TEST_F(TPluginWatchlistTest, NothingIsLeftWhenThePluginIsGone) {
   Plugin->Uninitialize();
   EXPECT_GT(LiveObjectCount(), 3) << "the tree is not destroyed at the end of the run";
   Drop();
+  for (const auto& source : {Auction, Shop}) source->Extensions().clear();
   EXPECT_EQ(LiveObjectCount(), 2) << "the test's own sources";
 }
 
@@ -479,7 +490,7 @@ TEST_F(TPluginWatchlistTest, ViewOfARegisteredSourceGetsOneExtension) {
   const auto menu = GetAs<IContextMenuExtender>(*integrations, 0);
   ASSERT_TRUE(menu);
   EXPECT_EQ(menu->GetCount(), 1);
-  EXPECT_EQ(Supports<IAdditionalColumns>(menu)->GetColumns()->GetCount(), 0) << "none yet";
+  EXPECT_EQ(Supports<IAdditionalColumns>(menu)->GetColumns()->GetCount(), 1);
 }
 
 TEST_F(TPluginWatchlistTest, AffiliateDecidesWhetherAViewIsExtended) {

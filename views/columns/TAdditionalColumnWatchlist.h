@@ -5,8 +5,6 @@
 
 namespace kk {
 
-class TTreeViewCellPainterWatchlist;
-
 /// Something is to be done with a result.
 using TNotifySearchResult =
     TDelegate<void(TObject* Sender, const TIntf<ISearchResult>& iSearchResult)>;
@@ -31,11 +29,8 @@ class TAdditionalColumnWatchlist : public TAdditionalColumnTransparentBitmap {
                    const TIntf<ISearchResult>& iSearchResult2) const override;
 
  private:
-  TAdditionalColumnWatchlist(std::unique_ptr<TTreeViewCellPainterWatchlist> iCellPainter,
-                             TNotifySearchResult iCallbackClickAdd,
-                             TNotifyEvent iCallbackClickCheck);
+  bool IsFound(const TIntf<ISearchResult>& iSearchResult) const;
 
-  const TTreeViewCellPainterWatchlist& FPainter;
   TNotifySearchResult FCallbackClickAdd;
   TNotifyEvent FCallbackClickCheck;
 };

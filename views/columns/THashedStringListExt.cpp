@@ -2,10 +2,11 @@
 
 namespace kk {
 
-int THashedStringListExt::IndexOfValue(TStringView iValue) const {
-  for (int i = 0; i < GetCount(); ++i) {
-    const bool hasValue = Get(i).find(u'=') != TString::npos;
-    if (hasValue && SameText(GetValueFromIndex(i), iValue)) return i;
+int THashedStringListExt::IndexOfValue(TStringView iValue, int iFrom) const {
+  for (int i = iFrom; i < GetCount(); ++i) {
+    const TStringView line = Get(i);
+    const size_t at = line.find(u'=');
+    if (at != TStringView::npos && SameText(line.substr(at + 1), iValue)) return i;
   }
   return -1;
 }

@@ -8,7 +8,8 @@ namespace kk {
 class THashedStringListExt : public THashedStringList {
  public:
   /// The first line name=value with this value, without regard to case; -1 if there is none.
-  int IndexOfValue(TStringView iValue) const;
+  /// iFrom: the line where the search begins.
+  int IndexOfValue(TStringView iValue, int iFrom = 0) const;
 };
 
 }  // namespace kk

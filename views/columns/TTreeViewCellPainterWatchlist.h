@@ -21,10 +21,13 @@ class TTreeViewCellPainterWatchlist : public TCommonTreeViewCellPainterTranspare
   /// same article may differ in this.
   bool IsFound(const TIntf<ISearchResult>& iSearchResult) const;
 
- private:
-  int ImageOf(const TIntf<ISearchResult>& iSearchResult);
+  /// What the handler tells: an item has got a result, or is about to die. Other senders change
+  /// nothing.
   void DoItemAdd(TObject* Sender);
   void DoItemDelete(TObject* Sender);
+
+ private:
+  int ImageOf(const TIntf<ISearchResult>& iSearchResult);
 
   TGuid FSearchLocationPluginId;
   // Lines "id of the row's result=id of the watched item's result"; and of the rows that are known
