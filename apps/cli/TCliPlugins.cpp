@@ -22,7 +22,8 @@ class TCliApplication : public TInterfaced<IApplication, IReminderHost> {
   void SectionClosed() override {}
   bool ShowNotificationWindow(TForm* iForm) override {
     if (!FShow || iForm == nullptr) return false;
-    FShow(std::unique_ptr<TForm>(iForm));
+    FShow(*iForm);
+    const std::unique_ptr<TForm> taken(iForm);  // not before: what failed is freed by the caller
     return true;
   }
   bool DeliversReminders() const override { return FShow != nullptr; }

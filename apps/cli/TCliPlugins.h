@@ -24,9 +24,9 @@ class TCliPlugins {
   TCliPlugins(const TCliPlugins&) = delete;
   TCliPlugins& operator=(const TCliPlugins&) = delete;
 
-  /// Before Initialize: reminders are delivered from then on, and the function takes their pop-ups
-  /// over. A host that doesn't say so leaves them alone.
-  using TShowPopUp = std::function<void(std::unique_ptr<TForm> iForm)>;
+  /// Before Initialize: reminders are delivered from then on, and the function shows their pop-ups,
+  /// each of which dies behind it. A host that doesn't say so leaves reminders alone.
+  using TShowPopUp = std::function<void(const TForm& iForm)>;
   void DeliverReminders(TShowPopUp iShow) { FShowPopUp = std::move(iShow); }
   bool DeliversReminders() const { return FShowPopUp != nullptr; }
 

@@ -29,10 +29,10 @@ void Collect(const TControl& iParent, std::vector<TString>& ioLines) {
 
 }  // namespace
 
-void TCliPopUps::Show(std::unique_ptr<TForm> iForm) {
+void TCliPopUps::Show(const TForm& iForm) {
   std::vector<TString> lines;
-  Collect(*iForm, lines);
-  const auto* const popUp = dynamic_cast<const TfrmMSNPopUpBase*>(iForm.get());
+  Collect(iForm, lines);
+  const auto* const popUp = dynamic_cast<const TfrmMSNPopUpBase*>(&iForm);
   Print(lines, popUp != nullptr ? popUp->Link() : TString());
 }
 

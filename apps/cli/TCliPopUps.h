@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <vector>
 
 #include "host/controls/TfrmKKCommonNotifier.h"
@@ -17,8 +16,8 @@ class TCliPopUps {
   /// Borrowed.
   explicit TCliPopUps(ICliConsole& ioConsole) : FConsole(ioConsole) {}
 
-  /// Takes the window over: what its labels say is printed, and that was its life.
-  void Show(std::unique_ptr<TForm> iForm);
+  /// What the labels of the window say.
+  void Show(const TForm& iForm);
   void Show(const TNotification& iNotification);
 
  private:

@@ -110,8 +110,7 @@ void TCliSession::Start() {
 
 void TCliSession::Stay() {
   FStays = true;
-  FPlugins.DeliverReminders(
-      [this](std::unique_ptr<TForm> iForm) { FPopUps.Show(std::move(iForm)); });
+  FPlugins.DeliverReminders([this](const TForm& iForm) { FPopUps.Show(iForm); });
   FDeliveries.StartOutbox();
   Start();
   TCliRun(FContext, *FLog, HostFolders().Data).Run();
@@ -119,8 +118,11 @@ void TCliSession::Stay() {
 
 void TCliSession::End() {
   if (!FLog) return;
-  FDeliveries.Stop();
+  // Once the plug-ins, which turn the loop while they wait, were asked to end: a delivery that is
+  // cut off before that would be followed by the next one, which would fail, and be gone.
+  FLoop.Post([this] { FDeliveries.Stop(); });
   FPlugins.TerminateThreads();
+  FDeliveries.Stop();
   const auto last = std::chrono::steady_clock::now() + cLongestEnd;
   while (FPlugins.ThreadCount() > 0 && std::chrono::steady_clock::now() < last) {
     FLoop.ProcessMessages();

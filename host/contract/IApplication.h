@@ -18,8 +18,8 @@ class IApplication : public IInterface {
 
   /// The section's form tells that it was closed.
   virtual void SectionClosed() = 0;
-  /// Shows a reminder's pop-up. True: the host has taken the form over and frees it; false: it
-  /// stays the caller's.
+  /// Shows a reminder's pop-up. True: the host has taken the form over and frees it; false, or an
+  /// exception: it stays the caller's.
   virtual bool ShowNotificationWindow(TForm* iForm) = 0;
 };
 

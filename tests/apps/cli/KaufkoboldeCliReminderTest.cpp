@@ -429,6 +429,21 @@ TEST_F(TKaufkoboldeCliReminders, RunEndsInTimeWhileTheSoundServerIsFrozen) {
   EXPECT_EQ(outcome.Exit, 0) << outcome.Error;
 }
 
+TEST_F(TKaufkoboldeCliReminders, AReminderBehindAFrozenSoundServerIsKeptAtTheEnd) {
+  Do({"add", PutAuction("/vase", "Vase", Now().PlusMs(TDateTime::cMsPerDay))});
+  const TFrozenServer frozen(Data.Path() + "/pulse");
+  Do({"remind", "Uhr", "--in", "1s", "--kind", "sound", "--sound", WriteSound("ton.wav")});
+  Do({"remind", "Vase", "--in", "1s", "--kind", "window"});
+  ASSERT_TRUE(HoldsSoon([&] { return Reminders()[1]["overdue"] == true; }));
+  const auto process = Stay();
+  ASSERT_TRUE(frozen.WaitForCaller());
+  const TCliOutcome outcome = EndInTime(*process);
+  EXPECT_THAT(outcome.Error, HasSubstr("Abgebrochen, das Programm wird beendet"));
+  const TJson left = Reminders();
+  ASSERT_EQ(left.size(), 1u) << "nothing that has not begun is lost";
+  EXPECT_EQ(left[0]["name"], "Vase");
+}
+
 TEST_F(TKaufkoboldeCliReminders, ACallerThatLeavesARefreshDoesNotEndTheReminders) {
   const auto process = Stay();
   Shop.Hang("/uhr");

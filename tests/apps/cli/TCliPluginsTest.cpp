@@ -133,17 +133,31 @@ TEST(TCliPlugins, AHostThatComesAndGoesDeliversNoReminders) {
 
 TEST(TCliPlugins, AHostThatDeliversTakesPopUpsOver) {
   TCliWorld world;
-  std::unique_ptr<TForm> shown;
-  world.Plugins.DeliverReminders([&](std::unique_ptr<TForm> iForm) { shown = std::move(iForm); });
+  bool gone = false;
+  int shown = 0;
+  world.Plugins.DeliverReminders([&](const TForm& iForm) {
+    EXPECT_EQ(iForm.Name(), u"TTestPopUp");
+    EXPECT_FALSE(gone);
+    ++shown;
+  });
   world.Start();
   EXPECT_TRUE(world.Plugins.DeliversReminders());
   EXPECT_TRUE(Supports<IReminderHost>(world.List().Host())->DeliversReminders());
-  bool gone = false;
   EXPECT_TRUE(
       world.List().Host()->ShowNotificationWindow(std::make_unique<TTestPopUp>(gone).release()));
-  ASSERT_NE(shown, nullptr);
-  EXPECT_FALSE(gone);
+  EXPECT_TRUE(gone);
   EXPECT_FALSE(world.List().Host()->ShowNotificationWindow(nullptr));
+  EXPECT_EQ(shown, 1);
+}
+
+TEST(TCliPlugins, APopUpThatCantBeShownStaysTheCallers) {
+  TCliWorld world;
+  world.Plugins.DeliverReminders([](const TForm&) { throw Exception(u"kein Terminal"); });
+  world.Start();
+  bool gone = false;
+  TTestPopUp popUp(gone);
+  EXPECT_THROW(world.List().Host()->ShowNotificationWindow(&popUp), Exception);
+  EXPECT_FALSE(gone);
 }
 
 TEST(TCliPlugins, SettingsAreToldWithoutInitialize) {
