@@ -165,6 +165,7 @@ TEST_F(TTabStripTest, AHeadIsNotDraggedOutOfTheStripNorWhereItIs) {
   B.SetVisible(false);
   EXPECT_FALSE(Strip.DragItem(B, 0));
   TTabStrip other(&Form);
+  const THead d(other, u"D");
   EXPECT_FALSE(other.DragItem(A, 0));
   EXPECT_EQ(Order(), "ABC");
 }
