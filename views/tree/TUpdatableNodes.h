@@ -11,7 +11,8 @@ namespace kk {
 /// each repaint of the selected category, so it must not cost a walk over all items: of each group
 /// it is kept which item could be refreshed when last asked, and that is asked again first; or that
 /// none could, until the group is forgotten. The answer is that of the plain scan for as long as a
-/// group is forgotten when items of it come in, move in, or are refreshed. Main thread.
+/// group is forgotten when items of it come in, move in, or are refreshed. That also goes for a new
+/// group where a dead one was in memory. Main thread.
 class TUpdatableNodes : public TObject {
  public:
   /// Hears of items that get a result from the handler that there is now, if there is one.

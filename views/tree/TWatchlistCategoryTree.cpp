@@ -60,10 +60,9 @@ void TWatchlistCategoryTree::BuildCategoriesTree(bool iKeepSelection) {
   const TVirtualNode* const selectedNode = GetSelectedNode();
   const TObject* const selected = selectedNode == nullptr ? nullptr : selectedNode->Object();
   if (iKeepSelection) ShowCategory(nullptr, true);
-  FUpdatable.ForgetAll();
   {
     const TVirtualStringTree::TUpdate update(vstCategories);
-    vstCategories.Clear();
+    Clear();
     for (TWatchlistCategory* category : RootCategories()) AddCategoryToTree(nullptr, *category);
     SwitchCategoryControl(nullptr);
     SortTree();
@@ -88,7 +87,6 @@ TVirtualNode& TWatchlistCategoryTree::AddCategoryToTree(TVirtualNode* iParent,
 TVirtualNode& TWatchlistCategoryTree::AddPluginToTree(TVirtualNode* iParent,
                                                       TWatchlistPlugin& iGroup) {
   TVirtualNode& node = vstCategories.AddChild(iParent, &iGroup);
-  FUpdatable.Forget(iGroup);
   for (TWatchlistItem* item : iGroup.LstItem()) AddItemToTree(&node, *item);
   vstCategories.SetExpanded(node, iGroup.Expanded());
   return node;
@@ -108,20 +106,11 @@ void TWatchlistCategoryTree::DeleteNodeFromTree(const TObject* iObject) {
   };
   const TWatchlistCategory* const onShow = ifGoes(FCurrentCategory);
   const TWatchlistCategory* const inExplorerBar = ifGoes(FPanes.GetCurrentCategory());
-  ForgetGroups(*node);
   vstCategories.DeleteNode(*node);
   // The neighbour that has got the focus may have replaced them.
   if (onShow != nullptr && FCurrentCategory == onShow) ShowCategory(nullptr, false);
   if (inExplorerBar != nullptr && FPanes.GetCurrentCategory() == inExplorerBar) {
     ShowInExplorerBar(nullptr);
-  }
-}
-
-void TWatchlistCategoryTree::ForgetGroups(const TVirtualNode& iNode) {
-  if (const auto* group = GroupAt(&iNode)) {
-    FUpdatable.Forget(*group);
-  } else if (ItemAt(&iNode) == nullptr) {
-    FUpdatable.ForgetAll();
   }
 }
 
@@ -254,13 +243,14 @@ void TWatchlistCategoryTree::ShowNode(const TVirtualNode* iNode) {
 
 void TWatchlistCategoryTree::DoChangeIniFile(TObject*) {
   const TIniFileSectionWatchlist ini;
-  FShowItemCount = {ini.GetShowItemCountInTree(), ini.GetShowItemCountInTreeRecursive()};
+  FShowItemCountInTree = ini.GetShowItemCountInTree();
+  FShowItemCountInTreeRecursive = ini.GetShowItemCountInTreeRecursive();
   const TForm* form = vstCategories.Form();
   if (form != nullptr && form->Visible()) vstCategories.Invalidate();
 }
 
 void TWatchlistCategoryTree::vstCategoriesGetText(TObject*, TVirtualNode& iNode, TString& oText) {
-  oText = NodeText(iNode, FShowItemCount);
+  oText = NodeText(iNode, {FShowItemCountInTree, FShowItemCountInTreeRecursive});
   if (&iNode != GetSelectedNode() || ItemAt(&iNode) != nullptr || GroupAt(&iNode) != nullptr) {
     return;
   }

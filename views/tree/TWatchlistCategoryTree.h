@@ -83,7 +83,6 @@ class TWatchlistCategoryTree : public TObject {
 
  private:
   void BindTree();
-  void ForgetGroups(const TVirtualNode& iNode);
   void ShowGroups(TWatchlistCategory* iCategory, bool iForce);
   void FillTabs(const TWatchlistCategory& iCategory);
   void vstCategoriesGetText(TObject* Sender, TVirtualNode& iNode, TString& oText);
@@ -96,7 +95,8 @@ class TWatchlistCategoryTree : public TObject {
 
   IWatchlistPanes& FPanes;
   TUpdatableNodes FUpdatable;
-  TNodeCounts FShowItemCount;
+  bool FShowItemCountInTree = false;
+  bool FShowItemCountInTreeRecursive = false;
   bool FShowCategoryRan = false;
   TWatchlistCategory* FCurrentCategory = nullptr;
 };

@@ -24,25 +24,25 @@ int OpenUpdates() {
 
 TWatchlistStatus::TWatchlistStatus(TControl* iParent) : sttsbar(iParent, u"sttsbar") {
   for (int i = 0; i < cPanels; ++i) sttsbar.AddPanel();
-  Gauge.SetVisible(false);
-  sttsbar.SetPanelControl(cGaugePanel, &Gauge);
+  FGauge.SetVisible(false);
+  sttsbar.SetPanelControl(cGaugePanel, &FGauge);
 }
 
 void TWatchlistStatus::DoUpdaterProgress(TObject*) {
   const int open = OpenUpdates();
-  Gauge.SetText(Format(_resStatusUpdate, {open}));
+  FGauge.SetText(Format(_resStatusUpdate, {open}));
   // The one that runs counts as done.
-  Gauge.SetProgress(std::max(0, Gauge.Maximum() - (open - 1)));
-  Gauge.SetVisible(open > 0);
-  if (!Gauge.Visible()) sttsbar.Invalidate();
+  FGauge.SetProgress(std::max(0, FGauge.Maximum() - (open - 1)));
+  FGauge.SetVisible(open > 0);
+  if (!FGauge.Visible()) sttsbar.Invalidate();
 }
 
 void TWatchlistStatus::DoUpdaterAfterAdd(TObject* Sender, int iAddCount) {
   // The end of a run leaves the maximum; the next one sets it.
-  Gauge.SetMaximum(Gauge.Visible() ? Gauge.Maximum() + iAddCount : std::max(0, iAddCount));
+  FGauge.SetMaximum(FGauge.Visible() ? FGauge.Maximum() + iAddCount : std::max(0, iAddCount));
   DoUpdaterProgress(Sender);
 }
 
-void TWatchlistStatus::UpdateTakenOut() { Gauge.SetMaximum(std::max(0, Gauge.Maximum() - 1)); }
+void TWatchlistStatus::UpdateTakenOut() { FGauge.SetMaximum(std::max(0, FGauge.Maximum() - 1)); }
 
 }  // namespace kk

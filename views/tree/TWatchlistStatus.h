@@ -18,8 +18,12 @@ class TWatchlistStatus : public TObject {
   /// A queued result was taken out: the run is shorter by one. DoUpdaterProgress follows.
   void UpdateTakenOut();
 
+  const TKK5SkinGauge& Gauge() const { return FGauge; }
+
   TStatusBar sttsbar;
-  TKK5SkinGauge Gauge{&sttsbar, u"FGauge"};
+
+ private:
+  TKK5SkinGauge FGauge{&sttsbar, u"FGauge"};
 };
 
 }  // namespace kk

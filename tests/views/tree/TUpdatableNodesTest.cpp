@@ -5,6 +5,17 @@
 namespace kk {
 namespace {
 
+// Counts how often it is asked for its end.
+class TCountingResult : public TFakeSearchResult {
+ public:
+  using TFakeSearchResult::TFakeSearchResult;
+  bool HasEndTime() const override {
+    ++Asked;
+    return TFakeSearchResult::HasEndTime();
+  }
+  static inline int Asked = 0;
+};
+
 class TUpdatableNodesTest : public TTreeTest {
  protected:
   bool CanUpdate(const TObject& iObject) { return Pane->CanUpdateNode(&Node(iObject)); }
@@ -106,6 +117,29 @@ TEST_F(TUpdatableNodesTest, ThatNothingCanIsKeptUntilTheNodeIsRepainted) {
   EXPECT_FALSE(CanUpdate(Books)) << "no walk over the items at each repaint";
   Pane->RepaintNode(item);
   EXPECT_TRUE(CanUpdate(Books));
+}
+
+TEST_F(TUpdatableNodesTest, AskingAgainIsNoWalkOverTheItems) {
+  for (int i = 0; i < 100; ++i) {
+    const auto result = MakeIntf<TCountingResult>(IntToStr(i));
+    if (i < 99) result->SetEndTime(Now().PlusMs(-1000));
+    auto item = std::make_unique<TWatchlistItem>();
+    item->SetSearchResult(result);
+    item->SetLastUpdateDate(Now());
+    Group(Books, Shop).LstItem().Add(std::move(item));
+  }
+  Build();
+  const auto asked = [this](bool iCanUpdate) {
+    TCountingResult::Asked = 0;
+    EXPECT_EQ(CanUpdate(Books), iCanUpdate);
+    return TCountingResult::Asked;
+  };
+  EXPECT_EQ(asked(true), 100);
+  EXPECT_EQ(asked(true), 1) << "the one that was found";
+  TWatchlistItem& last = Group(Books, Shop).LstItem().GetItems(99);
+  Tree().DeleteItemById(last.SearchResultId());
+  EXPECT_EQ(asked(false), 99);
+  EXPECT_EQ(asked(false), 0) << "nothing has changed";
 }
 
 TEST_F(TUpdatableNodesTest, ANewResultOfAnItemIsSeen) {

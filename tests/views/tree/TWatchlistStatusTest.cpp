@@ -29,7 +29,7 @@ class TWatchlistStatusTest : public TTreeTest {
     Record(iSource).Updater().Add(*results, {});
   }
   std::string Shown() {
-    const TGauge& gauge = Status.Gauge;
+    const TGauge& gauge = Status.Gauge();
     if (!gauge.Visible()) return "hidden";
     return ToUtf8(gauge.Text()) + ", " + std::to_string(gauge.Progress()) + " of " +
            std::to_string(gauge.Maximum());
@@ -40,9 +40,9 @@ class TWatchlistStatusTest : public TTreeTest {
 
 TEST_F(TWatchlistStatusTest, TheGaugeFillsTheFirstOfTwoPanels) {
   EXPECT_EQ(Status.sttsbar.Panels().size(), 2u);
-  EXPECT_EQ(Status.sttsbar.PanelControl(0), &Status.Gauge);
+  EXPECT_EQ(Status.sttsbar.PanelControl(0), &Status.Gauge());
   EXPECT_EQ(Status.sttsbar.PanelControl(1), nullptr);
-  EXPECT_EQ(Status.Gauge.Parent(), &Status.sttsbar);
+  EXPECT_EQ(Status.Gauge().Parent(), &Status.sttsbar);
 }
 
 TEST_F(TWatchlistStatusTest, IsHiddenWithoutAnUpdate) {
@@ -75,22 +75,20 @@ TEST_F(TWatchlistStatusTest, TheNextRunSetsTheMaximumAnew) {
   Queue(Shop, 2);
   Shop->Finish(true);
   Shop->Finish(true);
-  EXPECT_EQ(Status.Gauge.Maximum(), 2) << "the end of a run leaves it";
+  EXPECT_EQ(Status.Gauge().Maximum(), 2) << "the end of a run leaves it";
   Queue(Shop, 1);
   EXPECT_EQ(Shown(), "Aktualisierung: 1, 1 of 1");
 }
 
 TEST_F(TWatchlistStatusTest, ProgressAndMaximumAreNeverNegative) {
+  Status.DoUpdaterAfterAdd(nullptr, -1);
+  EXPECT_EQ(Status.Gauge().Maximum(), 0);
   Queue(Shop, 3);
-  Status.Gauge.SetMaximum(1);
+  for (int i = 0; i < 2; ++i) Status.UpdateTakenOut();
   Status.DoUpdaterProgress(nullptr);
   EXPECT_EQ(Shown(), "Aktualisierung: 3, 0 of 1");
-  Status.UpdateTakenOut();
-  Status.UpdateTakenOut();
-  EXPECT_EQ(Status.Gauge.Maximum(), 0);
-  Status.Gauge.SetVisible(false);
-  Status.DoUpdaterAfterAdd(nullptr, -1);
-  EXPECT_EQ(Status.Gauge.Maximum(), 0);
+  for (int i = 0; i < 2; ++i) Status.UpdateTakenOut();
+  EXPECT_EQ(Status.Gauge().Maximum(), 0);
 }
 
 TEST_F(TWatchlistStatusTest, WhatIsTakenOutShortensTheRun) {
