@@ -123,6 +123,7 @@ void TRemindDelivery::SyncProcessWindow() {
   constexpr TStringView cSender = _resLoggingSenderRemindWindow;
   if (!FApplication) return LogError(cSender, _resLoggingRemindNoApplication);
   if (FCurrentItem == nullptr) return LogError(cSender, _resLoggingRemindNoItem);
+  // Looks like a slip and is required: the first window of the reminder, whichever it is about.
   const TRemindDetailsBase* details = FCurrentItem->LstDetails().ItemByType(rtWindow);
   if (details == nullptr) return LogError(cSender, _resLoggingRemindNoDetails);
   try {

@@ -237,6 +237,12 @@ TEST_F(TRemindDeliveryTest, PositionsZeroAndOneGoToTheNotifierWithoutTheText) {
   }
 }
 
+TEST_F(TRemindDeliveryTest, OfTwoWindowsTheFirstIsShownTwice) {
+  Deliver(Window(u"erste"), Window(u"zweite"));
+  EXPECT_THAT(Witness.Notes(), ElementsAre("view", "notifier erste", "notifier erste"))
+      << "looks like a slip and is required";
+}
+
 TEST_F(TRemindDeliveryTest, AnyOtherPositionIsThePopUpWindow) {
   for (const char16_t* position : {u"2", u"7", u"-1", u"3"}) {
     Set(u"NotifierPosition", position);
