@@ -19,7 +19,8 @@ class TDavServer {
       ++Count;
       oResponse.status = iRequest.method == "GET" ? GetStatus : Status;
       oResponse.set_content(GetBody, "text/calendar");
-      if (Status >= 300 && Status < 400) oResponse.set_header("Location", Location);
+      if (oResponse.status >= 300 && oResponse.status < 400)
+        oResponse.set_header("Location", Location);
     };
     FServer.Routes().Put("/.*", route);
     FServer.Routes().Delete("/.*", route);
@@ -122,6 +123,14 @@ TEST_F(TCalDavOutlookTest, AnotherAppointmentInItsPlaceIsAFailure) {
   FServer.GetBody = std::string(1 << 20, 'x');
   EXPECT_EQ(AddFailureAt(412),
             "Der Kalender ist nicht erreichbar: Die Antwort ist größer als 262144 Bytes");
+}
+
+TEST_F(TCalDavOutlookTest, LookingForItGoesNowhereElseEither) {
+  TDavServer foreign;
+  FServer.GetStatus = 302;
+  FServer.Location = foreign.Address();
+  EXPECT_EQ(AddFailureAt(412), "Der Kalender ist nicht erreichbar: Zu viele Weiterleitungen");
+  EXPECT_EQ(foreign.Count, 0);
 }
 
 TEST_F(TCalDavOutlookTest, DeletedIsTrueAndNotThereIsFalse) {

@@ -26,6 +26,7 @@ class TMailOutboxClockTest : public TMailWorld {
     FOutbox = std::make_unique<TMailOutbox>(
         FFolder.File(u"out"), [this](const TMailMessage&, std::stop_token) -> TSmtpResult {
           ++FAttempts;
+          if (FOnSend) FOnSend();
           return {FOutcome, u"später"};
         });
   }
@@ -56,6 +57,7 @@ class TMailOutboxClockTest : public TMailWorld {
 
   TTestClock FClock;
   int FAttempts = 0;
+  std::function<void()> FOnSend;
   TSmtpOutcome FOutcome = soForNow;
   std::unique_ptr<TMailOutbox> FOutbox;
 };
@@ -75,6 +77,14 @@ TEST_F(TMailOutboxClockTest, ADayBackAndForthCostsNoMessage) {
   SetForward(cDay);
   EXPECT_EQ(After(9999), 0);
   EXPECT_EQ(After(1), 1);
+  EXPECT_EQ(FileCount(), 1u);
+}
+
+TEST_F(TMailOutboxClockTest, ADayForwardDuringAnAttemptCostsNoMessage) {
+  FOnSend = [this] { SetForward(cDay + cHour); };
+  EXPECT_EQ(After(5000), 1);
+  FOnSend = nullptr;
+  EXPECT_EQ(After(10000), 1);
   EXPECT_EQ(FileCount(), 1u);
 }
 

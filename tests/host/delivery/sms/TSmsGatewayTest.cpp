@@ -174,7 +174,10 @@ TEST_F(TSmsGatewayTest, HostileWordsOfTheGatewayBecomeOneShortLine) {
   const TAnswer deep = Answered(400, std::string(30000, '[') + std::string(30000, ']'));
   EXPECT_EQ(deep.Error, "Der SMS-Dienst lehnt die Nachricht ab");
   // What is beyond all measure isn't read, but its first line has said enough.
-  EXPECT_EQ(Answered(402, std::string(1 << 20, 'x')).Result, srNoCredit);
+  const std::string filler(1 << 20, 'x');
+  const TAnswer large = Answered(402, R"({"message":"leer","x":")" + filler + R"("})");
+  EXPECT_EQ(large.Result, srNoCredit);
+  EXPECT_EQ(large.Error, "Das Guthaben beim SMS-Dienst ist aufgebraucht");
   EXPECT_EQ(Answered(200, std::string(1 << 20, 'x')).Result, srOk);
 }
 
