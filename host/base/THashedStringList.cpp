@@ -21,65 +21,77 @@ TString Folded(TStringView iText) {
   return TString(text.getBuffer(), static_cast<size_t>(text.length()));
 }
 
-int Find(const std::unordered_map<TString, int>& iIndex, TStringView iText) {
-  const auto hit = iIndex.find(Folded(iText));
-  return hit == iIndex.end() ? -1 : hit->second;
-}
-
 }  // namespace
 
-void THashedStringList::Changed() {
-  FByLine.reset();
-  FByName.reset();
+std::optional<TString> THashedStringList::KeyOf(TKey iKey, TStringView iLine) {
+  if (iKey == kLine) return Folded(iLine);
+  const size_t at = iLine.find(u'=');
+  if (at == TStringView::npos) return {};  // neither a name nor a value
+  return Folded(iKey == kName ? iLine.substr(0, at) : iLine.substr(at + 1));
+}
+
+void THashedStringList::Enter(TIndex& ioIndex, TKey iKey, TStringView iLine, uint64_t iNumber) {
+  const std::optional<TString> key = KeyOf(iKey, iLine);
+  if (!key) return;
+  std::vector<uint64_t>& numbers = ioIndex[*key];
+  numbers.insert(std::lower_bound(numbers.begin(), numbers.end(), iNumber), iNumber);
+}
+
+void THashedStringList::Leave(TIndex& ioIndex, TKey iKey, TStringView iLine, uint64_t iNumber) {
+  const std::optional<TString> key = KeyOf(iKey, iLine);
+  if (!key) return;
+  const auto entry = ioIndex.find(*key);
+  std::vector<uint64_t>& numbers = entry->second;
+  numbers.erase(std::lower_bound(numbers.begin(), numbers.end(), iNumber));
+  if (numbers.empty()) ioIndex.erase(entry);
 }
 
 void THashedStringList::Add(TStringView iLine) {
   FLines.Add(iLine);
-  const int index = FLines.GetCount() - 1;
-  if (FByLine) FByLine->emplace(Folded(iLine), index);
-  if (FByName && iLine.find(u'=') != TStringView::npos) {
-    FByName->emplace(Folded(FLines.GetName(index)), index);
-  }
+  FNumbers.push_back(FNextNumber++);
+  Update(Enter, GetCount() - 1);
 }
 
 void THashedStringList::Delete(int iIndex) {
+  Update(Leave, iIndex);
   FLines.Delete(iIndex);
-  Changed();
+  FNumbers.erase(FNumbers.begin() + iIndex);
 }
 
 void THashedStringList::SetValue(TStringView iName, TStringView iValue) {
   const TString line = TString(iName).append(u"=").append(iValue);
   const int index = IndexOfName(iName);
   if (index < 0) return Add(line);
+  Update(Leave, index);
   FLines.Set(index, line);
-  FByLine.reset();  // its name is in the same place as before
+  Update(Enter, index);
 }
 
 void THashedStringList::Clear() {
   FLines.Clear();
-  Changed();
+  FNumbers.clear();
+  FIndexes = {};
 }
 
-int THashedStringList::IndexOf(TStringView iLine) const { return Find(ByLine(), iLine); }
-
-int THashedStringList::IndexOfName(TStringView iName) const { return Find(ByName(), iName); }
-
-const THashedStringList::TIndex& THashedStringList::ByLine() const {
-  if (!FByLine) {
-    FByLine.emplace();
-    for (int i = 0; i < GetCount(); ++i) FByLine->emplace(Folded(Get(i)), i);
-  }
-  return *FByLine;
-}
-
-const THashedStringList::TIndex& THashedStringList::ByName() const {
-  if (!FByName) {
-    FByName.emplace();
-    for (int i = 0; i < GetCount(); ++i) {
-      if (Get(i).find(u'=') != TString::npos) FByName->emplace(Folded(GetName(i)), i);
+int THashedStringList::Find(TKey iKey, TStringView iText) const {
+  std::optional<TIndex>& index = FIndexes[iKey];
+  if (!index) {
+    index.emplace();
+    for (size_t i = 0; i < FNumbers.size(); ++i) {
+      Enter(*index, iKey, FLines.Lines()[i], FNumbers[i]);
     }
   }
-  return *FByName;
+  const auto hit = index->find(Folded(iText));
+  if (hit == index->end()) return -1;
+  const auto at = std::lower_bound(FNumbers.begin(), FNumbers.end(), hit->second.front());
+  return static_cast<int>(at - FNumbers.begin());
+}
+
+void THashedStringList::Update(void (*iChange)(TIndex&, TKey, TStringView, uint64_t), int iIndex) {
+  const TString& line = FLines.Get(iIndex);
+  for (const TKey key : {kLine, kName, kValue}) {
+    if (FIndexes[key]) iChange(*FIndexes[key], key, line, FNumbers[static_cast<size_t>(iIndex)]);
+  }
 }
 
 }  // namespace kk

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <unordered_map>
 
@@ -7,8 +9,8 @@
 
 namespace kk {
 
-/// A string list whose look-up of a line or of a name takes constant time. The hash is made on the
-/// first look-up after a change, so a long run of changes costs nothing.
+/// A string list that finds a line, or a name, by a hash. A hash is made on the first look-up that
+/// needs it and kept right by every change from then on.
 class THashedStringList : public TObject {
  public:
   int GetCount() const { return FLines.GetCount(); }
@@ -23,18 +25,29 @@ class THashedStringList : public TObject {
   void Clear();
 
   /// The first such line, or the first with such a name, without regard to case; -1 if none.
-  int IndexOf(TStringView iLine) const;
-  int IndexOfName(TStringView iName) const;
+  int IndexOf(TStringView iLine) const { return Find(kLine, iLine); }
+  int IndexOfName(TStringView iName) const { return Find(kName, iName); }
+
+ protected:
+  /// The part of a line that is looked for.
+  enum TKey : size_t { kLine, kName, kValue };
+  int Find(TKey iKey, TStringView iText) const;
 
  private:
-  using TIndex = std::unordered_map<TString, int>;
-  const TIndex& ByLine() const;
-  const TIndex& ByName() const;
-  void Changed();
+  // Lines are known by numbers that grow from line to line and stay when others go: so a deletion
+  // leaves a hash right. Under each folded text stand the numbers of its lines, ascending.
+  using TIndex = std::unordered_map<TString, std::vector<uint64_t>>;
+
+  static std::optional<TString> KeyOf(TKey iKey, TStringView iLine);
+  static void Enter(TIndex& ioIndex, TKey iKey, TStringView iLine, uint64_t iNumber);
+  static void Leave(TIndex& ioIndex, TKey iKey, TStringView iLine, uint64_t iNumber);
+  /// Enters or takes a line out wherever there is a hash.
+  void Update(void (*iChange)(TIndex&, TKey, TStringView, uint64_t), int iIndex);
 
   TStringList FLines;
-  mutable std::optional<TIndex> FByLine;
-  mutable std::optional<TIndex> FByName;
+  std::vector<uint64_t> FNumbers;  // of each line
+  uint64_t FNextNumber = 0;
+  mutable std::array<std::optional<TIndex>, 3> FIndexes;
 };
 
 }  // namespace kk

@@ -24,7 +24,7 @@ TAdditionalColumnReminder::TAdditionalColumnReminder()
           std::make_unique<TTreeViewCellPainterReminder>(Images())) {}
 
 void TAdditionalColumnReminder::Click(const TIntf<ICellMouseInfo>& iCellMouseInfo) {
-  if (!iCellMouseInfo->GetSearchResult() || !IsMouseOverBitmap(iCellMouseInfo)) return;
+  if (!IsMouseOverBitmap(iCellMouseInfo)) return;  // a row without a result is none, either
   const TNotifyEvent event = Handler()->OnAdditionalColumnEditClick();
   if (event) event(this);
 }

@@ -4,12 +4,11 @@
 
 namespace kk {
 
-/// Adds the look-up of a value, which the hash does not help.
+/// Adds the look-up of a value.
 class THashedStringListExt : public THashedStringList {
  public:
   /// The first line name=value with this value, without regard to case; -1 if there is none.
-  /// iFrom: the line where the search begins.
-  int IndexOfValue(TStringView iValue, int iFrom = 0) const;
+  int IndexOfValue(TStringView iValue) const { return Find(kValue, iValue); }
 };
 
 }  // namespace kk

@@ -19,8 +19,7 @@ void Move(TObject* Sender, THashedStringListExt& ioFrom, THashedStringListExt& i
   const auto* item = dynamic_cast<TWatchlistItem*>(Sender);
   if (item == nullptr) return;
   const TString id = GUIDToString(item->SearchResultId());
-  int index = ioFrom.IndexOfValue(id);
-  for (; index >= 0; index = ioFrom.IndexOfValue(id, index)) ioFrom.Delete(index);
+  for (int index; (index = ioFrom.IndexOfValue(id)) >= 0;) ioFrom.Delete(index);
   ioTo.SetValue(id, id);
 }
 

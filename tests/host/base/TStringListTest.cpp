@@ -174,16 +174,26 @@ TEST(THashedStringList, AnIndexOutOfRangeRaises) {
 
 TEST(THashedStringList, AnswersLikeThePlainScan) {
   EXPECT_TRUE(rc::check("look-ups", [] {
-    const auto numbers = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 8));
+    const auto numbers = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 16));
     TStringList plain;
     THashedStringList hashed;
     for (const int number : numbers) {
-      const TString line =
-          (number % 2 == 0 ? u"k" : u"K") + IntToStr(number / 2) + (number > 3 ? u"=v" : u"");
-      plain.Add(line);
-      hashed.Add(line);
+      const TString name = (number % 2 == 0 ? u"k" : u"K") + IntToStr(number / 2 % 2);
+      if (number < 8) {
+        const TString line = name + (number > 3 ? u"=v" : u"");
+        plain.Add(line);
+        hashed.Add(line);
+      } else if (number < 12) {
+        plain.SetValue(name, IntToStr(number));
+        hashed.SetValue(name, IntToStr(number));
+      } else if (plain.GetCount() > 0) {
+        plain.Delete(number % plain.GetCount());
+        hashed.Delete(number % hashed.GetCount());
+      }
       RC_ASSERT(hashed.IndexOf(u"k1") == plain.IndexOf(u"k1"));
-      RC_ASSERT(hashed.IndexOfName(u"k2") == plain.IndexOfName(u"k2"));
+      RC_ASSERT(hashed.IndexOf(u"K1=V") == plain.IndexOf(u"K1=V"));
+      RC_ASSERT(hashed.IndexOfName(u"k0") == plain.IndexOfName(u"k0"));
+      RC_ASSERT(hashed.IndexOfName(u"k1") == plain.IndexOfName(u"k1"));
     }
   }));
 }

@@ -17,9 +17,13 @@ TEST(THashedStringListExt, FirstOfTwoLinesWithTheSameValueWins) {
   EXPECT_EQ(list.IndexOfValue(u""), 4);
   EXPECT_EQ(list.IndexOfValue(u"y"), -1);
   EXPECT_EQ(list.IndexOfName(u"d"), 3);
-  EXPECT_EQ(list.IndexOfValue(u"b", 2), 2);
-  EXPECT_EQ(list.IndexOfValue(u"b", 3), 3);
-  EXPECT_EQ(list.IndexOfValue(u"b", 4), -1);
+  list.SetValue(u"c", u"x");
+  EXPECT_EQ(list.IndexOfValue(u"b"), 3);
+  list.Delete(0);
+  EXPECT_EQ(list.IndexOfValue(u"b"), 2);
+  list.Delete(2);
+  EXPECT_EQ(list.IndexOfValue(u"b"), -1);
+  EXPECT_EQ(list.IndexOfValue(u"x"), 0);
 }
 
 }  // namespace
