@@ -12,7 +12,10 @@ class TCommonExplorerBarExtender : public IExplorerBarExtender {
   void AddPanels(IExplorerBar* /*iExplorerBar*/) override {}
   void DeletePanels(IExplorerBar* /*iExplorerBar*/) override {}
   void AddItems(const TIntf<IExplorerBarPanel>& /*iExplorerBarPanel*/) override {}
-  void DeleteItems(const TIntf<IExplorerBarPanel>& /*iExplorerBarPanel*/) override {}
+  /// Takes all its items out, whatever panel they are in.
+  void DeleteItems(const TIntf<IExplorerBarPanel>& iExplorerBarPanel) override {
+    for (const TIntf<IExplorerBarItem>& item : FItems) iExplorerBarPanel->Delete(item);
+  }
   void BeforeClick(const TIntf<ISearchResult>& /*iSearchResult*/,
                    const TGuid& /*iItemId*/) override {}
 

@@ -144,6 +144,7 @@ TEST_F(TExplorerBarExtenderTest, ExtenderIsFoundByItsInterface) {
   extender->AddPanels(nullptr);
   extender->DeletePanels(nullptr);
   extender->DeleteItems(More);
+  EXPECT_EQ(More->GetCount(), 0) << "no other view shows the link";
   extender->BeforeClick({}, {});
 }
 

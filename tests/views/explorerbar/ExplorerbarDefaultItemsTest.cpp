@@ -112,11 +112,12 @@ TEST_F(TDefaultItemsTest, ParkedItemsAreShownAmongFurtherOptionsOnce) {
   EXPECT_THAT(Parked(), ElementsAre("> Erstes")) << "it stays there, too";
 }
 
-TEST_F(TDefaultItemsTest, ARestoreThatChangesNothingTellsTheSkinNothing) {
+TEST_F(TDefaultItemsTest, TheSkinIsToldOnceAndOfNothingThatStaysAsItIs) {
   Inject(u"Erstes");
   Inject(u"Zweites");
-  ExtendExplorerbarWithDefaultItems(*Bar);
   Skin.Take();
+  ExtendExplorerbarWithDefaultItems(*Bar);
+  EXPECT_EQ(Skin.Take(), (TChanges{{"TExplorerbarPanelMoreConst", 1}}));
   RestoreExplorerbarDefaultItems(*Bar);
   EXPECT_EQ(Skin.Take(), (TChanges{{"TExplorerBarPanelItemMore", 1}}));
   RestoreExplorerbarDefaultItems(*Bar);
