@@ -295,11 +295,13 @@ TEST_F(TAdditionalColumnsWatchlistTest, OrderKnowsOnlyWhatWasPainted) {
 
 // Who lives longer.
 
-TEST_F(TAdditionalColumnsWatchlistTest, PainterThatDiesHearsNoMore) {
-  View.Column = nullptr;
-  Columns = nullptr;
+TEST_F(TAdditionalColumnsWatchlistTest, PainterThatDiedHearsNoMore) {
+  using TPainter = TTreeViewCellPainterWatchlist;
+  alignas(TPainter) std::array<std::byte, sizeof(TPainter)> place{};
+  std::destroy_at(new (place.data()) TPainter(Auction->GetId(), {}));
+  place.fill(std::byte{0});
   Delete(Watch(u"Faust"));
-  EXPECT_THAT(Swallowed(), IsEmpty());
+  EXPECT_THAT(place, testing::Each(std::byte{0})) << "nobody wrote where it was";
 }
 
 TEST_F(TAdditionalColumnsWatchlistTest, PainterThatOutlivesTheHandlerLeavesItAlone) {
