@@ -1,6 +1,6 @@
 #include "views/explorerbar/TExplorerBarGroupReminderDetails.h"
 
-#include <ranges>
+#include <algorithm>
 
 #include "host/base/TClock.h"
 #include "host/common/Images.h"
@@ -22,10 +22,9 @@ TIntf<TCommonExplorerBarCaptionAndValue> MakeValue(TStringView iCaption, TString
 
 // Sound shows only where it is the only kind.
 TStringView MainTypeText(TRemindTypes iTypes) {
-  for (const TRemindType type : std::views::reverse(cRemindTypes)) {
-    if (iTypes.Has(type)) return RemindTypeText(type);
-  }
-  return {};
+  const auto found = std::find_if(cRemindTypes.rbegin(), cRemindTypes.rend(),
+                                  [&](TRemindType iType) { return iTypes.Has(iType); });
+  return found == cRemindTypes.rend() ? TStringView() : RemindTypeText(*found);
 }
 
 }  // namespace
