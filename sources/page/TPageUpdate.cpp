@@ -80,7 +80,7 @@ void TPageUpdate::Fetch(int64_t iKey, const TPageData& iData) {
   if (!FClient) FClient = std::make_unique<THttpClient>();
   // The thread ends before this object does, but not the functions that it posts.
   FClient->Send(std::move(request), [link = FLink, iKey, address = iData.Address,
-                                    conditional](const THttpResponse& iResponse) {
+                                     conditional](const THttpResponse& iResponse) {
     TOutcome outcome = Evaluate(iResponse, address, conditional, link->Stop);
     Guarded(u"TPageUpdate.Post", [&] {
       MainLoop().Post([link, iKey, result = std::move(outcome)] { link->Finish(iKey, result); });
