@@ -250,6 +250,14 @@ int TWatchlistAccess::OpenUpdates() const {
   return count;
 }
 
+void TWatchlistAccess::CancelUpdates() {
+  TfrmWatchlistAddProgress& add = Form().FormAddProgress();
+  for (TWatchlistIntegration* integration : Handler()->LstIntegration()) {
+    integration->Updater().RemoveWaiting();
+  }
+  if (add.LstAddItem().GetCount() > 0) add.btnCancelClick(&add);
+}
+
 void TWatchlistAccess::SetOnUpdateFinished(TNotifyEventSearchResult iEvent) {
   // A receiver may take its event back later than the section has gone.
   if (FForm == nullptr && !iEvent) return;

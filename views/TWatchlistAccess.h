@@ -35,6 +35,7 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
   int RefreshCategory(const TGuid& iCategory) override;
   int RefreshItems(const std::vector<TGuid>& iItems) override;
   int OpenUpdates() const override;
+  void CancelUpdates() override;
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override;
 
   bool Save() override;

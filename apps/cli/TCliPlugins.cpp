@@ -123,7 +123,7 @@ void TCliPlugins::TerminateThreads() {
 }
 
 void TCliPlugins::LeaveWork() {
-  if (!DeliversReminders()) TerminateThreads();
+  DeliversReminders() ? List().CancelUpdates() : TerminateThreads();
 }
 
 int TCliPlugins::ThreadCount() const {

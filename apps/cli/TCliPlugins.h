@@ -43,8 +43,8 @@ class TCliPlugins {
   /// Tells all work to end: the watch list first, so that its queues begin nothing new.
   void TerminateThreads();
   /// The user has left a command that had work under way. A host that comes and goes ends it; where
-  /// reminders are delivered it comes to its end by itself, because to terminate would end those,
-  /// too.
+  /// reminders are delivered only what still waits is taken back, because to terminate would end
+  /// those, too.
   void LeaveWork();
   /// How many pieces of work are under way.
   int ThreadCount() const;

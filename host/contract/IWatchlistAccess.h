@@ -84,6 +84,9 @@ class IWatchlistAccess : public IInterface {
   virtual int RefreshItems(const std::vector<TGuid>& iItems) = 0;
   /// How many results wait in the queues or are under way, those of adds included.
   virtual int OpenUpdates() const = 0;
+  /// Takes back what waits in the queues: refreshes are not made, adds are given up. A request that
+  /// is under way comes to its end by itself.
+  virtual void CancelUpdates() = 0;
   /// Told of each end of a refresh, adds included, after the list has taken the result in. The
   /// receiver takes it back (an empty event) before it dies.
   virtual void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) = 0;

@@ -305,6 +305,17 @@ TEST_F(TWatchlistAccessTest, RefreshesAreQueuedCountedAndTold) {
   (void)wecker;
 }
 
+TEST_F(TWatchlistAccessTest, WhatWaitsInTheQueuesCanBeTakenBack) {
+  Item(Books, Auction, u"Faust");
+  Item(Books, Auction, u"Urfaust");
+  EXPECT_EQ(Access->RefreshAll(), 2);
+  Access->CancelUpdates();
+  EXPECT_EQ(Access->OpenUpdates(), 1);
+  Auction->Finish(true);
+  EXPECT_EQ(Access->OpenUpdates(), 0);
+  EXPECT_TRUE(Auction->Requests().empty());
+}
+
 TEST_F(TWatchlistAccessTest, CommandsDoNotWaitForTheDelayedStart) {
   TfrmKKWatchlist form;
   form.Initialize(MakeIntf<TFakeApplication>());
@@ -336,6 +347,7 @@ TEST_F(TWatchlistAccessTest, DetachedAccessRefusesEverything) {
   EXPECT_EQ(Refusal([&] { Access->HasUnsavedReminders(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->RefreshAll(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->OpenUpdates(); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->CancelUpdates(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->Save(); }), refused);
   EXPECT_EQ(Refusal([&] {
               Access->SetOnUpdateFinished(

@@ -85,6 +85,12 @@ bool TWatchlistItemUpdater::Remove(const TIntf<ISearchResult>& iSearchResult) {
   return true;
 }
 
+void TWatchlistItemUpdater::RemoveWaiting() {
+  AssertMainThread();
+  const int running = IsActiveWithItem() ? 1 : 0;
+  while (FQueue->GetCount() > running) FQueue->Delete(FQueue->GetCount() - 1);
+}
+
 bool TWatchlistItemUpdater::HasSearchResult(const TIntf<ISearchResult>& iSearchResult) const {
   return std::any_of(FQueue->begin(), FQueue->end(), [&](const TWatchlistItemUpdate* iEntry) {
     return iEntry->SearchResult()->IsSame(iSearchResult);

@@ -34,6 +34,8 @@ class TWatchlistItemUpdater : public TObject {
                    TNotifyEventSearchResult iOnUpdateFinished);
   /// Takes the entry with this result's id out; true if there was one.
   bool Remove(const TIntf<ISearchResult>& iSearchResult);
+  /// Takes out all entries but the one that is under way; nobody is told.
+  void RemoveWaiting();
   /// True if a queued result says that it is the same; not a test of ids, unlike Add.
   bool HasSearchResult(const TIntf<ISearchResult>& iSearchResult) const;
 

@@ -99,6 +99,7 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   int RefreshCategory(const TGuid& iCategory) override;
   int RefreshItems(const std::vector<TGuid>& iItems) override;
   int OpenUpdates() const override { return static_cast<int>(FOpen.size()); }
+  void CancelUpdates() override { Note("CancelUpdates"); }
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override { FOnFinished = iEvent; }
   bool Save() override;
 

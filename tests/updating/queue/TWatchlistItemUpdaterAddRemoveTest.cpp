@@ -101,6 +101,27 @@ TEST_F(UpdaterAdding, PriorizedAfterTheRunningEntryWasRemovedGoesToTheFront) {
   EXPECT_EQ(ServeAll(), "CB");
 }
 
+TEST_F(UpdaterAdding, WhatWaitsIsTakenBackAndTheRunningRequestEnds) {
+  updater.RemoveWaiting();
+  Add(a);
+  Add(b);
+  Add(c);
+  updater.RemoveWaiting();
+  EXPECT_EQ(updater.GetCount(), 1);
+  EXPECT_EQ(ServeAll(), "A");
+  EXPECT_EQ(updater.GetCount(), 0);
+}
+
+TEST_F(UpdaterAdding, BehindARunningEntryThatWasRemovedAllIsTakenBack) {
+  Add(a);
+  Add(b);
+  updater.Remove(a);
+  updater.RemoveWaiting();
+  EXPECT_EQ(updater.GetCount(), 0);
+  source->Finish(true);
+  EXPECT_TRUE(source->Requests().empty());
+}
+
 TEST_F(UpdaterAdding, AListStartsOneRequestOnceItIsWhole) {
   witness.SetOnAfterAdd([&] {
     EXPECT_EQ(updater.GetCount(), 3);
