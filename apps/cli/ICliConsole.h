@@ -31,6 +31,9 @@ class ICliConsole {
   /// The same for what nobody shall see: on a terminal it is not shown while it is typed; without
   /// one there is no prompt.
   virtual std::optional<TString> ReadSecret(TStringView iPrompt) = 0;
+  /// From now on a question ends like the input when the other side of this connection has hung
+  /// up, because nobody waits for its answer then; -1 ends that.
+  virtual void LeaveQuestionsWith(int /*iDescriptor*/) {}
   /// True once after Ctrl+C or a request to end. It is for the one who asks; the next Ctrl+C ends
   /// the program at once if nobody has asked by then.
   virtual bool TakeInterrupt() = 0;

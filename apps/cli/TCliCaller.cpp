@@ -36,7 +36,7 @@ class TInFolder {
 }  // namespace
 
 void TCliCaller::Execute() {
-  if (FPeer.IsGone()) return;
+  if (!FPeer.Begin()) return;
   const TCliExit exit = Answered(FConsole, [this] { return Run(); });
   FPeer.SendExit(static_cast<int>(exit));
 }

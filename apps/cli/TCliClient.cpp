@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/base/Exception.h"
+
 namespace kk {
 namespace {
 
@@ -29,7 +31,11 @@ int TCliClient::Run(const std::vector<TString>& iArguments) {
   call.Words = iArguments;
   call.Folder = CurrentFolder();
   call.IsInteractive = FConsole.IsInteractive();
-  bool going = Send(call);
+  const std::string line = call.ToLine();
+  if (line.size() > TCliMessage::cMaxLine) {
+    throw Exception(u"Der Aufruf ist zu lang für \"kaufkobolde-cli run\", das ihn ausführen soll.");
+  }
+  bool going = SendLine(line);
   bool answered = false;
   bool interrupted = false;
   const auto start = TSteady::now();
@@ -45,9 +51,9 @@ int TCliClient::Run(const std::vector<TString>& iArguments) {
     }
     Wait();
     going = FSocket.Receive(FInput) == TCliSocket::TEnd::None;
-    std::string line;
-    while (TakeLine(FInput, line)) {
-      const auto message = TCliMessage::FromLine(line);
+    std::string answer;
+    while (TakeLine(FInput, answer)) {
+      const auto message = TCliMessage::FromLine(answer);
       answered = true;
       if (!message) break;
       if (!Take(*message)) return FExitCode;
@@ -65,9 +71,8 @@ void TCliClient::Wait() {
   poll(&file, 1, cTurnMs);
 }
 
-bool TCliClient::Send(const TCliMessage& iMessage) {
-  const std::string line = iMessage.ToLine();
-  std::string_view rest = line;
+bool TCliClient::SendLine(const std::string& iLine) {
+  std::string_view rest = iLine;
   while (!rest.empty()) {
     size_t sent = 0;
     if (FSocket.Send(rest, sent) == TCliSocket::TEnd::Closed) return false;
@@ -114,8 +119,10 @@ bool TCliClient::Take(const TCliMessage& iMessage) {
 }
 
 void TCliClient::Ask(const TCliMessage& iQuestion) {
+  FConsole.LeaveQuestionsWith(FSocket.Descriptor());
   const auto line = iQuestion.Kind == AskSecret ? FConsole.ReadSecret(iQuestion.Text)
                                                 : FConsole.ReadLine(iQuestion.Text);
+  FConsole.LeaveQuestionsWith(-1);
   if (line) {
     Send(Line, *line);
   } else if (FConsole.TakeInterrupt()) {

@@ -18,11 +18,13 @@ class TCliClient {
 
   /// Whether there is one.
   bool IsConnected() const { return FSocket.IsOpen(); }
-  /// Hands the arguments over and waits for the end. Answers the exit code.
+  /// Hands the arguments over and waits for the end. Answers the exit code. Raises Exception for
+  /// arguments that are too long together.
   int Run(const std::vector<TString>& iArguments);
 
  private:
-  bool Send(const TCliMessage& iMessage);
+  bool Send(const TCliMessage& iMessage) { return SendLine(iMessage.ToLine()); }
+  bool SendLine(const std::string& iLine);
   bool Send(TCliMessage::TKind iKind, TStringView iText = {});
   void Wait();
   /// False when the exit code stands.

@@ -28,6 +28,8 @@ struct TCliMessage {
   };
   /// Of the two sides; a call of another version is refused.
   static constexpr int cVersion = 1;
+  /// The longest line that a call may send, in bytes.
+  static constexpr size_t cMaxLine = size_t{4} << 20;
 
   TKind Kind = TKind::Exit;
   TString Text;

@@ -8,7 +8,6 @@ namespace {
 using enum TCliMessage::TKind;
 
 constexpr auto cLongestSilence = std::chrono::seconds(10);
-constexpr size_t cMaxInput = size_t{4} << 20;
 constexpr size_t cMaxAnswers = 1000;
 
 }  // namespace
@@ -18,6 +17,12 @@ TCliPeer::TCliPeer(TCliSocket ioSocket, std::function<void()> iWake)
       FWake(std::move(iWake)),
       FCallDeadline(std::chrono::steady_clock::now() + cLongestSilence) {}
 
+bool TCliPeer::Begin() {
+  const std::lock_guard lock(FMutex);
+  if (FGone || FExited) return false;
+  return FBegun = true;
+}
+
 void TCliPeer::Send(const TCliMessage& iMessage) {
   {
     const std::lock_guard lock(FMutex);
@@ -26,6 +31,19 @@ void TCliPeer::Send(const TCliMessage& iMessage) {
     if (iMessage.Kind == Exit) FExited = true;
   }
   FWake();
+}
+
+// Who still waits for his turn need not wait any longer. Both messages in one piece: who interrupts
+// again between them would say the same.
+void TCliPeer::Leave() {
+  if (FExited) return;
+  TCliMessage words;
+  words.Kind = Complain;
+  words.Text = u"Abgebrochen.";
+  TCliMessage exit;
+  exit.ExitCode = 1;
+  FOutput.push_back(words.ToLine() + exit.ToLine());
+  FExited = true;
 }
 
 void TCliPeer::SendExit(int iCode) {
@@ -88,7 +106,7 @@ bool TCliPeer::Receive(bool& oCalled) {
   while (TakeLine(FInput, line)) {
     if (!Take(line, oCalled)) return false;
   }
-  return FInput.size() <= cMaxInput;
+  return FInput.size() <= TCliMessage::cMaxLine;
 }
 
 // The first message is the call, and there is no other.
@@ -102,7 +120,10 @@ bool TCliPeer::Take(const std::string& iLine, bool& oCalled) {
     return FHasCalled = oCalled = true;
   }
   const std::lock_guard lock(FMutex);
-  if (message->Kind == Interrupt) return FInterrupted = true;
+  if (message->Kind == Interrupt) {
+    if (!FBegun) Leave();
+    return FInterrupted = true;
+  }
   if (message->Kind != Line && message->Kind != EndOfInput) return false;
   FAnswers.push_back(std::move(*message));
   return FAnswers.size() <= cMaxAnswers;

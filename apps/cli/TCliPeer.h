@@ -23,6 +23,8 @@ class TCliPeer {
   // Any thread.
   /// Its arguments; they stand from the moment when the server hands it out.
   const TCliMessage& Call() const { return FCall; }
+  /// The call's turn has come. False if the caller has left it before: nothing of it may be done.
+  bool Begin();
   void Send(const TCliMessage& iMessage);
   /// The last message; the line is closed behind it.
   void SendExit(int iCode);
@@ -47,6 +49,7 @@ class TCliPeer {
   bool Receive(bool& oCalled);
   bool Take(const std::string& iLine, bool& oCalled);
   bool SendWhatGoes();
+  void Leave();
 
   TCliSocket FSocket;  ///< the server's thread alone
   const std::function<void()> FWake;
@@ -58,6 +61,7 @@ class TCliPeer {
   std::deque<std::string> FOutput;
   size_t FSent = 0;  ///< of the first
   std::deque<TCliMessage> FAnswers;
+  bool FBegun = false;
   bool FInterrupted = false;
   bool FExited = false;
   bool FGone = false;

@@ -7,6 +7,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <iterator>
+#include <utility>
 
 #include "apps/cli/TCliInterrupt.h"
 #include "host/base/TMainLoop.h"
@@ -71,17 +73,19 @@ void TCliTerminal::Complain(TStringView iLine) {
 void TCliTerminal::Progress(TStringView iLine) {
   if (!FShowsProgress) return;
   std::lock_guard lock(FMutex);
+  // It is told in every turn of a wait, and mostly the same.
+  if (iLine == FProgress) return;
   ClearProgress();
   if (iLine.empty()) return;
   if (std::fflush(stdout) != 0) FFailed = true;
   WriteError(ToUtf8(iLine.substr(0, TerminalWidth())));
-  FProgressShown = true;
+  FProgress = iLine;
 }
 
 void TCliTerminal::ClearProgress() {
-  if (!FProgressShown) return;
+  if (FProgress.empty()) return;
   WriteError("\r\x1B[K");
-  FProgressShown = false;
+  FProgress.clear();
 }
 
 void TCliTerminal::WriteError(const std::string& iBytes) {
@@ -100,23 +104,26 @@ std::optional<TString> TCliTerminal::ReadLine(TStringView iPrompt) {
   }
   while (true) {
     if (std::optional<TString> line = TakeLine()) return line;
-    pollfd files[] = {{STDIN_FILENO, POLLIN, 0}, {FInterrupt.Descriptor(), POLLIN, 0}};
-    if (poll(files, 2, HasMainLoop() ? cTurnMs : -1) < 0 && errno != EINTR) return std::nullopt;
+    pollfd files[] = {
+        {STDIN_FILENO, POLLIN, 0}, {FInterrupt.Descriptor(), POLLIN, 0}, {FLine, POLLRDHUP, 0}};
+    const auto count = static_cast<nfds_t>(std::size(files));
+    if (poll(files, count, HasMainLoop() ? cTurnMs : -1) < 0 && errno != EINTR) return {};
     if (HasMainLoop()) MainLoop().ProcessMessages();
-    if (FInterrupt.IsPending()) {
+    if (FInterrupt.IsPending() || files[2].revents != 0) {
       FInput.clear();
       Complain(u"");
       return std::nullopt;
     }
     if ((files[0].revents & (POLLIN | POLLHUP | POLLERR | POLLNVAL)) == 0) continue;
     char bytes[4096];
-    const ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);
-    if (count < 0 && (errno == EINTR || errno == EAGAIN)) continue;
-    if (count <= 0 || FInput.size() > cMaxInput) {
+    const ssize_t size = read(STDIN_FILENO, bytes, sizeof bytes);
+    if (size < 0 && (errno == EINTR || errno == EAGAIN)) continue;
+    if (size == 0 && !FInput.empty()) return TakeRest();
+    if (size <= 0 || FInput.size() > cMaxInput) {
       if (!iPrompt.empty()) Complain(u"");
       return std::nullopt;
     }
-    FInput.append(bytes, static_cast<size_t>(count));
+    FInput.append(bytes, static_cast<size_t>(size));
   }
 }
 
@@ -134,6 +141,10 @@ std::optional<TString> TCliTerminal::TakeLine() {
   const TString line = FromUtf8(FInput.substr(0, end));
   FInput.erase(0, end + 1);
   return line;
+}
+
+std::optional<TString> TCliTerminal::TakeRest() {
+  return FromUtf8(std::exchange(FInput, std::string()));
 }
 
 bool TCliTerminal::Flush() {

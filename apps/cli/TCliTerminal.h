@@ -22,10 +22,13 @@ class TCliTerminal : public ICliConsole {
   bool IsInteractive() const override { return FInteractive; }
   std::optional<TString> ReadLine(TStringView iPrompt) override;
   std::optional<TString> ReadSecret(TStringView iPrompt) override;
+  void LeaveQuestionsWith(int iDescriptor) override { FLine = iDescriptor; }
   bool TakeInterrupt() override;
 
  private:
   std::optional<TString> TakeLine();
+  /// The last line of the input may be without an end.
+  std::optional<TString> TakeRest();
   void ClearProgress();
   void WriteError(const std::string& iBytes);
 
@@ -33,9 +36,10 @@ class TCliTerminal : public ICliConsole {
   const bool FInteractive;
   const bool FShowsProgress;
   std::mutex FMutex;  ///< over the two streams and the fields behind it
-  bool FProgressShown = false;
+  TString FProgress;  ///< that stands on the terminal; empty if none does
   bool FFailed = false;
   std::string FInput;  ///< read and not yet handed out
+  int FLine = -1;      ///< whose end ends questions
 };
 
 }  // namespace kk

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cstring>
 #include <filesystem>
 
@@ -46,6 +47,12 @@ class TCliServerTest : public testing::Test {
   std::shared_ptr<TCliPeer> NextCaller() {
     std::shared_ptr<TCliPeer> peer;
     EXPECT_TRUE(TurnUntil([&] { return (peer = Server->TakeCaller()) != nullptr; }));
+    return peer;
+  }
+  /// The same, and his turn has come.
+  std::shared_ptr<TCliPeer> BeginNext() {
+    auto peer = NextCaller();
+    EXPECT_TRUE(peer->Begin());
     return peer;
   }
   TCliSocket Connect() const { return TCliSocket::Connect(FromUtf8(Data.Path())); }
@@ -157,8 +164,9 @@ TEST_F(TCliServerTest, AnInterruptOfTheCallerIsTakenOnce) {
   const TCliSocket socket = Connect();
   TCliMessage interrupt;
   interrupt.Kind = TCliMessage::TKind::Interrupt;
-  SendText(socket, CallLine() + interrupt.ToLine());
-  const auto peer = NextCaller();
+  SendText(socket, CallLine());
+  const auto peer = BeginNext();
+  SendText(socket, interrupt.ToLine());
   TCliPeerConsole console(*peer, Host);
   ASSERT_TRUE(TurnUntil([&] { return peer->IsInterrupted(); }));
   EXPECT_EQ(console.ReadLine(u"? "), std::nullopt);
@@ -184,8 +192,9 @@ TEST_F(TCliServerTest, AnAnswerBeforeTheQuestionIsNone) {
   line.Text = u"zu früh";
   TCliMessage interrupt;
   interrupt.Kind = TCliMessage::TKind::Interrupt;
-  SendText(socket, CallLine() + line.ToLine() + interrupt.ToLine());
-  const auto peer = NextCaller();
+  SendText(socket, CallLine());
+  const auto peer = BeginNext();
+  SendText(socket, line.ToLine() + interrupt.ToLine());
   ASSERT_TRUE(TurnUntil([&] { return peer->TakeInterrupt(); }));
   TCliPeerConsole console(*peer, Host);
   Host.Interrupt();
@@ -316,17 +325,44 @@ TEST_F(TCliServerTest, TheLastWordsAreBroughtOut) {
   EXPECT_THAT(caller.Console().Complained(), ElementsAre("Abgebrochen."));
 }
 
+/// Interrupts once, when the test says so.
+class TLateConsole : public TFakeConsole {
+ public:
+  bool TakeInterrupt() override { return Interrupts.exchange(false); }
+  std::atomic<bool> Interrupts{false};
+};
+
 TEST_F(TCliServerTest, CtrlCReachesTheCommand) {
-  TFakeConsole console;
-  console.Interrupt();
+  TLateConsole console;
   TCliClient client(console, FromUtf8(Data.Path()));
   int exit = 0;
   std::thread caller([&] { exit = client.Run({u"list"}); });
-  const auto peer = NextCaller();
+  const auto peer = BeginNext();
+  console.Interrupts = true;
   EXPECT_TRUE(TurnUntil([&] { return peer->TakeInterrupt(); }));
   peer->SendExit(0);
   caller.join();
   EXPECT_EQ(exit, 0);
+}
+
+TEST_F(TCliServerTest, CtrlCBeforeItsTurnLeavesTheCallAtOnceAndNothingOfItIsDone) {
+  TFakeConsole console;
+  console.Interrupt();
+  TCliClient client(console, FromUtf8(Data.Path()));
+  EXPECT_EQ(client.Run({u"delete", u"Lampe", u"--yes"}), 1) << "though nobody has looked at it";
+  EXPECT_THAT(console.Complained(), ElementsAre("Abgebrochen."));
+  EXPECT_FALSE(NextCaller()->Begin());
+}
+
+TEST_F(TCliServerTest, ACallThatIsTooLongIsToldBeforeItIsMade) {
+  TFakeConsole console;
+  TCliClient client(console, FromUtf8(Data.Path()));
+  try {
+    client.Run({u"note", TString(TCliMessage::cMaxLine, u'x')});
+    ADD_FAILURE() << "it went out";
+  } catch (const Exception& e) {
+    EXPECT_THAT(ToUtf8(e.Message()), HasSubstr("zu lang"));
+  }
 }
 
 /// Interrupts at each look.

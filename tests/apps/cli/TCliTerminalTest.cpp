@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pty.h>
+#include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -92,6 +93,31 @@ TEST(TCliTerminal, TheEndOfTheInputIsNoLine) {
   TTerminalWorld world;
   world.Pipes.EndInput();
   EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+}
+
+TEST(TCliTerminal, TheLastLineNeedsNoEnd) {
+  TTerminalWorld world;
+  world.Pipes.Type("eins\ngeheim");
+  world.Pipes.EndInput();
+  EXPECT_EQ(world.Terminal.ReadLine(u""), u"eins");
+  EXPECT_EQ(world.Terminal.ReadSecret(u""), u"geheim");
+  EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+}
+
+TEST(TCliTerminal, AQuestionIsLeftWhenNobodyWaitsForItsAnswerAnyMore) {
+  TTerminalWorld world;
+  int ends[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+  (void)!write(ends[1], "x", 1);
+  world.Terminal.LeaveQuestionsWith(ends[0]);
+  world.Pipes.Type("ja\n");
+  EXPECT_EQ(world.Terminal.ReadLine(u""), u"ja") << "words are no end";
+  close(ends[1]);
+  EXPECT_EQ(world.Terminal.ReadLine(u""), std::nullopt);
+  world.Terminal.LeaveQuestionsWith(-1);
+  close(ends[0]);
+  world.Pipes.Type("nein\n");
+  EXPECT_EQ(world.Terminal.ReadLine(u""), u"nein");
 }
 
 TEST(TCliTerminal, ALineWithoutEndIsLeftAtSomeSize) {
