@@ -1,5 +1,7 @@
 #include "apps/cli/TCliLog.h"
 
+#include <utility>
+
 #include "apps/cli/ICliConsole.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/TClock.h"
@@ -13,6 +15,14 @@ bool IsOfDelivery(TStringView iSender) {
   return StartsWith(iSender, u"Watchlist-Reminder") || iSender == u"E-Mail-Postausgang";
 }
 
+bool IsMainThread() { return !HasMainLoop() || MainLoop().IsMainThread(); }
+
+// Whether this thread delivers reminders, whatever it logs: the first thing that it says tells it.
+thread_local bool gDelivers = false;
+thread_local TCliLog::TKeeping* gKeeping = nullptr;
+// What is delivered on the main thread.
+constexpr TStringView cSenderOfPopUps = u"Watchlist-Reminder (Window)";
+
 }  // namespace
 
 TCliLog::TCliLog(ICliConsole& ioConsole) : FConsole(ioConsole), FBefore(SetLogSink(this)) {}
@@ -21,25 +31,61 @@ TCliLog::~TCliLog() { SetLogSink(FBefore); }
 
 void TCliLog::Write(TLogLevel iLevel, TStringView iSender, TStringView iText) {
   if (FBefore != nullptr) FBefore->Write(iLevel, iSender, iText);
+  if (IsOfDelivery(iSender) && !IsMainThread()) gDelivers = true;
   const bool isError = iLevel == TLogLevel::llError || iLevel == TLogLevel::llException;
   const bool isStep = FFollows && iLevel == TLogLevel::llInfo && IsOfDelivery(iSender);
-  if (isError) FHasErrors = true;
-  if (!isError && !isStep) return;
-  if (isError) TellCaller(iSender, iText);
-  const TString when = FFollows ? DateTimeToStr(Now()) + u" " : TString();
-  const TString what = isError ? TString(u"Fehler") : ForTerminal(iSender);
-  FConsole.Complain(Format(u"%s%s: %s", {when, what, ForTerminal(iText)}));
-  // Behind the line: who counts finds it told.
-  if (isStep) ++FSteps;
+  if (isStep) {
+    Tell(iSender, iText);
+    // Behind the line: who counts finds it told.
+    ++FSteps;
+  }
+  if (!isError) return;
+  FHasErrors = true;
+  const bool isCommands = !gDelivers && iSender != cSenderOfPopUps;
+  if (isCommands) FailCaller();
+  const TString text = ForTerminal(iText);
+  if (isCommands && gKeeping != nullptr) {
+    gKeeping->FErrors.push_back({this, text});
+  } else {
+    TellError(text, isCommands);
+  }
 }
 
-void TCliLog::TellCaller(TStringView iSender, TStringView iText) {
-  // What a command sets up is logged on the main thread.
-  if (IsOfDelivery(iSender) && HasMainLoop() && !MainLoop().IsMainThread()) return;
+void TCliLog::Tell(TStringView iWhat, TStringView iText) {
+  const TString when = FFollows ? DateTimeToStr(Now()) + u" " : TString();
+  FConsole.Complain(Format(u"%s%s: %s", {when, ForTerminal(iWhat), ForTerminal(iText)}));
+}
+
+void TCliLog::TellError(TStringView iText, bool iIsCommands) {
+  if (iIsCommands) {
+    const std::lock_guard lock(FMutex);
+    if (FCaller != nullptr) FCaller->Complain(Format(u"Fehler: %s", {iText}));
+  }
+  Tell(u"Fehler", iText);
+}
+
+void TCliLog::FailCaller() {
   const std::lock_guard lock(FMutex);
-  if (FCaller == nullptr) return;
   FCallerHasErrors = true;
-  FCaller->Complain(Format(u"Fehler: %s", {ForTerminal(iText)}));
+}
+
+TCliLog::TKeeping::TKeeping() : FBefore(std::exchange(gKeeping, this)) {}
+
+TCliLog::TKeeping::~TKeeping() {
+  gKeeping = FBefore;
+  for (const TError& error : FErrors) error.Log->TellError(error.Text, true);
+}
+
+void TCliLog::TKeeping::Told(TStringView iText) {
+  std::erase_if(FErrors,
+                [&](const TError& iError) { return iText.find(iError.Text) != iText.npos; });
+}
+
+TString TCliLog::TKeeping::Take() {
+  if (FErrors.empty()) return {};
+  const TString text = FErrors.front().Text;
+  FErrors.erase(FErrors.begin());
+  return text;
 }
 
 TCliLog::TTelling::TTelling(TCliLog& ioLog, ICliConsole& ioConsole) : FLog(ioLog) {

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <vector>
 
 #include "host/base/Log.h"
 
@@ -46,8 +47,33 @@ class TCliLog : public ILogSink {
     TCliLog& FLog;
   };
 
+  /// Keeps back the errors that this thread logs, for a command that tells them in its own words.
+  /// They count as errors all the same. What was neither told nor taken is told at the end.
+  class TKeeping {
+   public:
+    TKeeping();
+    ~TKeeping();
+    TKeeping(const TKeeping&) = delete;
+    TKeeping& operator=(const TKeeping&) = delete;
+    /// This was told to the user: what it contains is not told again.
+    void Told(TStringView iText);
+    /// Takes the first one over; empty if there is none.
+    TString Take();
+
+   private:
+    friend TCliLog;
+    struct TError {
+      TCliLog* Log;
+      TString Text;
+    };
+    TKeeping* const FBefore;
+    std::vector<TError> FErrors;
+  };
+
  private:
-  void TellCaller(TStringView iSender, TStringView iText);
+  void Tell(TStringView iWhat, TStringView iText);
+  void TellError(TStringView iText, bool iIsCommands);
+  void FailCaller();
 
   ICliConsole& FConsole;
   ILogSink* FBefore;

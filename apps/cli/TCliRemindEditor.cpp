@@ -133,7 +133,9 @@ void TCliRemindEditor::ReadTime(const TCliArguments& iCall) {
 bool TCliRemindEditor::Answer(TForm& ioForm) {
   if (auto* const box = dynamic_cast<TfrmMessageDlg*>(&ioForm)) {
     const TStringView mark = StartsWith(box->Text(), u"Fehler") ? u"" : u"Fehler: ";
-    FConsole.Complain(TString(mark) + ForTerminal(box->Text()));
+    const TString text = ForTerminal(box->Text());
+    FConsole.Complain(TString(mark) + text);
+    FErrors.Told(text);
     TCliDialog(FConsole, ioForm).PressDefault();
     return true;
   }

@@ -2,6 +2,7 @@
 
 #include "apps/cli/TCliArguments.h"
 #include "apps/cli/TCliFormHost.h"
+#include "apps/cli/TCliLog.h"
 #include "host/base/TDateTime.h"
 
 namespace kk {
@@ -11,7 +12,8 @@ class TCliDialog;
 
 /// Fills the editor of reminders as a call of "remind" wants it, by the user's door. With a time it
 /// presses OK as well, and leaves the editor where its rules refuse something; what they say is
-/// told as an error. Without a time the user is asked for the rest.
+/// told as an error, once, though the log has it, too. Without a time the user is asked for the
+/// rest.
 class TCliRemindEditor {
  public:
   /// A time, kind or sound file that can't be meant raises ECliUsage. The console is borrowed.
@@ -36,6 +38,7 @@ class TCliRemindEditor {
   std::optional<TDateTime> FMoment;  ///< whole seconds
   TString FBeforeEnd;                ///< as the editor names it
   bool FFilled = false;
+  TCliLog::TKeeping FErrors;  ///< that the editor's messages tell as well
 };
 
 }  // namespace kk

@@ -1,5 +1,7 @@
 #include "apps/cli/TCliRun.h"
 
+#include <utility>
+
 #include "apps/cli/TCliCaller.h"
 #include "apps/cli/TCliReminderText.h"
 #include "apps/cli/TerminalText.h"
@@ -9,6 +11,19 @@ namespace kk {
 namespace {
 
 using TSteady = std::chrono::steady_clock;
+
+/// Runs a function of the main loop every so often.
+class TTicking {
+ public:
+  TTicking(int iMilliseconds, TMainLoop::TFunction iFunction)
+      : FTimer(MainLoop().StartTimer(iMilliseconds, std::move(iFunction))) {}
+  ~TTicking() { MainLoop().StopTimer(FTimer); }
+  TTicking(const TTicking&) = delete;
+  TTicking& operator=(const TTicking&) = delete;
+
+ private:
+  const TMainLoop::TTimerId FTimer;
+};
 
 // How long a request to end may go unnoticed.
 constexpr int cTurnMs = 100;
@@ -23,12 +38,11 @@ void TCliRun::Run() {
   TCliDue due(FContext);
   TCliServer server(FFolder, MainLoop());
   TellWhatStands(due);
+  const TTicking ticking(cTurnMs, [&] { DoTurn(due); });
   while (!MustEnd()) {
     MainLoop().ProcessMessages();
     AnswerCallers(server, due);
-    Look(due);
-    SaveIfChanged();
-    FContext.Console.Flush();
+    DoTurn(due);
     MainLoop().WaitForMessage(cTurnMs);
   }
   due.Look();
@@ -47,6 +61,12 @@ void TCliRun::AnswerCallers(TCliServer& ioServer, TCliDue& ioDue) {
     FEnds = caller.HostEnds();
     ioDue.Look();
   }
+}
+
+void TCliRun::DoTurn(TCliDue& ioDue) {
+  Look(ioDue);
+  SaveIfChanged();
+  FContext.Console.Flush();
 }
 
 void TCliRun::Look(TCliDue& ioDue) {
@@ -73,8 +93,8 @@ void TCliRun::TellWhatStands(const TCliDue& iDue) {
 void TCliRun::SaveIfChanged() {
   IWatchlistAccess& list = FContext.Plugins.List();
   if (TSteady::now() < FNextSave || !list.HasUnsavedReminders()) return;
-  list.Save();
   FNextSave = TSteady::now() + cBetweenSaves;
+  list.Save();
 }
 
 }  // namespace kk

@@ -10,7 +10,7 @@ namespace kk {
 
 /// "run": stays until Ctrl+C or a request to end, while the watch list delivers its reminders. It
 /// tells of each one, and writes the file soon after. Calls of other processes on the same data are
-/// answered meanwhile, one at a time.
+/// answered meanwhile, one at a time; reminders do not wait for them.
 class TCliRun {
  public:
   /// iFolder: of the data; the process has its lock. The others are borrowed.
@@ -23,6 +23,9 @@ class TCliRun {
 
   void TellWhatStands(const TCliDue& iDue);
   bool MustEnd();
+  /// Looks, saves and brings out what was printed. It is also called while a caller's command
+  /// waits, for an answer that may take its time.
+  void DoTurn(TCliDue& ioDue);
   void AnswerCallers(TCliServer& ioServer, TCliDue& ioDue);
   void Look(TCliDue& ioDue);
   void SaveIfChanged();

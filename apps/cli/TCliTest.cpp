@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <chrono>
 
+#include "apps/cli/TCliLog.h"
 #include "apps/cli/TCliPopUps.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/Exception.h"
@@ -76,16 +77,18 @@ void TCliTest::Sound(const std::optional<TString>& iFile) {
     throw Exception(Format(u"Die Tondatei gibt es nicht: %s", {ForTerminal(file)}));
   }
   bool played = false;
-  int error = 0;
+  TString reason;
   TfrmKKCommonWait::Run(u"Der Ton wird abgespielt", [&](const std::stop_token& iStop) {
     const std::stop_callback cancel(iStop, [this] { StopAll(); });
+    TCliLog::TKeeping errors;
     played = PlaySound(file);
-    error = errno;
+    const TString why = ErrorText(errno);
+    reason = errors.Take();  // it says more
+    if (!played && reason.empty()) {
+      reason = Format(u"Der Ton %s wurde nicht abgespielt: %s", {ForTerminal(file), why});
+    }
   });
-  if (!played) {
-    throw Exception(
-        Format(u"Der Ton wurde nicht abgespielt (%s): %s", {ErrorText(error), ForTerminal(file)}));
-  }
+  if (!played) throw Exception(reason);
   Print(Format(u"Der Ton ist abgespielt: %s", {ForTerminal(file)}));
 }
 

@@ -250,8 +250,9 @@ TEST_F(TKaufkoboldeCliReminders, RunPrintsThePopUpAndForgetsTheReminder) {
   ASSERT_TRUE(process.WaitForOutput(Shop.Address("/uhr")));
   const TCliOutcome outcome = EndInTime(process);
   EXPECT_EQ(outcome.Exit, 0);
-  EXPECT_THAT(outcome.Out, AllOf(HasSubstr("Bereit: "), HasSubstr(" Erinnerung: "),
+  EXPECT_THAT(outcome.Out, AllOf(HasSubstr("Bereit: 1 Erinnerung."), HasSubstr(" Erinnerung: "),
                                  HasSubstr("Uhr"), EndsWith("Wird beendet.\n")));
+  EXPECT_THAT(outcome.Out, HasSubstr("Fällig: Uhr (Meldungsfenster)")) << "due from the start";
   EXPECT_THAT(outcome.Out, Not(HasSubstr("Link in Browser")));
   EXPECT_THAT(outcome.Error, HasSubstr("Watchlist-Reminder: Melde Erinnerung"));
   EXPECT_EQ(Reminders(), TJson::array());
@@ -373,6 +374,35 @@ TEST_F(TKaufkoboldeCliReminders, ACallerThatIsKilledCancelsItsCommand) {
   caller.Signal(SIGKILL);
   caller.Wait();
   EXPECT_THAT(Do({"list"}), HasSubstr("Uhr"));
+  EXPECT_EQ(EndInTime(*process).Exit, 0);
+}
+
+TEST_F(TKaufkoboldeCliReminders, AQuestionEndsWithTheProcessThatAskedIt) {
+  const auto process = Stay();
+  TCliProcess caller(WithData({"delete", "Uhr"}), OnTerminal());
+  ASSERT_TRUE(caller.WaitForOutput("Auswahl [2] "));
+  EXPECT_EQ(EndInTime(*process).Exit, 0);
+  const TCliOutcome outcome = caller.Wait();
+  EXPECT_EQ(outcome.Exit, 1) << "though nobody has typed anything";
+  EXPECT_THAT(outcome.Error, HasSubstr("Abgebrochen."));
+}
+
+TEST_F(TKaufkoboldeCliReminders, AFailureAtSetUpIsToldOnce) {
+  const std::string failure = "Es ist kein Kalender eingerichtet.";
+  const auto isToldOnce = [&](const std::string& iText) {
+    const size_t first = iText.find(failure);
+    return first != std::string::npos && iText.find(failure, first + 1) == std::string::npos;
+  };
+  const TCliOutcome alone = Run({"remind", "Uhr", "--in", "1h", "--kind", "calendar"});
+  EXPECT_EQ(alone.Exit, 1);
+  EXPECT_TRUE(isToldOnce(alone.Error)) << alone.Error;
+  const TCliOutcome sound = Run({"test", "sound", "--sound", WriteSound("ton.wav")});
+  EXPECT_EQ(sound.Exit, 1);
+  EXPECT_THAT(sound.Error, MatchesRegex("Fehler: Der Ton [^\n]* wurde nicht abgespielt[^\n]*\n"));
+  const auto process = Stay();
+  const TCliOutcome asked = Run({"remind", "Uhr", "--in", "1h", "--kind", "calendar"});
+  EXPECT_EQ(asked.Exit, 1);
+  EXPECT_TRUE(isToldOnce(asked.Error)) << asked.Error;
   EXPECT_EQ(EndInTime(*process).Exit, 0);
 }
 

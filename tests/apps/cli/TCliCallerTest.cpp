@@ -24,7 +24,7 @@ using testing::SizeIs;
 class TCliCallerTest : public testing::Test {
  protected:
   TCliCallerTest() {
-    World.Plugins.DeliverReminders([](std::unique_ptr<TForm>) {});
+    World.Plugins.DeliverReminders([](const TForm&) {});
     World.Start();
     int ends[2];
     EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0);
@@ -36,7 +36,7 @@ class TCliCallerTest : public testing::Test {
   int Execute(std::vector<TString> iWords) {
     Call.Words = std::move(iWords);
     size_t sent = 0;
-    Far.Send(Call.ToLine(), sent);
+    Far.Send(Call.ToLine() + Behind, sent);
     bool called = false;
     Peer->Move(true, false, called);
     TCliLog log(World.Console);
@@ -63,6 +63,7 @@ class TCliCallerTest : public testing::Test {
   TCliSocket Far;
   std::unique_ptr<TCliPeer> Peer;
   TCliMessage Call;
+  std::string Behind;  ///< what comes right behind the call
   std::vector<std::string> Lines;
   bool HostEnds = false;
 };
@@ -132,6 +133,7 @@ TEST_F(TCliCallerTest, WhoLeavesACommandDoesNotEndTheReminders) {
   });
   EXPECT_EQ(Execute({u"refresh"}), -1);
   EXPECT_THAT(World.List().Calls, Not(Contains("TerminateThreads")));
+  EXPECT_THAT(World.List().Calls, Contains("CancelUpdates")) << "what has not begun is not made";
 }
 
 TEST_F(TCliCallerTest, ARequestToEndEndsTheCommandAndThenTheProcess) {
@@ -179,6 +181,39 @@ TEST_F(TCliCallerTest, AnotherVersionIsRefused) {
   Call.Version = TCliMessage::cVersion + 1;
   EXPECT_EQ(Execute({u"list"}), 1);
   EXPECT_THAT(Lines, ElementsAre(HasSubstr("von einer anderen Version")));
+}
+
+TEST_F(TCliCallerTest, WhoHasLeftBeforeHisTurnGetsNothingDone) {
+  World.List().Item(u"Haus", u"Lampe");
+  TCliMessage interrupt;
+  interrupt.Kind = TCliMessage::TKind::Interrupt;
+  Behind = interrupt.ToLine();
+  EXPECT_EQ(Execute({u"delete", u"Lampe", u"--yes"}), 1);
+  EXPECT_THAT(Lines, ElementsAre("Abgebrochen."));
+  EXPECT_THAT(World.List().Calls, IsEmpty());
+}
+
+TEST_F(TCliCallerTest, ErrorsOfAThreadThatDeliversAreNotTheCallersWhateverTheirSender) {
+  World.List().OnRequest = [] {
+    std::thread([] {
+      LogInfo(u"Watchlist-Reminder", u"Melde Erinnerung");
+      LogError(u"Host", u"kein Ton");
+    }).join();
+    LogError(u"Watchlist-Reminder (Window)", u"kein Fenster");
+  };
+  World.List().Item(u"Haus", u"Lampe", World.ShopId());
+  EXPECT_EQ(Execute({u"refresh"}), 0);
+  EXPECT_THAT(Lines, Not(Contains(HasSubstr("kein"))));
+  EXPECT_THAT(World.Console.Complained(), ElementsAre("Fehler: kein Ton", "Fehler: kein Fenster"));
+}
+
+TEST_F(TCliCallerTest, ErrorsOfAnotherThreadOfTheCommandAreTheCallers) {
+  World.List().OnRequest = [] {
+    std::thread([] { LogError(u"Host", u"SmtpPassword ist nicht lesbar"); }).join();
+  };
+  World.List().Item(u"Haus", u"Lampe", World.ShopId());
+  EXPECT_EQ(Execute({u"refresh"}), 1);
+  EXPECT_THAT(Lines, Contains("Fehler: SmtpPassword ist nicht lesbar"));
 }
 
 TEST_F(TCliCallerTest, WhoHasGoneBeforeHisTurnGetsNothingDone) {

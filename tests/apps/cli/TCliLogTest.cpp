@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <thread>
 
 #include "TFakeConsole.h"
 #include "apps/cli/TCliLock.h"
@@ -62,6 +63,37 @@ TEST(TCliLog, FollowsTheDeliveryOfRemindersOnRequest) {
                                                 now + " E-Mail-Postausgang: verschickt",
                                                 now + " Fehler: Datei nicht gefunden: x"));
   EXPECT_EQ(log.Steps(), 2);
+}
+
+TEST(TCliLog, WhatACommandTellsInItsOwnWordsIsNotToldAgain) {
+  TLogRecorder before;
+  TFakeConsole console;
+  TCliLog log(console);
+  {
+    TCliLog::TKeeping keeping;
+    LogError(u"A", u"kein Kalender");
+    LogError(u"A", u"kein Netz");
+    EXPECT_THAT(console.Complained(), IsEmpty());
+    keeping.Told(u"Fehler beim Eintragen: kein Kalender");
+  }
+  EXPECT_TRUE(log.HasErrors());
+  EXPECT_THAT(console.Complained(), ElementsAre("Fehler: kein Netz"));
+  EXPECT_THAT(before.Lines(), ElementsAre("error A: kein Kalender", "error A: kein Netz"));
+  LogError(u"A", u"schlecht");
+  EXPECT_THAT(console.Complained(), ElementsAre("Fehler: kein Netz", "Fehler: schlecht"));
+}
+
+TEST(TCliLog, OnlyErrorsOfTheSameThreadAreKeptBack) {
+  TLogRecorder before;
+  TFakeConsole console;
+  TCliLog log(console);
+  TCliLog::TKeeping keeping;
+  std::thread([] { LogError(u"A", u"nebenan"); }).join();
+  EXPECT_THAT(console.Complained(), ElementsAre("Fehler: nebenan"));
+  EXPECT_EQ(keeping.Take(), u"");
+  LogError(u"A", u"hier");
+  EXPECT_EQ(keeping.Take(), u"hier");
+  EXPECT_EQ(keeping.Take(), u"");
 }
 
 TEST(TCliLog, ForgetsErrorsOnRequest) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "TCliWorld.h"
+#include "TTestCaller.h"
 #include "apps/cli/TCliPopUps.h"
 #include "host/controls/TLabel.h"
 #include "host/controls/TfrmMSNPopUpBase.h"
@@ -24,10 +25,14 @@ class TCliRunTest : public testing::Test {
   TCliRunTest() { World.Start(); }
   /// Runs until the function, called in a later turn, has interrupted.
   void RunWith(const std::function<void()>& iMeanwhile) {
-    World.Loop.Post([this, iMeanwhile] {
+    RunWithout([this, iMeanwhile] {
       iMeanwhile();
       World.Loop.Post([this] { World.Console.Interrupt(); });
     });
+  }
+  /// The same for a function that sees to the interrupt itself.
+  void RunWithout(const std::function<void()>& iMeanwhile) {
+    World.Loop.Post(iMeanwhile);
     TCliLog log(World.Console);
     TCliRun(World.Context, log, FromUtf8(Data.Path())).Run();
   }
@@ -36,6 +41,9 @@ class TCliRunTest : public testing::Test {
   TTestClock Clock;
   TTempFolder Data;
   TCliWorld World;
+  std::string Answer;                   ///< what a caller was sent
+  std::vector<std::string> WhileAsked;  ///< calls of the list up to then
+  std::vector<std::string> Told;        ///< lines up to then
 };
 
 TEST_F(TCliRunTest, TellsWhatStandsAndStaysUntilTheInterrupt) {
@@ -85,6 +93,57 @@ TEST_F(TCliRunTest, TheFileIsWrittenSoonAfterADelivery) {
     World.List().DeliverFirst();
   });
   EXPECT_THAT(World.List().Calls, ElementsAre("Save"));
+}
+
+TEST_F(TCliRunTest, DeliveriesAreWrittenAlsoBehindAnAnsweredCall) {
+  World.List().Reminder(World.List().Item(u"Haus", u"Lampe").Id, Clock.Now());
+  World.List().UnsavedReminders = false;
+  std::optional<TTestCaller> caller;
+  std::function<void()> step = [&] {
+    if (!caller->HasEnded()) return World.Loop.Post(step);
+    World.List().DeliverFirst();
+    World.Loop.Post([this] { World.Loop.Post([this] { World.Console.Interrupt(); }); });
+  };
+  RunWithout([&] {
+    caller.emplace(Data.Path(), std::vector<TString>{u"list"});
+    step();
+  });
+  EXPECT_EQ(caller->Wait(), 0);
+  EXPECT_THAT(World.List().Calls, ElementsAre("Save"));
+  EXPECT_THAT(World.Console.Printed(), Contains(Now() + " Fällig: Lampe (Meldungsfenster)"));
+}
+
+TEST_F(TCliRunTest, ACallThatAsksHoldsUpNeitherLinesNorWrites) {
+  World.List().Reminder(World.List().Item(u"Haus", u"Lampe").Id, Clock.Now());
+  World.List().Item(u"Haus", u"Uhr");
+  World.List().UnsavedReminders = false;
+  const TCliSocket* line = nullptr;
+  std::function<void()> step = [&] {
+    std::string bytes;
+    line->Receive(bytes);
+    Answer += bytes;
+    if (Answer.find("\"ask\"") == std::string::npos) return World.Loop.Post(step);
+    World.List().DeliverFirst();
+    World.Loop.StartTimer(1000, [&] {
+      WhileAsked = World.List().Calls;
+      Told = World.Console.Printed();
+      World.Console.Interrupt();
+    });
+  };
+  TCliSocket socket;
+  RunWithout([&] {
+    socket = TCliSocket::Connect(FromUtf8(Data.Path()));
+    TCliMessage call;
+    call.Kind = TCliMessage::TKind::Call;
+    call.Words = {u"delete", u"Uhr"};
+    call.IsInteractive = true;
+    size_t sent = 0;
+    socket.Send(call.ToLine(), sent);
+    line = &socket;
+    step();
+  });
+  EXPECT_THAT(WhileAsked, Contains("Save"));
+  EXPECT_THAT(Told, Contains(Now() + " Fällig: Lampe (Meldungsfenster)"));
 }
 
 TEST_F(TCliRunTest, ManyDeliveriesAreOneWrite) {

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "TCliWorld.h"
+#include "apps/cli/TCliLog.h"
 #include "host/base/Exception.h"
 #include "host/base/TInstalled.h"
 #include "host/common/PlaySound.h"
@@ -160,8 +161,18 @@ TEST_F(TCliTestTest, ASoundThatIsNotPlayedIsToldWithTheReason) {
   Ways.Plays = false;
   Ways.Error = EACCES;
   EXPECT_EQ(Failure({u"test", u"sound", u"--sound", Folder.File(u"neu.wav")}),
-            "Der Ton wurde nicht abgespielt (Zugriff verweigert): " + Folder.Path() + "/neu.wav");
+            "Der Ton " + Folder.Path() + "/neu.wav wurde nicht abgespielt: Zugriff verweigert");
   EXPECT_THAT(Printed(), IsEmpty());
+}
+
+TEST_F(TCliTestTest, WhatThePlayerLogsIsTheReasonAndIsToldOnce) {
+  Folder.Write(u"neu.wav", "x");
+  const TInstalled<ISoundPlayer> nobody(&SetSoundPlayer, nullptr);
+  TCliLog log(World.Console);
+  EXPECT_EQ(Failure({u"test", u"sound", u"--sound", Folder.File(u"neu.wav")}),
+            "Es ist keine Tonausgabe eingerichtet");
+  EXPECT_THAT(World.Console.Complained(), IsEmpty()) << "who takes the exception tells it";
+  EXPECT_TRUE(log.HasErrors());
 }
 
 /// With the real ways out, but for a sound that lasts until the test ends it.
@@ -216,13 +227,13 @@ class TCliGiveUpTest : public TCliTestTest {
 };
 
 TEST_F(TCliGiveUpTest, CtrlCStopsTheWaysOutOfAProgramThatEndsAnyway) {
-  EXPECT_THAT(GiveUp(), HasSubstr("Der Ton wurde nicht abgespielt"));
+  EXPECT_THAT(GiveUp(), HasSubstr("ton.wav wurde nicht abgespielt"));
   EXPECT_TRUE(AreStopped());
 }
 
 TEST_F(TCliGiveUpTest, AProgramThatStaysKeepsItsWaysOut) {
-  World.Plugins.DeliverReminders([](std::unique_ptr<TForm>) {});
-  EXPECT_THAT(GiveUp(), HasSubstr("Der Ton wurde nicht abgespielt"));
+  World.Plugins.DeliverReminders([](const TForm&) {});
+  EXPECT_THAT(GiveUp(), HasSubstr("ton.wav wurde nicht abgespielt"));
   EXPECT_FALSE(AreStopped());
 }
 
