@@ -194,6 +194,11 @@ void TCliSettings::SetSecret(const TSettingsKeyInfo& iInfo, const std::optional<
   }
   SecretStore().Write(iInfo.Section, iInfo.Key, value);
   if (value.empty()) return FConsole.Print(Format(u"%s ist entfernt.", {iInfo.Key}));
+  if (iValue) {
+    FConsole.Complain(
+        u"Hinweis: Was auf der Befehlszeile steht, können andere sehen. Ohne WERT wird verdeckt "
+        u"danach gefragt.");
+  }
   if (!IniFile().HasKey(iInfo.Section, iInfo.Key)) {
     return FConsole.Print(Format(u"%s liegt jetzt im Schlüsselbund.", {iInfo.Key}));
   }

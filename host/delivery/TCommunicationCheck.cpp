@@ -1,8 +1,11 @@
 #include "host/delivery/TCommunicationCheck.h"
 
+#include <filesystem>
+
 #include "host/base/Exception.h"
 #include "host/common/THttpAddress.h"
 #include "host/delivery/email/TMailAddress.h"
+#include "host/delivery/sms/TSmsMessage.h"
 
 namespace kk {
 namespace {
@@ -25,6 +28,12 @@ TString MailAddress(TStringView iKey, TStringView iValue) {
   }
 }
 
+// As the gateway takes it.
+TString PhoneNumber(const TString& iValue) {
+  if (!TSmsMessage({}, iValue, {}).To.empty()) return iValue;
+  throw EConvertError(u"SMS nimmt nur eine Rufnummer wie +4915112345678.");
+}
+
 // A mail server's address has the form of a page's, with nothing behind the port.
 bool IsMailServer(TStringView iText) {
   if (!StartsWith(iText, u"smtp://") && !StartsWith(iText, u"smtps://")) return false;
@@ -40,6 +49,11 @@ TString TCommunicationCheck::Value(TStringView iKey, TStringView iValue) {
   const TString value = Trim(iValue);
   if (value.empty()) return value;
   if (IsAnyOf(iKey, {u"EMail", u"EMailFrom"})) return MailAddress(iKey, value);
+  if (iKey == u"SMS") return PhoneNumber(value);
+  // Whoever enters an appointment later stands in another folder.
+  if (iKey == u"CalendarFolder") {
+    return FromUtf8(std::filesystem::absolute(ToUtf8(value)).lexically_normal().string());
+  }
   if (iKey == u"SmtpUrl" && !IsMailServer(value)) {
     throw EConvertError(
         u"SmtpUrl nimmt nur smtps://server:port oder smtp://server:port. Benutzer und Kennwort "

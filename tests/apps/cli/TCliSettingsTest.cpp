@@ -20,6 +20,7 @@ using enum TSettingsKeyType;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 struct TChangeCounter {
   void DoChange(TObject*) { ++Changes; }
@@ -209,6 +210,7 @@ TEST_F(TCliSecretTest, WithoutAValueItIsAskedForWithoutShowingIt) {
   Run({u"settings", u"set", u"Communication", u"SmtpPassword"});
   EXPECT_EQ(InFile(), u"geheim");
   EXPECT_THAT(Console.SecretPrompts(), ElementsAre("Kennwort am Postausgang: "));
+  EXPECT_THAT(Console.Complained(), IsEmpty()) << "nobody else has seen it";
 }
 
 TEST_F(TCliSecretTest, NothingEnteredLeavesTheSecretAsItIs) {
@@ -246,6 +248,7 @@ TEST_F(TCliSecretTest, WhatTheKeyringTakesIsSaidToLieThere) {
   SetSecretStore(before);
   EXPECT_EQ(keyring.Value, u"geheim");
   EXPECT_EQ(Console.Printed().back(), "SmtpPassword liegt jetzt im Schlüsselbund.");
+  EXPECT_THAT(Console.Complained(), ElementsAre(HasSubstr("Ohne WERT wird verdeckt")));
 }
 
 TEST_F(TCliSettingsTest, OnlyASecretMayBeSetWithoutAValue) {

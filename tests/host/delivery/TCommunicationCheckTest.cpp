@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "host/base/Exception.h"
 
 namespace kk {
@@ -28,9 +30,23 @@ TEST(TCommunicationCheck, TextsLoseTheBlanksAtTheirEndsAndSecretsKeepThem) {
 }
 
 TEST(TCommunicationCheck, EveryKeyMayBeEmptied) {
-  for (const TStringView key : {u"EMail", u"EMailFrom", u"SmtpUrl", u"SmsUrl", u"CalendarUrl"}) {
+  for (const TStringView key :
+       {u"EMail", u"EMailFrom", u"SmtpUrl", u"SMS", u"SmsUrl", u"CalendarUrl", u"CalendarFolder"}) {
     EXPECT_EQ(Refusal(key, u" "), "taken: ") << ToUtf8(key);
   }
+}
+
+TEST(TCommunicationCheck, ANumberIsWhatTheGatewayTakes) {
+  EXPECT_EQ(Refusal(u"SMS", u" +49 (0)151 / 123-45 "), "taken: +49 (0)151 / 123-45");
+  for (const TStringView value : {u"abc", u"12", u"+49 151 Otto", u"123456789012345678"}) {
+    EXPECT_EQ(Refusal(u"SMS", value), "SMS nimmt nur eine Rufnummer wie +4915112345678.");
+  }
+}
+
+TEST(TCommunicationCheck, AFolderForAppointmentsIsKeptWithItsFullPath) {
+  const std::string here = std::filesystem::current_path().string();
+  EXPECT_EQ(Refusal(u"CalendarFolder", u" ./termine/../x y "), "taken: " + here + "/x y");
+  EXPECT_EQ(Refusal(u"CalendarFolder", u"/termine"), "taken: /termine");
 }
 
 TEST(TCommunicationCheck, OneMailAddressIsTaken) {
