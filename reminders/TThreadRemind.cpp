@@ -42,6 +42,9 @@ TThreadRemind::~TThreadRemind() {
 }
 
 void TThreadRemind::Execute() {
+  // Not before the program stands: a reminder that is taken out of the list while it starts would
+  // be lost if it can't, and hosts know the list before the first one leaves it.
+  Guarded(u"TThreadRemind.Execute", [] { MainLoop().Synchronize([] {}); });
   while (!Terminated()) {
     try {
       Guarded(u"TThreadRemind.Execute", [this] { Pass(); });
