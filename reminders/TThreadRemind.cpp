@@ -23,18 +23,12 @@ TThreadRemind& TThreadRemind::Create(const TIntf<IApplication>& iApplication,
   AssertMainThread();
   const auto thread =
       std::make_shared<TThreadRemind>(iApplication, ioLstRemind, iOnProcessItem, iOnTerminate);
-  // Not before the loop turns: a reminder that is taken out of the list while the program starts
-  // would be lost if it can't, and hosts know the list before the first one leaves it.
-  MainLoop().Post([thread] { Resume(thread); });
-  return *thread;
-}
-
-void TThreadRemind::Resume(const std::shared_ptr<TThreadRemind>& iThread) {
-  iThread->FThread = std::thread([self = iThread]() mutable {
+  thread->FThread = std::thread([self = thread]() mutable {
     self->Execute();
     // The object goes with this message.
     MainLoop().Post([self = std::move(self)] { self->Ended(); });
   });
+  return *thread;
 }
 
 TThreadRemind::TThreadRemind(const TIntf<IApplication>& iApplication, TLstRemindItem& ioLstRemind,

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <thread>
 
 #include "reminders/TRemindDelivery.h"
@@ -21,7 +20,6 @@ class TThreadRemind final : public TRemindDelivery, public IRemindThread {
   ~TThreadRemind() override;
 
   /// Starts a thread, which frees itself on the main thread when it has ended, behind iOnTerminate.
-  /// It begins when the main loop turns: while the program starts, no reminder leaves the list.
   /// The list is borrowed until then. iOnProcessItem is called on the main thread for each reminder
   /// before it is delivered. The main loop must be kept alive meanwhile. Main thread.
   static TThreadRemind& Create(const TIntf<IApplication>& iApplication, TLstRemindItem& ioLstRemind,
@@ -32,7 +30,6 @@ class TThreadRemind final : public TRemindDelivery, public IRemindThread {
   void Terminate() override { RequestTermination(); }
 
  private:
-  static void Resume(const std::shared_ptr<TThreadRemind>& iThread);
   void Execute();
   void Pass();
   void Ended();

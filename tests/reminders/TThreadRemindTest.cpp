@@ -51,15 +51,6 @@ TEST_F(TThreadRemindTest, FiresAReminderThatIsDueExactlyNow) {
   EXPECT_THAT(Witness.Notes(), ElementsAre("notifier Uhr"));
 }
 
-TEST_F(TThreadRemindTest, NothingLeavesTheListBeforeTheLoopTurns) {
-  Add(-cHour);
-  Start();
-  Loop.WaitForMessage(30000);
-  EXPECT_EQ(Lst().Count(), 1) << "whoever starts can still look at it";
-  UntilAsleep();
-  EXPECT_THAT(Witness.Notes(), ElementsAre("notifier Uhr"));
-}
-
 TEST_F(TThreadRemindTest, OneMillisecondIsTooEarly) {
   Add(1001);
   Start();
@@ -215,8 +206,6 @@ TEST_F(TThreadRemindTest, EndsWhileItWaitsForTheMainThread) {
   Listen();
   Lst().Add(Reminder(Sound(), Window()));
   Start();
-  Loop.WaitForMessage(30000);
-  Loop.ProcessMessages();  // it begins
   // The main thread turns no loop: the thread waits with its first word to the section.
   while (!Log.Contains("info Watchlist-Reminder: Melde Erinnerung")) std::this_thread::yield();
   Clock.StopSleeping();
@@ -427,20 +416,7 @@ TEST(TThreadRemind, ALoopThatGoesBeforeTheEndWasToldTakesTheThreadAlong) {
     TThreadRemind& thread = TThreadRemind::Create(world.Host, list, {}, {});
     thread.Terminate();
     world.Clock.StopSleeping();
-    loop.ProcessMessages();  // it begins
     while (loop.PostedCount() == 0) std::this_thread::yield();
-    world.Host = nullptr;
-    EXPECT_THAT(world.Witness.Notes(), IsEmpty());
-  }
-  EXPECT_THAT(world.Witness.Notes(), ElementsAre("host freed"));
-}
-
-TEST(TThreadRemind, ALoopThatNeverTurnsTakesTheThreadAlongTheSameWay) {
-  TRemindWorld world;
-  TLstRemindItem list(true);
-  {
-    TTestMainLoop loop;
-    TThreadRemind::Create(world.Host, list, {}, {});
     world.Host = nullptr;
     EXPECT_THAT(world.Witness.Notes(), IsEmpty());
   }
@@ -453,7 +429,6 @@ TEST(TThreadRemind, NeedsNobodyWhoListensToItsEnd) {
   TTestMainLoop loop;
   TThreadRemind::Create(world.Host, list, {}, {}).Terminate();
   world.Clock.StopSleeping();
-  loop.ProcessMessages();
   while (loop.PostedCount() == 0) std::this_thread::yield();
   world.Host = nullptr;
   loop.ProcessMessages();
