@@ -206,8 +206,6 @@ TEST_F(TThreadRemindTest, EndsWhileItWaitsForTheMainThread) {
   Listen();
   Lst().Add(Reminder(Sound(), Window()));
   Start();
-  Loop.WaitForMessage(30000);
-  Loop.ProcessMessages();  // it begins
   // The main thread turns no loop: the thread waits with its first word to the section.
   while (!Log.Contains("info Watchlist-Reminder: Melde Erinnerung")) std::this_thread::yield();
   Clock.StopSleeping();
