@@ -70,6 +70,7 @@ std::vector<float> TSoundServer::StopRecording() {
 std::vector<float> TSoundServer::Recorded() const {
   const std::string bytes = FFolder.Read(u"record");
   std::vector<float> samples(bytes.size() / sizeof(float));
+  if (samples.empty()) return samples;
   std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(float));
   return samples;
 }
