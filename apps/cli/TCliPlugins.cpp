@@ -122,9 +122,7 @@ void TCliPlugins::TerminateThreads() {
   }
 }
 
-void TCliPlugins::LeaveWork() {
-  DeliversReminders() ? List().CancelUpdates() : TerminateThreads();
-}
+void TCliPlugins::LeaveWork() { DeliversReminders() ? List().CancelUpdates() : TerminateThreads(); }
 
 int TCliPlugins::ThreadCount() const {
   int result = 0;
