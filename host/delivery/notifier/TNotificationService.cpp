@@ -26,7 +26,7 @@ constexpr uint64_t cLateUs = 60'000'000;
 constexpr int cMessagesInATurn = 100;
 constexpr size_t cMaxShown = 1000;
 constexpr size_t cMaxLink = 32 * 1024;  // as OpenURL has it
-// The urgencies and times of the specification.
+// The urgencies and times as freedesktop numbers them.
 constexpr int cUrgencyNormal = 1;
 constexpr int cUrgencyCritical = 2;
 constexpr int cExpireAsTheDesktopLikes = -1;
