@@ -28,6 +28,13 @@ std::vector<TSettingsKeyInfo> HostKeys() {
   return keys;
 }
 
+// Else anybody's mailbox could be filled with reminders.
+void CheckNotConfirmedByHand(const TSettingsKeyInfo& iInfo, TStringView iValue) {
+  if (iInfo.Section != cCommunication || iInfo.Key != u"EMailConfirmed" || iValue != u"1") return;
+  throw ECliUsage(u"Eine Adresse bestätigt nur der Code, der an sie geschickt wird.",
+                  u"Den schickt: kaufkobolde-cli settings confirm-email");
+}
+
 bool IsAnyOf(TStringView iText, std::initializer_list<TStringView> iWords) {
   return std::ranges::any_of(iWords, [iText](TStringView iWord) { return SameText(iText, iWord); });
 }
@@ -169,6 +176,7 @@ void TCliSettings::Set(const TCliArguments& iCall) {
     throw ECliUsage(u"Es fehlt der Wert.", u"Richtig wäre: " + CliSynopsis(*iCall.Command));
   } else {
     const TString value = Checked(info, iCall.Words[2]);
+    CheckNotConfirmedByHand(info, value);
     if (info.Section == cCommunication && info.Key == u"EMail") {
       SetAddress(value);
     } else if (value == info.Default) {

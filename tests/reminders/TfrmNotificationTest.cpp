@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/common/OpenURL.h"
+#include "tests/support/TFakeOpener.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TTestMainLoop.h"
 
@@ -11,20 +11,6 @@ namespace kk {
 namespace {
 
 using testing::ElementsAre;
-
-class TFakeOpener : public IUrlOpener {
- public:
-  TFakeOpener() : FBefore(SetUrlOpener(this)) {}
-  ~TFakeOpener() override { SetUrlOpener(FBefore); }
-  bool Open(const std::string& iUrl) override {
-    Urls.push_back(iUrl);
-    return true;
-  }
-  std::vector<std::string> Urls;
-
- private:
-  IUrlOpener* FBefore;
-};
 
 class TfrmNotificationTest : public testing::Test {
  protected:

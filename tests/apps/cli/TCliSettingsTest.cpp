@@ -291,13 +291,26 @@ TEST_F(TCliSettingsTest, AnotherAddressIsToBeConfirmed) {
   EXPECT_FALSE(File.HasKey(u"Communication", u"EMail"));
 }
 
+TEST_F(TCliSettingsTest, AnAddressIsConfirmedByItsCodeAloneAndTakenBackByHand) {
+  Run({u"settings", u"set", u"Communication", u"EMail", u"a@b.example"});
+  for (const TString value : {u"1", u"ja"}) {
+    EXPECT_THAT(Refusal({u"settings", u"set", u"communication", u"emailconfirmed", value}),
+                HasSubstr("Eine Adresse bestätigt nur der Code"));
+  }
+  TString address;
+  EXPECT_FALSE(TIniFileSectionCommunication().GetEMail(address));
+  TIniFileSectionCommunication().SetEMailConfirmed();
+  Run({u"settings", u"set", u"Communication", u"EMailConfirmed", u"0"});
+  EXPECT_FALSE(TIniFileSectionCommunication().GetEMail(address));
+}
+
 TEST_F(TCliSettingsTest, TheHostsOwnKeysAreThoseThatItsSectionsRead) {
   Run({u"settings", u"set", u"General", u"DelayedStart", u"0"});
   EXPECT_FALSE(TIniFileSectionGeneral().GetDelayedStart());
   Run({u"settings", u"set", u"Common", u"PathToLastImExport", u"/x"});
   EXPECT_EQ(TIniFileSectionCommon().PathToLastImExport(), u"/x");
   Run({u"settings", u"set", u"Communication", u"EMail", u"a@b.example"});
-  Run({u"settings", u"set", u"Communication", u"EMailConfirmed", u"1"});
+  TIniFileSectionCommunication().SetEMailConfirmed();
   Run({u"settings", u"set", u"Communication", u"SMS", u"+49 1"});
   Run({u"settings", u"set", u"Communication", u"NotifierPosition", u"2"});
   const TIniFileSectionCommunication section;

@@ -8,6 +8,7 @@
 #include "host/common/Images.h"
 #include "host/common/OpenURL.h"
 #include "host/common/PlaySound.h"
+#include "tests/support/TFakeOpener.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TTempFolder.h"
 
@@ -15,21 +16,6 @@ namespace kk {
 namespace {
 
 using testing::ElementsAre;
-
-class TFakeOpener : public IUrlOpener {
- public:
-  TFakeOpener() : FBefore(SetUrlOpener(this)) {}
-  ~TFakeOpener() override { SetUrlOpener(FBefore); }
-  bool Open(const std::string& iUrl) override {
-    Urls.push_back(iUrl);
-    return Works;
-  }
-  std::vector<std::string> Urls;
-  bool Works = true;
-
- private:
-  IUrlOpener* FBefore;
-};
 
 TEST(OpenURL, OpensWebAndMailAddresses) {
   TFakeOpener opener;
