@@ -2,11 +2,26 @@
 
 #include <utility>
 
+#include "host/contract/ISectionHost.h"
+
 namespace kk {
+
+TfrmKKCommonSectionBase::~TfrmKKCommonSectionBase() { TfrmKKCommonSectionBase::Uninitialize(); }
+
+void TfrmKKCommonSectionBase::Initialize(const TIntf<IApplication>& iApplication) {
+  FApplication = iApplication;
+  if (const auto host = Supports<ISectionHost>(FApplication)) host->AddSection(*this);
+}
+
+void TfrmKKCommonSectionBase::Uninitialize() {
+  if (const auto host = Supports<ISectionHost>(FApplication)) host->RemoveSection(*this);
+  FApplication = nullptr;
+}
 
 void TfrmKKCommonSectionBase::Show() {
   TfrmKKCommonBase::Show();
   if (!std::exchange(FWasShown, true)) FirstShow();
+  if (const auto host = Supports<ISectionHost>(FApplication)) host->ShowSection(*this);
 }
 
 }  // namespace kk
