@@ -112,7 +112,10 @@ TWatchlistReminderInfo InfoOf(const TRemindItem& iReminder) {
 
 }  // namespace
 
-void TWatchlistAccess::Detach() { FForm = nullptr; }
+void TWatchlistAccess::Detach() {
+  if (FForm != nullptr) FForm->SetOnReminderDue({});
+  FForm = nullptr;
+}
 
 TfrmKKWatchlist& TWatchlistAccess::Form() const {
   if (FForm == nullptr) throw Exception(_resRefusedNotReady);
@@ -221,6 +224,18 @@ bool TWatchlistAccess::DeleteReminders(const std::vector<TGuid>& iItems) {
     commands.DeleteReminders(batch.Integration, batch.Results, batch.Ids);
   }
   return true;
+}
+
+void TWatchlistAccess::SetOnReminderDue(TNotifyEventReminder iEvent) {
+  // A receiver may take its event back later than the section has gone.
+  FOnReminderDue = {};
+  if (FForm == nullptr && !iEvent) return;
+  Form().SetOnReminderDue(TNotifyProcessRemindItem::Of<&TWatchlistAccess::DoReminderDue>(this));
+  FOnReminderDue = iEvent;
+}
+
+void TWatchlistAccess::DoReminderDue(TObject* Sender, TRemindItem& iItem) {
+  if (FOnReminderDue) FOnReminderDue(Sender, InfoOf(iItem));
 }
 
 bool TWatchlistAccess::HasUnsavedReminders() const {

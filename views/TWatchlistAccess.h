@@ -29,6 +29,7 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
   /// One editor for items of any sources, with the first that has not ended as the pattern.
   void EditReminders(const std::vector<TGuid>& iItems) override;
   bool DeleteReminders(const std::vector<TGuid>& iItems) override;
+  void SetOnReminderDue(TNotifyEventReminder iEvent) override;
   bool HasUnsavedReminders() const override;
 
   int RefreshAll() override;
@@ -43,8 +44,10 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
  private:
   /// The section, running; raises Exception behind Detach.
   TfrmKKWatchlist& Form() const;
+  void DoReminderDue(TObject* Sender, TRemindItem& iItem);
 
   TfrmKKWatchlist* FForm;
+  TNotifyEventReminder FOnReminderDue;
 };
 
 }  // namespace kk

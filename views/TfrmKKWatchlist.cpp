@@ -176,11 +176,12 @@ void TfrmKKWatchlist::TakeOver(TWatchlistItemUpdater& iUpdater,
   Guarded(u"RepaintNode", [&] { FSeams.View->RepaintNode(*item); });
 }
 
-void TfrmKKWatchlist::DoProcessElapsedRemindItem(TObject*, TRemindItem& iItem) {
+void TfrmKKWatchlist::DoProcessElapsedRemindItem(TObject* Sender, TRemindItem& iItem) {
   Guarded(u"RefreshRowOfReminder", [&] { FSeams.View->RefreshRowOfReminder(iItem.Id()); });
   const bool shown = Guarded(u"RefreshDetailsOfReminder",
                              [&] { FSeams.View->RefreshDetailsOfReminder(iItem.Id()); });
   if (!shown) Guarded(u"ShowNoResult", [&] { FSeams.View->ShowNoResult(); });
+  if (FOnReminderDue) Guarded(u"OnReminderDue", [&] { FOnReminderDue(Sender, iItem); });
 }
 
 void TfrmKKWatchlist::DoUpdaterProgress(TObject* Sender) {

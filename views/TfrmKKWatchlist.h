@@ -2,14 +2,13 @@
 
 #include "host/base/TMainLoop.h"
 #include "host/controls/TfrmKKCommonSectionBase.h"
+#include "reminders/IRemindThread.h"
 #include "updating/adding/TfrmWatchlistAddProgress.h"
 #include "views/TWatchlistCategoryCommands.h"
 #include "views/TWatchlistItemCommands.h"
 #include "views/TWatchlistUpdateCommands.h"
 
 namespace kk {
-
-class TRemindItem;
 
 /// The section "Beobachten": the frame around the commands, adding through a first refresh, and
 /// what becomes of refreshed results and delivered reminders. What shows the list and imports files
@@ -54,6 +53,10 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   /// result in; for an added one, when its item stands in the list. What it throws is swallowed.
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) { FOnUpdateFinished = iEvent; }
 
+  /// Told of each reminder that is on its way to the user, behind the views. What it throws is
+  /// swallowed.
+  void SetOnReminderDue(TNotifyProcessRemindItem iEvent) { FOnReminderDue = iEvent; }
+
  protected:
   void Loaded() override;
 
@@ -94,6 +97,7 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   TIntf<IInterfaceList> FAddedSearchResults = NewInterfaceList();
   TIntf<IInterfaceList> FResultsToAdd = NewInterfaceList();  // the one list of all adds
   TNotifyEventSearchResult FOnUpdateFinished;
+  TNotifyProcessRemindItem FOnReminderDue;
   std::vector<TFinished> FFinished;  // ends that the updater's own listener has still to hear of
   bool FInitialized = false;
   TMainLoop::TTimerId FDelayTimer = 0;

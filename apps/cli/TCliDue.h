@@ -1,33 +1,36 @@
 #pragma once
 
-#include <map>
 #include <vector>
 
 #include "apps/cli/TCliContext.h"
+#include "host/base/TObject.h"
 
 namespace kk {
 
 /// Tells which reminders have left the list because their time had come. The list itself forgets a
 /// reminder with its delivery. Main thread.
-class TCliDue {
+class TCliDue : public TObject {
  public:
-  /// Remembers the reminders that stand.
+  /// From now on it hears of each one. Before the main loop turns it has missed none.
   explicit TCliDue(TCliContext& ioContext);
-  /// Prints a line for each one that came due and has gone since the last look.
-  void Look();
+  ~TCliDue() override;
+  TCliDue(const TCliDue&) = delete;
+  TCliDue& operator=(const TCliDue&) = delete;
 
-  size_t Count() const { return FReminders.size(); }
-  /// The next one; null if there is none.
-  const TWatchlistReminderInfo* Next() const;
-  /// The name of the item that the reminder is for.
-  TString NameOf(const TWatchlistReminderInfo& iReminder) const;
+  /// Whether any has come due since the last Tell.
+  bool HasAny() const { return !FDue.empty(); }
+  /// Prints a line for each of them.
+  void Tell();
 
  private:
-  void Remember();
+  struct TDue {
+    TDateTime When;
+    TWatchlistReminderInfo Reminder;
+  };
+  void DoReminderDue(TObject* Sender, const TWatchlistReminderInfo& iReminder);
 
   TCliContext& FContext;
-  std::vector<TWatchlistReminderInfo> FReminders;
-  std::map<TGuid, TString> FNames;
+  std::vector<TDue> FDue;
 };
 
 }  // namespace kk

@@ -34,11 +34,7 @@ void TCliLog::Write(TLogLevel iLevel, TStringView iSender, TStringView iText) {
   if (IsOfDelivery(iSender) && !IsMainThread()) gDelivers = true;
   const bool isError = iLevel == TLogLevel::llError || iLevel == TLogLevel::llException;
   const bool isStep = FFollows && iLevel == TLogLevel::llInfo && IsOfDelivery(iSender);
-  if (isStep) {
-    Tell(iSender, iText);
-    // Behind the line: who counts finds it told.
-    ++FSteps;
-  }
+  if (isStep) Tell(iSender, iText);
   if (!isError) return;
   FHasErrors = true;
   const bool isCommands = !gDelivers && iSender != cSenderOfPopUps;

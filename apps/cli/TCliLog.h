@@ -24,8 +24,6 @@ class TCliLog : public ILogSink {
 
   /// From now on it tells of each step in the delivery of reminders, too, and each line says when.
   void Follow() { FFollows = true; }
-  /// How many steps it has told of.
-  int Steps() const { return FSteps; }
 
   /// Whether any error came in since the last ForgetErrors.
   bool HasErrors() const { return FHasErrors; }
@@ -79,7 +77,6 @@ class TCliLog : public ILogSink {
   ILogSink* FBefore;
   std::atomic<bool> FHasErrors{false};
   std::atomic<bool> FFollows{false};
-  std::atomic<int> FSteps{0};
   mutable std::mutex FMutex;  ///< over the caller
   ICliConsole* FCaller = nullptr;
   bool FCallerHasErrors = false;

@@ -11,8 +11,10 @@ class TCliReminders {
   explicit TCliReminders(TCliContext& ioContext) : FContext(ioContext) {}
   void List(bool iAsJson);
 
- private:
+  /// All that stand, the next one first.
   std::vector<TCliReminder> ByTime() const;
+
+ private:
   void Print(const TCliReminder& iReminder);
 
   TCliContext& FContext;

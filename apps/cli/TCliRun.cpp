@@ -4,6 +4,7 @@
 
 #include "apps/cli/TCliCaller.h"
 #include "apps/cli/TCliReminderText.h"
+#include "apps/cli/TCliReminders.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/TMainLoop.h"
 
@@ -28,7 +29,7 @@ class TTicking {
 // How long a request to end may go unnoticed.
 constexpr int cTurnMs = 100;
 // Many reminders at once are one walk along the list, and one write of the file.
-constexpr auto cBetweenLooks = std::chrono::milliseconds(250);
+constexpr auto cBetweenTells = std::chrono::milliseconds(250);
 constexpr auto cBetweenSaves = std::chrono::seconds(3);
 
 }  // namespace
@@ -37,54 +38,54 @@ void TCliRun::Run() {
   FLog.Follow();
   TCliDue due(FContext);
   TCliServer server(FFolder, MainLoop());
-  TellWhatStands(due);
+  TellWhatStands();
   const TTicking ticking(cTurnMs, [&] { DoTurn(due); });
   while (!MustEnd()) {
     MainLoop().ProcessMessages();
-    AnswerCallers(server, due);
+    AnswerCallers(server);
     DoTurn(due);
     MainLoop().WaitForMessage(cTurnMs);
   }
-  due.Look();
+  due.Tell();
   FContext.Console.Print(u"Wird beendet.");
   FContext.Console.Flush();
 }
 
 bool TCliRun::MustEnd() { return FEnds || FContext.Console.TakeInterrupt(); }
 
-void TCliRun::AnswerCallers(TCliServer& ioServer, TCliDue& ioDue) {
+void TCliRun::AnswerCallers(TCliServer& ioServer) {
   while (!FEnds) {
     const auto peer = ioServer.TakeCaller();
     if (!peer) return;
     TCliCaller caller(FContext, FLog, *peer);
     caller.Execute();
     FEnds = caller.HostEnds();
-    ioDue.Look();
   }
 }
 
 void TCliRun::DoTurn(TCliDue& ioDue) {
-  Look(ioDue);
+  Tell(ioDue);
   SaveIfChanged();
   FContext.Console.Flush();
 }
 
-void TCliRun::Look(TCliDue& ioDue) {
-  const int steps = FLog.Steps();
-  if (steps == FSteps || TSteady::now() < FNextLook) return;
-  FSteps = steps;
-  ioDue.Look();
-  FNextLook = TSteady::now() + cBetweenLooks;
+void TCliRun::Tell(TCliDue& ioDue) {
+  if (!ioDue.HasAny() || TSteady::now() < FNextTell) return;
+  ioDue.Tell();
+  FNextTell = TSteady::now() + cBetweenTells;
 }
 
-void TCliRun::TellWhatStands(const TCliDue& iDue) {
+void TCliRun::TellWhatStands() {
   ICliConsole& console = FContext.Console;
+  const std::vector<TCliReminder> reminders = TCliReminders(FContext).ByTime();
   console.Print(Format(u"Bereit: %s. Strg+C beendet.",
-                       {Counted(iDue.Count(), u"Erinnerung", u"Erinnerungen")}));
-  if (const TWatchlistReminderInfo* const next = iDue.Next()) {
+                       {Counted(reminders.size(), u"Erinnerung", u"Erinnerungen")}));
+  if (!reminders.empty()) {
+    const TCliReminder& next = reminders.front();
+    const TString name = next.HasItem ? next.ItemName : GUIDToString(next.Info.Id);
     console.Print(
         Format(u"Die nächste: %s am %s (%s)",
-               {ForTerminal(iDue.NameOf(*next)), DateTimeToStr(next->Time), ReminderWays(*next)}));
+               {ForTerminal(name), DateTimeToStr(next.Info.Time), ReminderWays(next.Info)}));
   }
   console.Flush();
 }

@@ -21,21 +21,20 @@ class TCliRun {
  private:
   using TTime = std::chrono::steady_clock::time_point;
 
-  void TellWhatStands(const TCliDue& iDue);
+  void TellWhatStands();
   bool MustEnd();
-  /// Looks, saves and brings out what was printed. It is also called while a caller's command
+  /// Tells, saves and brings out what was printed. It is also called while a caller's command
   /// waits, for an answer that may take its time.
   void DoTurn(TCliDue& ioDue);
-  void AnswerCallers(TCliServer& ioServer, TCliDue& ioDue);
-  void Look(TCliDue& ioDue);
+  void AnswerCallers(TCliServer& ioServer);
+  void Tell(TCliDue& ioDue);
   void SaveIfChanged();
 
   TCliContext& FContext;
   TCliLog& FLog;
   const TString FFolder;
   bool FEnds = false;
-  int FSteps = 0;
-  TTime FNextLook;
+  TTime FNextTell;
   TTime FNextSave;
 };
 

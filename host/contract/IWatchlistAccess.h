@@ -35,6 +35,8 @@ struct TWatchlistReminderInfo {
   std::vector<int> Types;  ///< 0 sound, 1 window, 2 SMS, 3 calendar, 4 e-mail; ascending
   TString SoundFile = {};  ///< empty for none
 };
+using TNotifyEventReminder =
+    TDelegate<void(TObject* Sender, const TWatchlistReminderInfo& iReminder)>;
 struct TWatchlistInfo {
   std::vector<TWatchlistCategoryInfo> Categories;
   std::vector<TWatchlistReminderInfo> Reminders;
@@ -75,6 +77,10 @@ class IWatchlistAccess : public IInterface {
   virtual void EditReminders(const std::vector<TGuid>& iItems) = 0;
   /// Asks. With their appointments in the calendar.
   virtual bool DeleteReminders(const std::vector<TGuid>& iItems) = 0;
+  /// Told of each reminder that has left the list because its time has come, before it is
+  /// delivered. Nothing is missed if it is set before the main loop turns for the first time. The
+  /// receiver takes it back (an empty event) before it dies.
+  virtual void SetOnReminderDue(TNotifyEventReminder iEvent) = 0;
   /// Whether reminders have come, gone or changed since the list was saved.
   virtual bool HasUnsavedReminders() const = 0;
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "TSectionWorld.h"
+#include "reminders/TRemindHandler.h"
 #include "reminders/editor/TfrmKKWatchlistEditItemRemind.h"
 
 namespace kk {
@@ -18,6 +19,9 @@ class TWatchlistAccessTest : public testing::Test, public TSectionWorld {
  public:
   void DoUpdateFinished(TObject*, const TIntf<ISearchResult>& iResult, bool) {
     Ends.push_back(ToUtf8(iResult->GetName()));
+  }
+  void DoReminderDue(TObject*, const TWatchlistReminderInfo& iReminder) {
+    Ends.push_back("due " + ToUtf8(GUIDToString(iReminder.Id)));
   }
   static std::string NoCategory(const TGuid& iId) {
     return "Es gibt keine Kategorie mit der Id " + ToUtf8(GUIDToString(iId)) + ".";
@@ -273,6 +277,27 @@ TEST_F(TWatchlistAccessTest, RemindersAreDeletedAfterOneQuestion) {
   EXPECT_THAT(Calendar.Calls, ElementsAre("Delete E1"));
   EXPECT_EQ(Books.GetItemCount(true) + Clocks.GetItemCount(true), 2);
   EXPECT_FALSE(Access->DeleteReminders({}));
+}
+
+TEST_F(TWatchlistAccessTest, AReminderThatIsDueIsToldUntilTheEventIsTakenBack) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Remind(faust);
+  TRemindItem& reminder = Handler()->LstRemind().GetItems(0);
+  const auto elapse = [&] {
+    const auto event = Handler()->RemindHandler().OnProcessElapsedItem();
+    event(nullptr, reminder);
+  };
+  elapse();
+  Access->SetOnReminderDue(TNotifyEventReminder::Of<&TWatchlistAccessTest::DoReminderDue>(this));
+  elapse();
+  Access->SetOnReminderDue({});
+  elapse();
+  EXPECT_THAT(Ends, ElementsAre("due " + ToUtf8(GUIDToString(faust.SearchResultId()))));
+  Access->SetOnReminderDue(TNotifyEventReminder::Of<&TWatchlistAccessTest::DoReminderDue>(this));
+  Access->Detach();
+  elapse();
+  EXPECT_THAT(Ends, SizeIs(1));
+  Access->SetOnReminderDue({});
 }
 
 TEST_F(TWatchlistAccessTest, ChangedRemindersAreUnsavedUntilTheNextSave) {

@@ -70,9 +70,25 @@ TEST_F(TCliRunTest, EachReminderThatCameDueIsALine) {
               ElementsAre(Now() + " Watchlist-Reminder: Melde Erinnerung"));
 }
 
-TEST_F(TCliRunTest, AReminderThatIsTakenBackIsNoDelivery) {
-  World.List().Reminder(World.List().Item(u"Haus", u"Lampe").Id, Clock.Now().PlusMs(1000));
+TEST_F(TCliRunTest, AReminderThatLeftTheListBeforeItWasLookedAtIsALineToo) {
+  World.List().Reminder(World.List().Item(u"Haus", u"Lampe").Id, Clock.Now());
+  const TWatchlistReminderInfo first = World.List().ExtractFirst();
+  RunWith([&] { World.List().Deliver(first); });
+  EXPECT_THAT(World.Console.Printed(),
+              ElementsAre("Bereit: 0 Erinnerungen. Strg+C beendet.",
+                          Now() + " Fällig: Lampe (Meldungsfenster)", "Wird beendet."));
+}
+
+TEST_F(TCliRunTest, AReminderOfAnItemThatHasGoneIsALineWithItsId) {
+  const TGuid id = World.List().Reminder(NewGuid(), Clock.Now()).Id;
   RunWith([this] { World.List().DeliverFirst(); });
+  EXPECT_THAT(World.Console.Printed(),
+              Contains(Now() + " Fällig: " + ToUtf8(GUIDToString(id)) + " (Meldungsfenster)"));
+}
+
+TEST_F(TCliRunTest, AReminderThatIsTakenBackIsNoDelivery) {
+  World.List().Reminder(World.List().Item(u"Haus", u"Lampe").Id, Clock.Now());
+  RunWith([this] { World.List().ExtractFirst(); });
   EXPECT_THAT(World.Console.Printed(), Not(Contains(HasSubstr("Fällig"))));
 }
 

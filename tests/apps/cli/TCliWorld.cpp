@@ -355,10 +355,18 @@ TWatchlistReminderInfo& TFakeWatchlistPlugin::Reminder(const TGuid& iItem, TDate
   return Tree.Reminders.back();
 }
 
-void TFakeWatchlistPlugin::DeliverFirst() {
+void TFakeWatchlistPlugin::DeliverFirst() { Deliver(ExtractFirst()); }
+
+TWatchlistReminderInfo TFakeWatchlistPlugin::ExtractFirst() {
+  const TWatchlistReminderInfo first = Tree.Reminders.front();
   Tree.Reminders.erase(Tree.Reminders.begin());
   UnsavedReminders = true;
+  return first;
+}
+
+void TFakeWatchlistPlugin::Deliver(const TWatchlistReminderInfo& iReminder) {
   LogInfo(u"Watchlist-Reminder", u"Melde Erinnerung");
+  if (FOnDue) FOnDue(nullptr, iReminder);
 }
 
 std::string TFakeWatchlistPlugin::NameOf(const TGuid& iId) const {

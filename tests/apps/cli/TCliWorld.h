@@ -94,6 +94,7 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   bool SetNote(const std::vector<TGuid>& iItems, const std::vector<TString>& iLines) override;
   void EditReminders(const std::vector<TGuid>& iItems) override;
   bool DeleteReminders(const std::vector<TGuid>& iItems) override;
+  void SetOnReminderDue(TNotifyEventReminder iEvent) override { FOnDue = iEvent; }
   bool HasUnsavedReminders() const override { return UnsavedReminders; }
   int RefreshAll() override;
   int RefreshCategory(const TGuid& iCategory) override;
@@ -113,6 +114,9 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   TWatchlistReminderInfo& Reminder(const TGuid& iItem, TDateTime iTime);
   /// As the thread of the reminders: the first one leaves the list and is told of.
   void DeliverFirst();
+  /// The same in two steps, for what happens between them.
+  TWatchlistReminderInfo ExtractFirst();
+  void Deliver(const TWatchlistReminderInfo& iReminder);
   const TIntf<IApplication>& Host() const { return Application(); }
 
   TWatchlistInfo Tree;
@@ -148,6 +152,7 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   std::vector<TIntf<IWatchlistIntegration>> FSources;
   std::vector<TOpen> FOpen;
   TNotifyEventSearchResult FOnFinished;
+  TNotifyEventReminder FOnDue;
 };
 
 /// The host with a fake list and a fake source, for tests of commands.
