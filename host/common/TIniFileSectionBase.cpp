@@ -117,5 +117,18 @@ void TIniFileSectionCommon::SetPathToLastImExport(TStringView iPath) {
 TIniFileSectionGeneral::TIniFileSectionGeneral() : TKKIniFileSectionBase(IniFile(), u"General") {}
 
 bool TIniFileSectionGeneral::GetDelayedStart() const { return ReadBoolean(u"DelayedStart", true); }
+void TIniFileSectionGeneral::SetDelayedStart(bool iDelayed) {
+  WriteBoolean(u"DelayedStart", iDelayed, true);
+}
+
+bool TIniFileSectionGeneral::GetCloseToTray() const { return ReadBoolean(u"CloseToTray", false); }
+void TIniFileSectionGeneral::SetCloseToTray(bool iToTray) {
+  WriteBoolean(u"CloseToTray", iToTray, false);
+}
+
+bool TIniFileSectionGeneral::GetStartInTray() const { return ReadBoolean(u"StartInTray", false); }
+void TIniFileSectionGeneral::SetStartInTray(bool iInTray) {
+  WriteBoolean(u"StartInTray", iInTray, false);
+}
 
 }  // namespace kk

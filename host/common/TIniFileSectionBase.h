@@ -62,6 +62,14 @@ class TIniFileSectionGeneral : public TKKIniFileSectionBase {
   TIniFileSectionGeneral();
   /// Whether the section comes up a moment after the host, true at first ("DelayedStart").
   bool GetDelayedStart() const;
+  void SetDelayedStart(bool iDelayed);
+  /// Whether the program goes to the tray when its window is closed instead of ending, false at
+  /// first ("CloseToTray").
+  bool GetCloseToTray() const;
+  void SetCloseToTray(bool iToTray);
+  /// Whether it starts in the tray, without its window, false at first ("StartInTray").
+  bool GetStartInTray() const;
+  void SetStartInTray(bool iInTray);
 };
 
 }  // namespace kk

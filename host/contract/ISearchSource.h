@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/IInterfaceList.h"
 #include "host/base/TDelegate.h"
 #include "host/contract/IIntegrationInfo.h"
 #include "host/contract/ISearchResults.h"

@@ -18,12 +18,16 @@ class TEdit : public TControl {
   void SelectAll();
   /// From then on until the text is another one.
   bool AllSelected() const { return FAllSelected; }
+  /// What is typed shows as dots, and can't be copied out of it.
+  bool Password() const { return FPassword; }
+  void SetPassword(bool iPassword) { SetValue(FPassword, iPassword); }
 
   bool AcceptsFocus() const override { return true; }
 
  private:
   TString FText;
   bool FAllSelected = false;
+  bool FPassword = false;
   TNotifyEvent FOnChange;
 };
 

@@ -10,6 +10,7 @@ void TMemo::SetLines(const TStringList& iLines) {
 
 bool TMemo::EnterText(TStringView iText) {
   return AsUser([this, iText] {
+    if (FReadOnly) return false;
     TStringList lines;
     lines.SetText(iText);
     if (FLines.Lines() == lines.Lines()) return false;

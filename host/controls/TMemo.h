@@ -5,6 +5,9 @@
 
 namespace kk {
 
+/// Return with the Ctrl key held, which a memo leaves to its form.
+inline constexpr char16_t cKeyCtrlReturn = 10;
+
 /// Lines of plain text, with scroll bars.
 class TMemo : public TControl {
  public:
@@ -13,8 +16,11 @@ class TMemo : public TControl {
   const TStringList& Lines() const { return FLines; }
   /// Copies the lines.
   void SetLines(const TStringList& iLines);
-  /// The user has changed the text to this one, lines divided by line breaks.
+  /// The user has changed the text to this one, lines divided by line breaks; not if it is there
+  /// to be read alone.
   bool EnterText(TStringView iText);
+  bool ReadOnly() const { return FReadOnly; }
+  void SetReadOnly(bool iReadOnly) { SetValue(FReadOnly, iReadOnly); }
 
   bool AcceptsFocus() const override { return true; }
 
@@ -24,6 +30,7 @@ class TMemo : public TControl {
 
  private:
   TStringList FLines;
+  bool FReadOnly = false;
 };
 
 }  // namespace kk

@@ -33,6 +33,9 @@ class TPanel : public TCaptionControl {
   TPosition Position() const { return FPosition; }
   void SetPosition(TPosition iPosition) { SetValue(FPosition, iPosition); }
 
+  /// Puts it into another control, behind what stands there; null takes it out. For a panel that
+  /// its maker hands to others, such as a page of settings.
+  void PutInto(TControl* iContainer) { SetParent(iContainer); }
   /// Makes it visible and raises OnShow; no effect if it is visible.
   virtual void Show();
   /// Takes it away and then raises OnClose; no effect if it isn't visible.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "host/controls/TCommonExplorerBarPanel.h"
+#include "host/controls/TCommonSettingsNode.h"
 #include "plugin/TExplorerBarExtenderMoreOptionsWatchList.h"
 #include "plugin/TPluginIntegrationWatchlist.h"
 #include "plugin/TSettingsExtenderWatchlist.h"
@@ -63,13 +64,16 @@ TEST(TPluginIntegrationWatchlist, EachCallerGetsItsOwnWatchlist) {
 }
 
 TEST(TSettingsExtenderWatchlist, PageStandsBeforeThePluginsPages) {
-  class TPage : public TInterfaced<ISettingsNode> {
+  class TPage : public TCommonSettingsNode {
    public:
     TGuid GetId() const override { return {}; }
     TString GetCaption() const override { return {}; }
-    int GetSortOrder() const override { return 0; }
     void LoadSettings() override {}
     void SaveSettings() override {}
+    TPanel& GetFrame() override { return FFrame; }
+
+   private:
+    TPanel FFrame{nullptr};
   };
   const auto page = MakeIntf<TPage>();
   const auto extender = MakeIntf<TSettingsExtenderWatchlist>(page);

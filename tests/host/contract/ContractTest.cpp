@@ -179,8 +179,11 @@ class TFakeNode : public TInterfaced<ISettingsNode> {
   TGuid GetId() const override { return cEmptyGuid; }
   TString GetCaption() const override { return u"Seite"; }
   int GetSortOrder() const override { return 1; }
+  bool ValidateSettings(TString&, TControl*&) override { return true; }
+  void SettingsChanged() override {}
   void LoadSettings() override {}
   void SaveSettings() override {}
+  TPanel& GetFrame() override { throw Exception(u"Es gibt nichts zu sehen"); }
 };
 
 TEST(TCommonSettingsExtender, HoldsPagesWithTheirPlaces) {
