@@ -16,6 +16,9 @@ inline constexpr int cToolbuttonSearchSortOrder = 10;
 inline constexpr TStringView cToolbuttonSearchImage = u"SEARCHTOOLBARBUTTONIMAGE";
 inline constexpr TStringView cToolbuttonSearchImageSelected = u"SEARCHTOOLBARBUTTONIMAGESELECTED";
 
+/// The line of that panel that says what to do.
+inline constexpr TGuid cSearchItemMoreHintId =
+    GuidLiteral("{8F3D2C60-51AE-4B97-9D04-76E2B1C85A3F}");
 /// The panel "Weitere Optionen", the same in every result view, into which extenders put links.
 inline constexpr TGuid cSearchPanelMoreId = GuidLiteral("{16CBDEC1-2DC8-40BC-85C2-DDADECDA881A}");
 

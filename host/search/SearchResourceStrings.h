@@ -9,11 +9,13 @@ inline constexpr TStringView _resSearchStart = u"&Suchen";
 inline constexpr TStringView _resSearchCancel = u"&Abbrechen";
 inline constexpr TStringView _resSearchPanelMore = u"Weitere Optionen";
 
+inline constexpr TStringView _resSearchMoreHint = u"Wählen Sie in der Liste Ergebnisse aus.";
+
 inline constexpr TStringView _resSearchNoSource =
     u"Es ist keine Quelle da, in der gesucht werden kann.";
 inline constexpr TStringView _resSearchEmptyHint =
-    u"Was gefunden wird, steht hier. Von hier aus nehmen Sie es mit \"Artikel beobachten...\" in "
-    u"Ihre Liste auf.";
+    u"Geben Sie oben ein, was gesucht werden soll, und drücken Sie die Eingabetaste. Umschalt und "
+    u"Eingabetaste beginnen eine weitere Zeile. Was gefunden wird, steht dann hier.";
 inline constexpr TStringView _resSearchTryExample = u"&Beispielladen ausprobieren";
 
 inline constexpr TStringView _resSearchNothingToSearch = u"Geben Sie zuerst etwas ein.";

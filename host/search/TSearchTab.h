@@ -48,10 +48,14 @@ class TSearchTab : public TObject {
   void SetOnSelect(TNotifyEvent iEvent) { FOnSelect = iEvent; }
   /// The search has begun or come to its end.
   void SetOnState(TNotifyEvent iEvent) { FOnState = iEvent; }
+  /// The selection in the list is another one, and the extensions have been told.
+  void SetOnSelectionChanged(TNotifyEvent iEvent) { FOnSelectionChanged = iEvent; }
 
  private:
-  void AddExtension(const TIntf<IInterface>& iExtension);
+  TSearchTab(TIntf<ISearchSource> iSource, TTabStrip& ioStrip, TPanel& ioResults);
+  void AddExtensions(const TIntf<IInterfaceList>& iExtensions);
   void SetState(TSearchState iState);
+  void AddProblems(TStringView iText);
   void DoHeadClick(TObject* Sender);
   void DoSearchFinished(TObject* Sender, TStringView iProblem);
   void DoSelectionChanged(TObject* Sender);
@@ -65,6 +69,7 @@ class TSearchTab : public TObject {
   std::vector<TString> FProblems;
   TNotifyEvent FOnSelect;
   TNotifyEvent FOnState;
+  TNotifyEvent FOnSelectionChanged;
 };
 
 }  // namespace kk

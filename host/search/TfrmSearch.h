@@ -6,6 +6,7 @@
 #include "host/base/TMainLoop.h"
 #include "host/controls/TButton.h"
 #include "host/controls/TCommonExplorerBar.h"
+#include "host/controls/TCommonExplorerBarItem.h"
 #include "host/controls/TCommonExplorerBarPanel.h"
 #include "host/controls/TCommonToolbarKK.h"
 #include "host/controls/TLabel.h"
@@ -85,6 +86,8 @@ class TfrmSearch final : public TfrmKKCommonSectionBase {
   void ShowState();
   void ShowStatus();
   void ShowProblems();
+  /// The panel of the explorer bar says what to do while nobody has a link in it.
+  void ShowMoreHint();
   void StartProgress();
   void StopProgress();
 
@@ -95,9 +98,11 @@ class TfrmSearch final : public TfrmKKCommonSectionBase {
   void mmTextKeyPress(TObject* Sender, char16_t& ioKey);
   void DoTabSelect(TObject* Sender);
   void DoTabState(TObject* Sender);
+  void DoTabSelectionChanged(TObject* Sender);
 
   TIntf<TCommonExplorerBar> FExplorerBar = MakeIntf<TCommonExplorerBar>(xplrbr);
   TIntf<TCommonExplorerBarPanel> FPanelMore;
+  TIntf<TCommonExplorerBarText> FMoreHint;
   std::unique_ptr<TCommonToolbarKK> FToolbar;
   std::vector<std::unique_ptr<TSearchTab>> FTabs;
   TSearchTab* FSelected = nullptr;
