@@ -113,7 +113,10 @@ int CompareText(TStringView iA, TStringView iB) {
   return Alias(iA).caseCompare(Alias(iB), U_FOLD_CASE_DEFAULT | U_COMPARE_CODE_POINT_ORDER);
 }
 
-int CompareLocaleText(TStringView iA, TStringView iB) {
+namespace {
+
+// The user's language's; null if there is none.
+const icu::Collator* LocaleCollator() {
   static thread_local std::unique_ptr<icu::Collator> collator;
   static thread_local std::string collatorLocale;
   if (!collator || collatorLocale != LocaleName()) {
@@ -122,9 +125,34 @@ int CompareLocaleText(TStringView iA, TStringView iB) {
     collator.reset(icu::Collator::createInstance(icu::Locale(collatorLocale.c_str()), status));
     if (collator) collator->setStrength(icu::Collator::SECONDARY);
   }
-  if (!collator) return CompareText(iA, iB);
+  return collator.get();
+}
+
+}  // namespace
+
+int CompareLocaleText(TStringView iA, TStringView iB) {
+  const icu::Collator* collator = LocaleCollator();
+  if (collator == nullptr) return CompareText(iA, iB);
   UErrorCode status = U_ZERO_ERROR;
   return collator->compare(Alias(iA), Alias(iB), status);
+}
+
+std::string LocaleSortKey(TStringView iText) {
+  const icu::Collator* collator = LocaleCollator();
+  std::string key;
+  if (collator == nullptr) return Alias(iText).foldCase().toUTF8String(key);
+  key.resize(iText.size() * 2 + 16);
+  const auto make = [&] {
+    return collator->getSortKey(Alias(iText), reinterpret_cast<uint8_t*>(key.data()),
+                                static_cast<int32_t>(key.size()));
+  };
+  int32_t length = make();
+  if (static_cast<size_t>(length) > key.size()) {
+    key.resize(static_cast<size_t>(length));
+    length = make();
+  }
+  key.resize(static_cast<size_t>(std::max(length - 1, 0)));  // without its final zero
+  return key;
 }
 
 TString IntToStr(int64_t iNumber) { return FromUtf8(std::to_string(iNumber)); }

@@ -70,6 +70,9 @@ int CompareText(TStringView iA, TStringView iB);
 /// language sorts (ICU collation). For everything that the user sees sorted.
 int CompareLocaleText(TStringView iA, TStringView iB);
 
+/// Bytes whose order is that of CompareLocaleText; for sorting many texts.
+std::string LocaleSortKey(TStringView iText);
+
 /// The decimal text of a number.
 TString IntToStr(int64_t iNumber);
 

@@ -32,6 +32,8 @@ class IResultTableObserver {
   /// The cells of this one row may show something else.
   virtual void RowChanged(int iRow) = 0;
   virtual void ScrollIntoView(int iRow) = 0;
+  /// The table begins to die, with all its rows, and asks no more of the observer.
+  virtual void TableGone() {}
 };
 
 }  // namespace kk

@@ -8,11 +8,23 @@
 #include "host/contract/ICanvas.h"
 #include "host/controls/TMenuItem.h"
 #include "host/results/IResultTableObserver.h"
-#include "host/results/TResultColumn.h"
+#include "host/results/TResultColumns.h"
 
 namespace kk {
 
 class TPanel;
+
+/// Who fills the popup menu of a table. Main thread.
+class IResultTableMenu {
+ public:
+  /// The entries in their order, separators included; borrowed until the next call of either.
+  virtual std::vector<TMenuItem*> GetEntries() = 0;
+  /// The menu is about to be shown for a row and a column; -1 for beside them.
+  virtual void BeforePopup(int iRow, int iColumn) = 0;
+
+ protected:
+  ~IResultTableMenu() = default;
+};
 
 /// A table of search results. Rows and columns are addressed by index: a row by its place on the
 /// screen, from 0; a column by the order in which it was added, whatever its place on the screen
@@ -33,16 +45,16 @@ class TResultTable : public TControl {
   void SetContainer(TPanel* iPanel);
 
   // Columns.
-  int ColumnCount() const { return static_cast<int>(FColumns.size()); }
-  const TResultColumn& Columns(int iColumn) const;
+  int ColumnCount() const { return FColumns.GetCount(); }
+  const TResultColumn& Columns(int iColumn) const { return FColumns.GetItems(iColumn); }
   /// The columns in the order of their places, from the left, invisible ones included.
-  const std::vector<int>& ColumnOrder() const { return FColumnOrder; }
+  const std::vector<int>& ColumnOrder() const { return FColumns.Order(); }
   /// At the place given, 0 to ColumnCount; answers its index.
   int AddColumn(TResultColumn iColumn, int iPlace);
   /// The columns behind it move up by one index. A table that was sorted by it keeps its order.
   void DeleteColumn(int iColumn);
   /// -1 if there is none.
-  int IndexOfColumn(const TGuid& iId) const;
+  int IndexOfColumn(const TGuid& iId) const { return FColumns.IndexOf(iId); }
   void SetColumnVisible(int iColumn, bool iVisible);
   /// Bounded by TResultColumn's.
   void SetColumnWidth(int iColumn, int iWidth);
@@ -90,9 +102,11 @@ class TResultTable : public TControl {
   /// What is told in place of rows while there are none.
   const TString& EmptyText() const { return FEmptyText; }
   void SetEmptyText(TStringView iText) { SetValue(FEmptyText, iText); }
-  /// Entries of the popup menu, separators included, borrowed; filled by OnContextPopup.
-  const std::vector<TMenuItem*>& PopupEntries() const { return FPopupEntries; }
-  void SetPopupEntries(std::vector<TMenuItem*> iEntries) { FPopupEntries = std::move(iEntries); }
+  /// Entries of the popup menu, separators included, as OpenPopupMenu has prepared them; borrowed
+  /// until the table is touched again.
+  std::vector<TMenuItem*> PopupEntries() const;
+  /// Borrowed; null for no menu.
+  void SetMenu(IResultTableMenu* iMenu) { FMenu = iMenu; }
 
   // The user's door. Each answers whether it did anything.
   /// Exactly these rows are selected from now on, and the focus stands on iFocusedRow (-1: where it
@@ -115,8 +129,8 @@ class TResultTable : public TControl {
   /// A double click on a row, which also Return on the focused one is: raises OnOpen.
   bool DoubleClick(int iRow);
   /// The menu is asked for on a cell, or beside all rows (-1, -1), or by the keyboard (FocusedRow
-  /// and -1). A row that isn't selected is selected alone and gets the focus; then OnContextPopup
-  /// comes. Then the entries can be shown, if there are any.
+  /// and -1). The row gets the focus, and is selected alone if it wasn't selected; then the menu is
+  /// prepared and can be shown. False if there are no entries.
   bool OpenPopupMenu(int iRow, int iColumn);
   /// Keys as TMenuItem::ShortCut writes them. Prepares the menu for the focused row and clicks the
   /// entry that has them; false if there is none, and for one that can't be clicked now.
@@ -124,15 +138,11 @@ class TResultTable : public TControl {
 
   TCursor Cursor() const { return FCursor; }
   const TString& Hint() const { return FHint; }
-  /// During OnContextPopup: where the menu was asked for; -1 for beside.
-  int PopupRow() const { return FPopupRow; }
-  int PopupColumn() const { return FPopupColumn; }
 
   /// Selection or focus are others, whoever changed them; once for each change.
   void SetOnSelectionChanged(TNotifyEvent iEvent) { FOnSelectionChanged = iEvent; }
   /// FocusedRow is to be opened.
   void SetOnOpen(TNotifyEvent iEvent) { FOnOpen = iEvent; }
-  void SetOnContextPopup(TNotifyEvent iEvent) { FOnContextPopup = iEvent; }
   /// The user has changed sort, order, width or visibility of columns.
   void SetOnLayoutChanged(TNotifyEvent iEvent) { FOnLayoutChanged = iEvent; }
 
@@ -147,28 +157,39 @@ class TResultTable : public TControl {
 
  private:
   class TChanging;
-  class TSelecting;
-  class TMouseInfo;
-  class TSorter;
-  struct TRow;
+  struct TRow {
+    TIntf<ISearchResult> Result;
+    TGuid Id;
+    int64_t Arrival = 0;
+    int Place = 0;
+    bool Selected = false;
+    bool Goes = false;
+  };
   using TRows = std::vector<std::unique_ptr<TRow>>;
 
   bool IsRow(int iRow) const { return iRow >= 0 && iRow < GetCount(); }
-  bool IsColumn(int iColumn) const { return iColumn >= 0 && iColumn < ColumnCount(); }
+  bool IsShown(int iColumn) const;
   TRow& RowAt(int iRow) const;
   TRow* FindRow(const TGuid& iId) const;
-  void Place(size_t iFrom);
-  void Enter(TRow& ioRow);
-  void RemoveRows(const std::vector<TRow*>& iRows);
+  /// A row that no list holds yet; null for no result.
+  std::unique_ptr<TRow> NewRow(const TIntf<ISearchResult>& iResult);
+  /// What they are is known by their flag.
+  void RemoveGoingRows(int iCount);
+  void MoveFocusAway();
+  void Renumber(size_t iFrom);
+  /// The rows in the order in which they have to stand.
+  std::vector<TRow*> OrderOf(const TRows& iRows) const;
+  static void Reorder(TRows& ioRows, const std::vector<TRow*>& iOrder);
   void Sort();
-  bool SelectAlone(TRow& ioRow);
-  void SetRowSelected(TRow& ioRow, bool iSelected);
+  bool SetSelectedRows(std::vector<int> iRows);
   void SetFocus(TRow* iRow);
-  void PreparePopup(int iRow, int iColumn);
-  void LayoutChanged();
+  /// The row gets the focus and is the only one selected.
+  void GoTo(int iRow);
+  /// Tells of what has changed since the last call, if anything has.
+  bool TellSelection();
+  bool LayoutChanged(bool iChanged);
 
-  std::vector<TResultColumn> FColumns;
-  std::vector<int> FColumnOrder;
+  TResultColumns FColumns;
   TRows FRows;
   std::unordered_map<TGuid, TRow*> FRowById;
   int64_t FNextArrival = 0;
@@ -177,16 +198,14 @@ class TResultTable : public TControl {
   int FSelectedCount = 0;
   mutable std::vector<int> FSelectedRows;
   mutable bool FSelectedRowsValid = true;
+  bool FSelectionChanged = false;
   TRow* FFocused = nullptr;
   TString FEmptyText;
-  std::vector<TMenuItem*> FPopupEntries;
-  int FPopupRow = -1;
-  int FPopupColumn = -1;
+  IResultTableMenu* FMenu = nullptr;
   TCursor FCursor = cCursorDefault;
   TString FHint;
   TNotifyEvent FOnSelectionChanged;
   TNotifyEvent FOnOpen;
-  TNotifyEvent FOnContextPopup;
   TNotifyEvent FOnLayoutChanged;
   IResultTableObserver* FTableObserver = nullptr;
 };

@@ -152,6 +152,19 @@ TEST_F(TLocaleText, SortsAsTheLanguageDoes) {
   EXPECT_GT(CompareLocaleText(u"b", u"A"), 0);
 }
 
+TEST_F(TLocaleText, SortKeysStandInTheOrderOfTheirTexts) {
+  const TString texts[] = {u"",      u"a", u"Apfel", u"Äpfel",        u"äpfel",          u"apfel",
+                           u"Zebra", u"ß", u"ss",    u"\u4E2D\u6587", TString(200, u'Ö')};
+  for (const TString& a : texts) {
+    for (const TString& b : texts) {
+      const int keys = LocaleSortKey(a).compare(LocaleSortKey(b));
+      const int order = CompareLocaleText(a, b);
+      EXPECT_EQ(keys < 0, order < 0) << ToUtf8(a) << " " << ToUtf8(b);
+      EXPECT_EQ(keys > 0, order > 0) << ToUtf8(a) << " " << ToUtf8(b);
+    }
+  }
+}
+
 TEST_F(TLocaleText, FollowsAChangeOfTheLanguage) {
   ASSERT_LT(CompareLocaleText(u"Ö", u"Z"), 0);
   SetLocaleName("sv_SE");
