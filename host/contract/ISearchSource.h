@@ -45,7 +45,7 @@ class ISearchSource : public IInterface {
   /// Told of each change of the list's selection; an empty event is none.
   virtual void SetOnSelectionChanged(TNotifyEvent iEvent) = 0;
   /// Drops the list, its results and its extensions, at the end of the program.
-  virtual void Release() = 0;
+  virtual void ReleaseSearch() = 0;
 };
 
 }  // namespace kk

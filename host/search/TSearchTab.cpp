@@ -41,7 +41,7 @@ TSearchTab::~TSearchTab() {
   for (const TIntf<INotifications>& extension : FNotifications) {
     Guarded(u"TSearchTab.SetSearchResults", [&] { extension->SetSearchResults({}); });
   }
-  Guarded(u"TSearchTab.Release", [this] { FSource->Release(); });
+  Guarded(u"TSearchTab.ReleaseSearch", [this] { FSource->ReleaseSearch(); });
   Guarded(u"TSearchTab.SetContainer", [this] { FSource->SetContainer(nullptr); });
 }
 
