@@ -38,6 +38,8 @@ class ITreeObserver {
   virtual void NodeChanged(TVirtualNode& iNode) = 0;
   /// The node is to be seen; what it stands in is expanded.
   virtual void ScrollIntoView(TVirtualNode& iNode) = 0;
+  /// The tree begins to die, with all its nodes, and asks no more of the observer.
+  virtual void TreeGone() {}
 };
 
 }  // namespace kk

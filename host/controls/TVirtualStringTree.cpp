@@ -70,7 +70,9 @@ TVirtualStringTree::TUpdate::~TUpdate() {
 TVirtualStringTree::TVirtualStringTree(TControl* iParent, TStringView iName)
     : TControl(iParent, iName) {}
 
-TVirtualStringTree::~TVirtualStringTree() = default;
+TVirtualStringTree::~TVirtualStringTree() {
+  if (FTreeObserver != nullptr) FTreeObserver->TreeGone();
+}
 
 TVirtualNode& TVirtualStringTree::AddChild(TVirtualNode* iParent, TObject* iObject) {
   TVirtualNode& parent = NodeOrRoot(iParent);

@@ -50,7 +50,9 @@ TResultTable::TResultTable(TControl* iParent, TStringView iName) : TControl(iPar
   SetStretches(true);
 }
 
-TResultTable::~TResultTable() = default;
+TResultTable::~TResultTable() {
+  if (FTableObserver != nullptr) FTableObserver->TableGone();
+}
 
 void TResultTable::SetContainer(TPanel* iPanel) {
   if (Parent() != iPanel) SetParent(iPanel);

@@ -1,0 +1,65 @@
+#include "apps/desktop/skin/TCellCanvas.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <cmath>
+
+#include "apps/desktop/skin/QtText.h"
+#include "apps/desktop/skin/TDrawings.h"
+
+namespace kk {
+
+namespace {
+
+QRect ToQtRect(const TRect& iRect) {
+  return {iRect.Left, iRect.Top, iRect.Width(), iRect.Height()};
+}
+
+bool IsSelected(const QStyleOptionViewItem& iOption) {
+  return iOption.state.testFlag(QStyle::State_Selected);
+}
+
+QColor TextColor(const QStyleOptionViewItem& iOption) {
+  const auto group = !iOption.state.testFlag(QStyle::State_Enabled)  ? QPalette::Disabled
+                     : !iOption.state.testFlag(QStyle::State_Active) ? QPalette::Inactive
+                                                                     : QPalette::Normal;
+  return iOption.palette.color(group,
+                               IsSelected(iOption) ? QPalette::HighlightedText : QPalette::Text);
+}
+
+}  // namespace
+
+TCellCanvas::TCellCanvas(QPainter& ioPainter, const QStyleOptionViewItem& iOption)
+    : FPainter(ioPainter), FOption(iOption) {
+  FPainter.setFont(iOption.font);
+}
+
+void TCellCanvas::SetRowColors() { FPainter.setPen(TextColor(FOption)); }
+
+void TCellCanvas::DrawText(const TRect& iRect, TStringView iText) {
+  const int margin = TextMargin(FOption);
+  const QRect rect = ToQtRect(iRect).adjusted(margin, 0, -margin, 0);
+  const QString text = ToQt(iText).simplified();
+  FPainter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                    FOption.fontMetrics.elidedText(text, Qt::ElideRight, rect.width()));
+}
+
+TSize TCellCanvas::GetBitmapSize(const TBitmap& iBitmap) const {
+  const QSize size = TDrawings::NaturalSize(iBitmap);
+  return {size.width(), size.height()};
+}
+
+void TCellCanvas::DrawBitmap(const TRect& iRect, const TBitmap& iBitmap) {
+  const QRect rect = ToQtRect(iRect);
+  if (rect.isEmpty()) return;
+  const QIcon::Mode mode = IsSelected(FOption) ? QIcon::Selected : QIcon::Normal;
+  const qreal ratio = FPainter.device()->devicePixelRatioF();
+  FPainter.drawPixmap(rect.topLeft(), TDrawings::Pixmap(iBitmap, rect.size(), ratio, mode));
+}
+
+int TCellCanvas::TextMargin(const QStyleOptionViewItem& iOption) {
+  const QStyle* style = iOption.widget != nullptr ? iOption.widget->style() : QApplication::style();
+  return style->pixelMetric(QStyle::PM_FocusFrameHMargin, &iOption, iOption.widget) + 1;
+}
+
+}  // namespace kk

@@ -1,0 +1,105 @@
+#include "apps/desktop/skin/TPopupMenu.h"
+
+#include <QActionGroup>
+
+#include "apps/desktop/skin/AsUser.h"
+#include "apps/desktop/skin/QtText.h"
+#include "apps/desktop/skin/ToHint.h"
+
+namespace kk {
+
+namespace {
+
+// Names of users may be as long as they like.
+constexpr int cMaxCaptionLetters = 80;
+
+std::vector<TMenuItem*> EntriesOf(const TMenuItem& iMenu) {
+  std::vector<TMenuItem*> entries;
+  for (int i = 0; i < iMenu.GetCount(); ++i) entries.push_back(&iMenu.GetItems(i));
+  return entries;
+}
+
+}  // namespace
+
+void TPopupMenu::Open(QWidget& ioParent, const TMenuItem& iMenu, const QPoint& iGlobalPos) {
+  Open(ioParent, EntriesOf(iMenu), iGlobalPos);
+}
+
+void TPopupMenu::Open(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries,
+                      const QPoint& iGlobalPos) {
+  if (iEntries.empty()) return;
+  auto* menu = new TPopupMenu(ioParent, iEntries);  // owned by its parent, and gone when it closes
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->popup(iGlobalPos);
+}
+
+TPopupMenu::TPopupMenu(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries)
+    : QMenu(&ioParent), FEntries(iEntries) {
+  Fill(*this, FEntries);
+  for (TMenuItem* entry : FEntries) entry->SetObserver(this);
+}
+
+TPopupMenu::~TPopupMenu() {
+  for (TMenuItem* entry : FEntries) entry->SetObserver(nullptr);
+}
+
+void TPopupMenu::Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries) {
+  ioMenu.setToolTipsVisible(true);
+  QActionGroup* choice = nullptr;
+  for (TMenuItem* entry : iEntries) {
+    QAction& action = Add(ioMenu, *entry);
+    action.setVisible(entry->Visible());
+    action.setEnabled(entry->Enabled());
+    action.setToolTip(ToHint(entry->Hint()));
+    action.setCheckable(entry->Checked() || entry->Radio());
+    if (entry->Radio()) {
+      if (choice == nullptr) choice = new QActionGroup(&ioMenu);
+      choice->addAction(&action);
+    }
+    action.setChecked(entry->Checked());
+    if (entry->Default()) ioMenu.setDefaultAction(&action);
+    FActions[entry] = &action;
+  }
+}
+
+QAction& TPopupMenu::Add(QMenu& ioMenu, TMenuItem& iEntry) {
+  if (iEntry.IsSeparator()) return *ioMenu.addSeparator();
+  if (iEntry.GetCount() > 0) {
+    QMenu* subMenu = ioMenu.addMenu(CaptionOf(iEntry));
+    Fill(*subMenu, EntriesOf(iEntry));
+    return *subMenu->menuAction();
+  }
+  QAction* action = ioMenu.addAction(CaptionOf(iEntry));
+  // Shown only: a menu that nothing leads to but the mouse listens to no keys outside.
+  action->setShortcut(QKeySequence(ToQt(iEntry.ShortCut()), QKeySequence::PortableText));
+  action->setShortcutVisibleInContextMenu(true);
+  QObject::connect(action, &QAction::triggered, this, [this, &iEntry] {
+    if (FActions.contains(&iEntry)) AsUser([&iEntry] { iEntry.Click(); });
+  });
+  return *action;
+}
+
+// What users typed has no letters that mean something to a menu.
+QString TPopupMenu::CaptionOf(const TMenuItem& iEntry) const {
+  QString caption = ToQt(iEntry.Caption()).simplified();
+  const int width = cMaxCaptionLetters * fontMetrics().averageCharWidth();
+  return ToQtVerbatim(FromQt(fontMetrics().elidedText(caption, Qt::ElideRight, width)));
+}
+
+void TPopupMenu::ControlChanged(TControl& iControl) {
+  const auto action = FActions.find(&iControl);
+  if (action == FActions.end()) return;
+  action->second->setEnabled(iControl.Enabled());
+  action->second->setVisible(iControl.Visible());
+}
+
+void TPopupMenu::ControlGone(TControl& iControl) {
+  const auto action = FActions.find(&iControl);
+  if (action == FActions.end()) return;
+  action->second->setEnabled(false);
+  FActions.erase(action);
+  std::erase_if(FEntries, [&](const TControl* iEntry) { return iEntry == &iControl; });
+  if (FEntries.empty()) close();
+}
+
+}  // namespace kk

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+#include "host/base/TString.h"
+
+namespace kk {
+
+/// A text as Qt's tool tips show it: word for word, since names come from users and from shops and
+/// are no markup, and in lines of readable length. An empty one is no tool tip.
+QString ToHint(TStringView iText);
+
+}  // namespace kk
