@@ -31,7 +31,9 @@ class ISearchSource : public IInterface {
   virtual TIntf<IIntegrationInfo> GetIntegrationInfo() const = 0;
   /// The panel that hosts the list; borrowed, null takes it back.
   virtual void SetContainer(TPanel* iPanel) = 0;
-  /// Registers all that another plug-in's GetIntegrations returned for this view.
+  /// Registers all that another plug-in's GetIntegrations returned for this view, and tells those
+  /// with INotifications of the results and of each change of the selection. IExplorerBarExtender
+  /// is the business of who shows the view.
   virtual void AddExtensions(const TIntf<IInterfaceList>& iExtensions) = 0;
   /// The results in the list and the user's selection among them; the same object always.
   virtual TIntf<ISearchResults> GetSearchResults() const = 0;

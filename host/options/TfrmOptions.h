@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/contract/IApplication.h"
 #include "host/contract/ISettingsExtender.h"
 #include "host/controls/TButton.h"
 #include "host/controls/TLabel.h"
@@ -17,9 +18,10 @@ namespace kk {
 /// shown. Main thread.
 class TfrmOptions final : public TfrmKKCommonBase {
  public:
-  /// Modal; true if it was ended with OK. Its pages are the host's own and those of all plug-ins of
-  /// this process (Plugins()) that offer ISettingsExtender.
-  static bool Display(TForm* iOwner);
+  /// Modal; true if it was ended with OK. Its pages are the host's own and those of plug-ins.
+  /// iApplication shows the pop-up by which a user tries them; it may be absent.
+  static bool Display(TForm* iOwner, const std::vector<TIntf<ISettingsExtender>>& iExtenders,
+                      const TIntf<IApplication>& iApplication);
 
   /// iNodes: the pages, in the order in which they stand.
   TfrmOptions(TForm* iOwner, const std::vector<TIntf<ISettingsNode>>& iNodes);
@@ -32,7 +34,8 @@ class TfrmOptions final : public TfrmKKCommonBase {
   TOptionsPage* SelectedPage() const { return FSelected; }
 
   TPanel pnlMain{this, u"pnlMain"};
-  TVirtualStringTree vstPages{&pnlMain, u"vstPages"};
+  TPanel pnlList{&pnlMain, u"pnlList"};
+  TVirtualStringTree vstPages{&pnlList, u"vstPages"};
   TPanel pnlRight{&pnlMain, u"pnlRight"};
   TLabel lblCaption{&pnlRight, u"lblCaption"};
   TPanel pnlPages{&pnlRight, u"pnlPages"};

@@ -38,9 +38,6 @@ TSearchTab::~TSearchTab() {
   FContainer.SetVisible(false);
   Guarded(u"TSearchTab.Cancel", [this] { FSource->Cancel(); });
   Guarded(u"TSearchTab.SetOnSelectionChanged", [this] { FSource->SetOnSelectionChanged({}); });
-  for (const TIntf<INotifications>& extension : FNotifications) {
-    Guarded(u"TSearchTab.SetSearchResults", [&] { extension->SetSearchResults({}); });
-  }
   Guarded(u"TSearchTab.ReleaseSearch", [this] { FSource->ReleaseSearch(); });
   Guarded(u"TSearchTab.SetContainer", [this] { FSource->SetContainer(nullptr); });
 }
@@ -50,10 +47,6 @@ void TSearchTab::AddExtensions(const TIntf<IInterfaceList>& iExtensions) {
   for (int i = 0; i < iExtensions->GetCount(); ++i) {
     if (auto extender = GetAs<IExplorerBarExtender>(*iExtensions, i)) {
       FExplorerBarExtenders.push_back(std::move(extender));
-    }
-    if (auto notifications = GetAs<INotifications>(*iExtensions, i)) {
-      notifications->SetSearchResults(FSource->GetSearchResults());
-      FNotifications.push_back(std::move(notifications));
     }
   }
 }
@@ -127,9 +120,6 @@ void TSearchTab::DoHeadClick(TObject*) {
 }
 
 void TSearchTab::DoSelectionChanged(TObject*) {
-  for (const TIntf<INotifications>& extension : FNotifications) {
-    Guarded(u"TSearchTab.SelectionChanged", [&] { extension->SelectionChanged(); });
-  }
   if (FOnSelectionChanged) FOnSelectionChanged(this);
 }
 

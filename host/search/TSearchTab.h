@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "host/contract/IExplorerBarExtender.h"
-#include "host/contract/INotifications.h"
 #include "host/contract/ISearchSource.h"
 #include "host/controls/TKK5SkinHeaderItemTabExt.h"
 #include "host/controls/TPanel.h"
@@ -48,7 +47,7 @@ class TSearchTab : public TObject {
   void SetOnSelect(TNotifyEvent iEvent) { FOnSelect = iEvent; }
   /// The search has begun or come to its end.
   void SetOnState(TNotifyEvent iEvent) { FOnState = iEvent; }
-  /// The selection in the list is another one, and the extensions have been told.
+  /// The selection in the list is another one, and the source has told the extensions.
   void SetOnSelectionChanged(TNotifyEvent iEvent) { FOnSelectionChanged = iEvent; }
 
  private:
@@ -64,7 +63,6 @@ class TSearchTab : public TObject {
   TKK5SkinHeaderItemTabExt FHead;
   TPanel FContainer;
   std::vector<TIntf<IExplorerBarExtender>> FExplorerBarExtenders;
-  std::vector<TIntf<INotifications>> FNotifications;
   TSearchState FState = TSearchState::ssNone;
   std::vector<TString> FProblems;
   TNotifyEvent FOnSelect;

@@ -33,6 +33,10 @@ class TFakeSearchSource : public TInterfaced<ISearchSource> {
   void AddExtensions(const TIntf<IInterfaceList>& iExtensions) override {
     if (ExtensionsFail) throw Exception(u"Erweiterung kaputt");
     Extensions.push_back(iExtensions);
+    for (int i = 0; i < iExtensions->GetCount(); ++i) {
+      Notifications.push_back(GetAs<INotifications>(*iExtensions, i));
+      Notifications.back()->SetSearchResults(TIntf<ISearchResults>(Results));
+    }
   }
   TIntf<ISearchResults> GetSearchResults() const override {
     if (ResultsFail) throw Exception(u"Liste kaputt");
@@ -54,12 +58,14 @@ class TFakeSearchSource : public TInterfaced<ISearchSource> {
   void Finish(TStringView iProblem = {}) { OnFinished(nullptr, iProblem); }
   void Select(const std::vector<TIntf<ISearchResult>>& iResults) {
     Results->Select(iResults);
+    for (const auto& extension : Notifications) extension->SelectionChanged();
     OnSelectionChanged(nullptr);
   }
 
   TString Prompt = u"Adressen, eine in jeder Zeile";
   TPanel* Container = nullptr;
   std::vector<TIntf<IInterfaceList>> Extensions;
+  std::vector<TIntf<INotifications>> Notifications;
   TIntf<TFakeSearchResults> Results = MakeIntf<TFakeSearchResults>();
   std::vector<std::string> Texts;  ///< of the searches
   std::vector<std::string> Calls;
@@ -84,7 +90,6 @@ class TFakeExtension : public TInterfaced<INotifications, IExplorerBarExtender> 
   TIntf<ISearchResults> GetSearchResults() const override { return Results; }
   void SetSearchResults(const TIntf<ISearchResults>& iResults) override { Results = iResults; }
   void SelectionChanged() override {
-    if (Fails) throw Exception(u"Auswahl kaputt");
     ++Changes;
     ShowLink();
   }
