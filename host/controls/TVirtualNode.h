@@ -43,6 +43,9 @@ class TVirtualNode : public TObject {
   /// Whether its children show. A node that has none is not expanded; what was said before holds
   /// again when it gets some.
   bool Expanded() const { return FExpanded && GetCount() > 0; }
+  /// Whether it has a check box; it has none at first.
+  bool HasCheckBox() const { return FHasCheckBox; }
+  bool Checked() const { return FChecked; }
   /// Whether all that it stands in is expanded.
   bool IsShown() const;
   /// Whether it is the other node or stands below it.
@@ -57,6 +60,8 @@ class TVirtualNode : public TObject {
   TVirtualNode* FNextWithObject = nullptr;
   int64_t FOrder = 0;  // rises along the list that it is in
   bool FExpanded = false;
+  bool FHasCheckBox = false;
+  bool FChecked = false;
   TLstVirtualNode FChildren;
 };
 

@@ -284,6 +284,32 @@ bool TVirtualStringTree::CollapseNode(TVirtualNode& iNode) {
   return AsUser([&] { return Toggle(iNode, false); });
 }
 
+void TVirtualStringTree::SetHasCheckBox(TVirtualNode& iNode, bool iHasCheckBox) {
+  if (std::exchange(iNode.FHasCheckBox, iHasCheckBox) != iHasCheckBox) Tell(iNode);
+}
+
+void TVirtualStringTree::SetChecked(TVirtualNode& iNode, bool iChecked) {
+  if (std::exchange(iNode.FChecked, iChecked) != iChecked) Tell(iNode);
+}
+
+bool TVirtualStringTree::CheckNode(TVirtualNode& iNode) {
+  return AsUser([&] { return ToggleCheck(iNode); });
+}
+
+bool TVirtualStringTree::ToggleCheck(TVirtualNode& iNode) {
+  if (!iNode.HasCheckBox() || !iNode.IsShown()) return false;
+  const TPointer pointer(*this, &iNode);
+  GoTo(iNode);
+  if (FNodeUnderPointer == nullptr) return true;  // it has died in the event
+  SetChecked(iNode, !iNode.Checked());
+  if (FOnChecked) FOnChecked(this, iNode);
+  return true;
+}
+
+bool TVirtualStringTree::UseKey(char16_t iKey) {
+  return iKey == cKeySpace && FFocusedNode != nullptr && ToggleCheck(*FFocusedNode);
+}
+
 bool TVirtualStringTree::DoubleClick(TVirtualNode* iNode) {
   return AsUser([&] {
     if (iNode != nullptr && !iNode->IsShown()) return false;

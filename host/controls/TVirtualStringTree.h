@@ -63,6 +63,9 @@ class TVirtualStringTree : public TControl {
   void SetFocusedNode(TVirtualNode* iNode);
   /// Raises no event.
   void SetExpanded(TVirtualNode& iNode, bool iExpanded);
+  /// Gives the node a check box, or takes it away. Raises no event, as the next one.
+  void SetHasCheckBox(TVirtualNode& iNode, bool iHasCheckBox);
+  void SetChecked(TVirtualNode& iNode, bool iChecked);
   /// Expands what it stands in, as the user would, with the events.
   void ScrollIntoView(TVirtualNode& iNode);
 
@@ -89,6 +92,9 @@ class TVirtualStringTree : public TControl {
   /// The user expands or collapses it; false if it has no children.
   bool ExpandNode(TVirtualNode& iNode);
   bool CollapseNode(TVirtualNode& iNode);
+  /// The user ticks the node's check box or clears it, by a click or the space bar, and goes to the
+  /// node; false for a node without one.
+  bool CheckNode(TVirtualNode& iNode);
   /// The user has clicked twice on the node, or beside all of them: goes to it, expands or
   /// collapses it, and raises OnDblClick.
   bool DoubleClick(TVirtualNode* iNode);
@@ -106,6 +112,7 @@ class TVirtualStringTree : public TControl {
   void SetOnFocusChanged(TNotifyEvent iEvent) { FOnFocusChanged = iEvent; }
   void SetOnExpanded(TNodeEvent iEvent) { FOnExpanded = iEvent; }
   void SetOnCollapsed(TNodeEvent iEvent) { FOnCollapsed = iEvent; }
+  void SetOnChecked(TNodeEvent iEvent) { FOnChecked = iEvent; }
   void SetOnDblClick(TNotifyEvent iEvent) { FOnDblClick = iEvent; }
   void SetOnContextPopup(TNotifyEvent iEvent) { FOnContextPopup = iEvent; }
 
@@ -113,6 +120,9 @@ class TVirtualStringTree : public TControl {
   void SetTreeObserver(ITreeObserver* iObserver) { FTreeObserver = iObserver; }
 
   bool AcceptsFocus() const override { return true; }
+
+ protected:
+  bool UseKey(char16_t iKey) override;
 
  private:
   class TChanging;
@@ -133,6 +143,7 @@ class TVirtualStringTree : public TControl {
   void Reorder(TVirtualNode& ioParent, const TOrder& iOrder);
   void SetExpandedAndTell(TVirtualNode& iNode, bool iExpanded);
   bool Toggle(TVirtualNode& iNode, bool iExpanded);
+  bool ToggleCheck(TVirtualNode& iNode);
   void GoTo(TVirtualNode& iNode);
 
   TVirtualNode FRoot{nullptr, nullptr};
@@ -152,6 +163,7 @@ class TVirtualStringTree : public TControl {
   TNotifyEvent FOnFocusChanged;
   TNodeEvent FOnExpanded;
   TNodeEvent FOnCollapsed;
+  TNodeEvent FOnChecked;
   TNotifyEvent FOnDblClick;
   TNotifyEvent FOnContextPopup;
   ITreeObserver* FTreeObserver = nullptr;

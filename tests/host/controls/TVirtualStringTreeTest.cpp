@@ -38,6 +38,9 @@ class TLogic {
   }
   void Expanded(TObject*, TVirtualNode& iNode) { Note("expanded " + Name(&iNode)); }
   void Collapsed(TObject*, TVirtualNode& iNode) { Note("collapsed " + Name(&iNode)); }
+  void Checked(TObject*, TVirtualNode& iNode) {
+    Note((iNode.Checked() ? "checked " : "cleared ") + Name(&iNode));
+  }
   void DblClick(TObject* Sender) {
     Note("double " + Name(dynamic_cast<TVirtualStringTree*>(Sender)->NodeUnderPointer()));
   }
@@ -124,6 +127,7 @@ struct TVirtualStringTreeTest : testing::Test {
     Tree.SetOnExpanded(TNodeEvent::Of<&TLogic::Expanded>(&Logic));
     Tree.SetOnCollapsed(TNodeEvent::Of<&TLogic::Collapsed>(&Logic));
     Tree.SetOnDblClick(TNotifyEvent::Of<&TLogic::DblClick>(&Logic));
+    Tree.SetOnChecked(TNodeEvent::Of<&TLogic::Checked>(&Logic));
     Tree.SetOnContextPopup(TNotifyEvent::Of<&TLogic::ContextPopup>(&Logic));
     Model.Copy = TModel::Outline(Tree);
   }
@@ -526,6 +530,40 @@ TEST_F(TVirtualStringTreeTest, ADeletedLevelIsNotSorted) {
 TEST_F(TVirtualStringTreeTest, AcceptsTheFocusOfItsForm) {
   EXPECT_TRUE(Tree.TakeFocus());
   EXPECT_EQ(Form.FocusedControl(), &Tree);
+}
+
+TEST_F(TVirtualStringTreeTest, ANodeHasNoCheckBoxUntilItIsGivenOne) {
+  EXPECT_FALSE(NodeA.HasCheckBox());
+  EXPECT_FALSE(Tree.CheckNode(NodeA));
+  EXPECT_FALSE(NodeA.Checked());
+}
+
+TEST_F(TVirtualStringTreeTest, TheUserTicksACheckBoxAndGoesToItsNode) {
+  Tree.SetHasCheckBox(NodeA, true);
+  EXPECT_TRUE(Tree.CheckNode(NodeA));
+  EXPECT_TRUE(NodeA.Checked());
+  EXPECT_EQ(Tree.SelectedNode(), &NodeA);
+  EXPECT_EQ(Logic.Take(), (TNotes{"focus a", "checked a"}));
+  EXPECT_TRUE(Tree.PressKey(cKeySpace));
+  EXPECT_FALSE(NodeA.Checked());
+  EXPECT_EQ(Logic.Take(), TNotes{"cleared a"});
+}
+
+TEST_F(TVirtualStringTreeTest, TheProgramTicksACheckBoxWithoutAnEvent) {
+  Tree.SetHasCheckBox(NodeA, true);
+  Tree.SetChecked(NodeA, true);
+  EXPECT_TRUE(NodeA.Checked());
+  EXPECT_TRUE(Logic.Take().empty());
+}
+
+TEST_F(TVirtualStringTreeTest, ACheckBoxInADisabledTreeOrACollapsedNodeIsOutOfReach) {
+  Tree.SetHasCheckBox(NodeB, true);
+  Tree.SetExpanded(NodeA, false);
+  EXPECT_FALSE(Tree.CheckNode(NodeB));
+  Tree.SetHasCheckBox(NodeA, true);
+  Tree.SetEnabled(false);
+  EXPECT_FALSE(Tree.CheckNode(NodeA));
+  EXPECT_FALSE(NodeA.Checked() || NodeB.Checked());
 }
 
 // Against the plain walk, over many changes in an order that is the same at every run.
