@@ -1,0 +1,86 @@
+#include "apps/desktop/skin/TExplorerBarBinder.h"
+
+namespace kk {
+
+TExplorerBarBinder::TExplorerBarBinder(TSkin& ioSkin, TExplorerBar& ioBar)
+    : TBinderOf(ioSkin, ioBar, new QScrollArea),
+      FColumn(new QWidget),
+      FLayout(new QVBoxLayout(FColumn)) {
+  FLayout->setContentsMargins(0, 0, 0, 0);
+  FLayout->setSpacing(0);
+  FLayout->addStretch(1);
+  View().setWidget(FColumn);
+  View().setWidgetResizable(true);
+  View().setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  View().setFrameShape(QFrame::NoFrame);
+  View().setFocusPolicy(Qt::NoFocus);
+}
+
+void TExplorerBarBinder::Render() {
+  std::vector<TPlace> before = std::exchange(FPlaces, {});
+  int place = 0;
+  for (TKK5SkinExplorerGroup* group : Control().Groups()) {
+    const auto shown = std::find_if(before.begin(), before.end(), [group](const TPlace& iPlace) {
+      return iPlace.Group == group;
+    });
+    TExplorerGroupView* view = nullptr;
+    if (shown != before.end()) {
+      view = shown->View;
+      before.erase(shown);
+    } else {
+      view = ViewOf(*group);
+    }
+    if (FLayout->indexOf(view) != place) FLayout->insertWidget(place, view);
+    FPlaces.push_back({group, view});
+    view->ShowGroup(*group);
+    ++place;
+  }
+  for (const TPlace& gone : before) {
+    gone.View->hide();
+    gone.View->deleteLater();
+  }
+  SortFocus();
+}
+
+TExplorerGroupView* TExplorerBarBinder::ViewOf(const TKK5SkinExplorerGroup& iGroup) {
+  const auto onTitle = [this, group = &iGroup] {
+    TKK5SkinExplorerGroup* shown = FindGroup(group);
+    if (IsUser() && shown != nullptr) Enter([shown] { shown->ClickTitle(); });
+  };
+  const auto onLink = [this, group = &iGroup](const IExplorerBarItem* iItem) {
+    if (IsUser()) ClickLink(group, iItem);
+  };
+  return new TExplorerGroupView(FColumn, onTitle, onLink);
+}
+
+TKK5SkinExplorerGroup* TExplorerBarBinder::FindGroup(const TKK5SkinExplorerGroup* iGroup) const {
+  for (TKK5SkinExplorerGroup* group : Control().Groups()) {
+    if (group == iGroup) return group;
+  }
+  return nullptr;
+}
+
+void TExplorerBarBinder::ClickLink(const TKK5SkinExplorerGroup* iGroup,
+                                   const IExplorerBarItem* iItem) {
+  TKK5SkinExplorerGroup* group = FindGroup(iGroup);
+  if (group == nullptr) return;
+  for (const auto& item : group->Items()) {
+    if (item.Get() != iItem) continue;
+    Enter([&] { group->ClickItem(item); });
+    return;
+  }
+}
+
+// Links that came later stand where they are seen, not behind everything else in the window.
+void TExplorerBarBinder::SortFocus() {
+  std::vector<QWidget*> chain;
+  for (const TPlace& place : FPlaces) {
+    for (QWidget* widget : place.View->FocusChain()) chain.push_back(widget);
+  }
+  if (chain == FChain) return;
+  FChain = chain;
+  QWidget* before = &View();
+  for (QWidget* widget : chain) QWidget::setTabOrder(std::exchange(before, widget), widget);
+}
+
+}  // namespace kk
