@@ -10,6 +10,9 @@ namespace kk {
 class TDataFileGuard : public TObject {
  public:
   explicit TDataFileGuard(TStringView iFileName) : FFileName(iFileName) {}
+  const TString& FileName() const { return FFileName; }
+  /// The name with "~" for its last character.
+  TString BackupName() const;
 
   /// True if the file is missing and its backup (the name with "~" for its last character) is
   /// there.
@@ -26,7 +29,6 @@ class TDataFileGuard : public TObject {
   TString PutAsideIfDamaged() const;
 
  private:
-  TString BackupName() const;
   void Check() const;
 
   TString FFileName;
