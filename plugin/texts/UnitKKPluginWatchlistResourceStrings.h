@@ -203,6 +203,13 @@ inline constexpr TStringView _resAddSearchResultsCancel = u"Abbrechen";
 
 // The section: its commands and their questions.
 inline constexpr TStringView _resLoggingSenderForm = u"Form";
+inline constexpr TStringView _resNoItems =
+    u"Hier stehen später Ihre beobachteten Artikel.\r\n"
+    u"Suchen Sie im Bereich „Suchen“ nach einem Artikel und wählen Sie „Artikel beobachten...“.";
+inline constexpr TStringView _resLoggingAutoUpdateOnInterval =
+    u"Interval für autom. Aktualisieren abgelaufen. Aktualisiere Einträge...";
+inline constexpr TStringView _resLoggingAutoUpdateOnStartup =
+    u"Autom. Aktualisieren bei Programmstart ausgeführt...";
 inline constexpr TStringView _resNewCategoryName = u"Neu";
 inline constexpr TStringView _resCategoryNameExists =
     u"Der angegebene Kategoriename (%s) existiert bereits!\r\n"
@@ -327,7 +334,37 @@ inline constexpr TStringView _resRefusedIntoItself =
 inline constexpr TStringView _resRefusedTooDeep =
     u"Kategorien können höchstens %d Ebenen tief verschachtelt werden.";
 
+// Export and import.
+inline constexpr TStringView _resExportCaption = u"Beobachten (Export)";
+inline constexpr TStringView _resExportQuestion = u"Welche Daten sollen exportiert werden?";
+inline constexpr TStringView _resImportCaption = u"Beobachten (Import)";
+inline constexpr TStringView _resImportQuestion = u"Welche Daten sollen importiert werden?";
+inline constexpr TStringView _resExchangeRemindItems = u"Erinnerungen (%d vorhanden)";
+inline constexpr TStringView _resExchangeCategories = u"Kategorien (%d vorhanden)";
+inline constexpr TStringView _resExchangeIntegration = u"%s [%d Einträge vorhanden]";
+inline constexpr TStringView _resExchangeFileName = u"Beobachten.wch";
+inline constexpr TStringView _resExchangeFilter =
+    u"Beobachten-Dateien (*.wch)|*.wch|Alle Dateien (*.*)|*.*";
+inline constexpr TStringView _resExportNothing =
+    u"Es liegen keine Einträge vor, die exportiert werden können.";
+/// Followed by today's date in its short form.
+inline constexpr TStringView _resImportCategoryName = u"Import ";
+inline constexpr TStringView _resImportAskForCategoryCaption = u"Beobachten - Kategorie";
+inline constexpr TStringView _resImportAskForCategory =
+    u"Bitte wählen Sie eine Kategorie aus, in die die importierten Einträge eingefügt werden "
+    u"sollen:";
+inline constexpr TStringView _resImportProgressCaption = u"Import";
+inline constexpr TStringView _resImportSteps = u"Ermittle Schritte...";
+inline constexpr TStringView _resImportNewCategory = u"Verschiebe Einträge in neue Kategorie...";
+inline constexpr TStringView _resImportCategories = u"Übernehme Kategoriestruktur...";
+inline constexpr TStringView _resImportItems = u"Übernehme Einträge...";
+inline constexpr TStringView _resImportRemindItems = u"Übernehme Erinnerungen...";
+inline constexpr TStringView _resImportDescription = u"Erstellt durch Import am %s um %s";
+
 // What the section can't do yet.
+inline constexpr TStringView _resNoImportYet = u"Der Import ist noch nicht eingebaut.";
+inline constexpr TStringView _resNoExportYet = u"Der Export ist noch nicht eingebaut.";
+inline constexpr TStringView _resNoPrintYet = u"Das Drucken ist noch nicht eingebaut.";
 inline constexpr TStringView _resLoggingNoImport = u"Import ist noch nicht möglich: %s";
 inline constexpr TStringView _resLoggingNoMobileImport =
     u"Import von Kaufkobolde Mobile ist noch nicht möglich.";

@@ -1,0 +1,80 @@
+#include "persistence/exchange/TfrmKKWatchlistImport.h"
+
+#include "host/base/TClock.h"
+#include "host/controls/TfrmMessageDlg.h"
+#include "persistence/TWatchlistHandler.h"
+#include "persistence/exchange/TWatchlistFileLoaderImport.h"
+#include "persistence/exchange/TfrmKKWatchlistImportAskForCategory.h"
+#include "persistence/exchange/TfrmWatchlistImportProgress.h"
+
+namespace kk {
+
+TfrmKKWatchlistImport::TfrmKKWatchlistImport(TForm* iOwner)
+    : TfrmKKWatchlistExchange(iOwner, u"TfrmKKWatchlistImport", _resImportCaption,
+                              _resImportQuestion),
+      FLstCategory(std::make_unique<TLstWatchlistCategory>(true)),
+      FLstRemindItem(std::make_unique<TLstRemindItem>(true)) {}
+
+bool TfrmKKWatchlistImport::Display(TForm* iOwner) {
+  TfrmKKWatchlistImport form(iOwner);
+  if (!form.LoadData({})) return false;
+  form.ShowData();
+  return form.ShowModal() == cModalOK;
+}
+
+bool TfrmKKWatchlistImport::ExecuteInBackground(TStringView iFileName) {
+  TfrmKKWatchlistImport form(nullptr);
+  if (!form.LoadData(iFileName)) return false;
+  form.ShowData();
+  form.btnOKClick(nullptr);
+  return form.ModalResult() == cModalOK;
+}
+
+bool TfrmKKWatchlistImport::LoadData(TStringView iFileName) {
+  TString fileName(iFileName);
+  if (fileName.empty()) {
+    TOpenDialog dialog = FileDialog();
+    dialog.FileMustExist = true;
+    if (!dialog.Execute()) return false;
+    fileName = dialog.FileName;
+    RememberFolderOf(fileName);
+  }
+  bool loaded = false;
+  try {
+    FLstCategory = std::make_unique<TLstWatchlistCategory>(true);
+    FLstRemindItem = std::make_unique<TLstRemindItem>(true);
+    TWatchlistFileLoaderImport loader(fileName);
+    loaded = loader.LoadFromFile(*FLstCategory, *FLstRemindItem, Handler()->LstIntegration());
+    FIncludedCategories = loader.HasCategories();
+  } catch (const std::exception& e) {
+    MessageDlg(MessageOf(e), TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
+  }
+  return loaded;
+}
+
+void TfrmKKWatchlistImport::ShowData() {
+  ShowIntegrations(*FLstCategory);
+  ShowRemindItems(FLstRemindItem->GetCount());
+  TLstWatchlistCategory categories(false);
+  if (FIncludedCategories) FLstCategory->GetCategories(categories, true);
+  ShowCategories(categories.GetCount(), FIncludedCategories);
+  chckbxCategories.SetEnabled(FIncludedCategories);
+  SwitchOKButton();
+}
+
+void TfrmKKWatchlistImport::btnOKClick(TObject* Sender) {
+  TImportData data;
+  if (!WantsCategories()) {
+    data.NewCategoryName = TString(_resImportCategoryName) + ShortDateToStr(Now());
+    if (!TfrmKKWatchlistImportAskForCategory::Display(this, data.NewCategoryName)) return;
+  }
+  TLstWatchlistIntegration chosen(false);
+  for (TWatchlistIntegration* record : CheckedIntegrations()) chosen.Add(*record);
+  data.LstCategory = FLstCategory.get();
+  data.LstRemindItem = WantsRemindItems() ? FLstRemindItem.get() : nullptr;
+  data.LstIntegration = &chosen;
+  const bool done = TfrmWatchlistImportProgress::Display(this, data, Sender == nullptr);
+  SetModalResult(done ? cModalOK : cModalCancel);
+}
+
+}  // namespace kk

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "persistence/exchange/TfrmKKWatchlistExchange.h"
+#include "reminders/TLstRemindItem.h"
+
+namespace kk {
+
+/// Takes a chosen part of an exported file into the watch list; the same without being seen, for
+/// the command line and for data that other programs hand over. The caller saves and shows the tree
+/// anew where the answer is true. Main thread.
+class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
+ public:
+  /// Modal: asks for the file first. True if the import went through.
+  static bool Display(TForm* iOwner);
+  /// Takes all that the file has; false if it can't be read or the import failed. Looks like a
+  /// mistake and is required: a file without categories brings up the one question for the category
+  /// all the same.
+  static bool ExecuteInBackground(TStringView iFileName);
+
+ private:
+  explicit TfrmKKWatchlistImport(TForm* iOwner);
+  /// With an empty name asks for the file.
+  bool LoadData(TStringView iFileName);
+  void ShowData();
+  void btnOKClick(TObject* Sender) override;
+
+  std::unique_ptr<TLstWatchlistCategory> FLstCategory;
+  std::unique_ptr<TLstRemindItem> FLstRemindItem;
+  bool FIncludedCategories = false;
+};
+
+}  // namespace kk
