@@ -1,11 +1,13 @@
 #include "apps/desktop/skin/TExplorerBarBinder.h"
 
+#include "apps/desktop/skin/QtOwned.h"
+
 namespace kk {
 
 TExplorerBarBinder::TExplorerBarBinder(TSkin& ioSkin, TExplorerBar& ioBar)
-    : TBinderOf(ioSkin, ioBar, new QScrollArea),
-      FColumn(new QWidget),
-      FLayout(new QVBoxLayout(FColumn)) {
+    : TBinderOf(ioSkin, ioBar, QtOwned<QScrollArea>()),
+      FColumn(QtOwned<QWidget>()),
+      FLayout(QtOwned<QVBoxLayout>(FColumn)) {
   FLayout->setContentsMargins(0, 0, 0, 0);
   FLayout->setSpacing(0);
   FLayout->addStretch(1);
@@ -39,7 +41,7 @@ void TExplorerBarBinder::Render() {
     gone.View->hide();
     gone.View->deleteLater();
   }
-  SortFocus();
+  if (std::exchange(FFocusParts, FocusParts()) != FFocusParts) TellFocusParts();
 }
 
 TExplorerGroupView* TExplorerBarBinder::ViewOf(const TKK5SkinExplorerGroup& iGroup) {
@@ -50,7 +52,7 @@ TExplorerGroupView* TExplorerBarBinder::ViewOf(const TKK5SkinExplorerGroup& iGro
   const auto onLink = [this, group = &iGroup](const IExplorerBarItem* iItem) {
     if (IsUser()) ClickLink(group, iItem);
   };
-  return new TExplorerGroupView(FColumn, onTitle, onLink);
+  return QtOwned<TExplorerGroupView>(FColumn, onTitle, onLink);
 }
 
 TKK5SkinExplorerGroup* TExplorerBarBinder::FindGroup(const TKK5SkinExplorerGroup* iGroup) const {
@@ -71,16 +73,12 @@ void TExplorerBarBinder::ClickLink(const TKK5SkinExplorerGroup* iGroup,
   }
 }
 
-// Links that came later stand where they are seen, not behind everything else in the window.
-void TExplorerBarBinder::SortFocus() {
-  std::vector<QWidget*> chain;
+std::vector<QWidget*> TExplorerBarBinder::FocusParts() const {
+  std::vector<QWidget*> parts;
   for (const TPlace& place : FPlaces) {
-    for (QWidget* widget : place.View->FocusChain()) chain.push_back(widget);
+    for (QWidget* widget : place.View->FocusParts()) parts.push_back(widget);
   }
-  if (chain == FChain) return;
-  FChain = chain;
-  QWidget* before = &View();
-  for (QWidget* widget : chain) QWidget::setTabOrder(std::exchange(before, widget), widget);
+  return parts;
 }
 
 }  // namespace kk

@@ -15,6 +15,9 @@ class TExplorerBarBinder final : public TBinderOf<TExplorerBar, QScrollArea> {
  public:
   TExplorerBarBinder(TSkin& ioSkin, TExplorerBar& ioBar);
 
+  /// Titles and links, which come and go.
+  std::vector<QWidget*> FocusParts() const override;
+
  protected:
   void Render() override;
 
@@ -28,12 +31,11 @@ class TExplorerBarBinder final : public TBinderOf<TExplorerBar, QScrollArea> {
   TExplorerGroupView* ViewOf(const TKK5SkinExplorerGroup& iGroup);
   TKK5SkinExplorerGroup* FindGroup(const TKK5SkinExplorerGroup* iGroup) const;
   void ClickLink(const TKK5SkinExplorerGroup* iGroup, const IExplorerBarItem* iItem);
-  void SortFocus();
 
   QWidget* FColumn;      // the view's
   QVBoxLayout* FLayout;  // the column's
   std::vector<TPlace> FPlaces;
-  std::vector<QWidget*> FChain;
+  std::vector<QWidget*> FFocusParts;
 };
 
 }  // namespace kk

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QToolButton>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawings.h"
 #include "apps/desktop/skin/TLinkButton.h"
@@ -15,9 +16,9 @@ namespace kk {
 TExplorerGroupView::TExplorerGroupView(QWidget* iParent, std::function<void()> iOnTitle,
                                        std::function<void(const IExplorerBarItem*)> iOnLink)
     : QWidget(iParent),
-      FTitle(new QToolButton(this)),
-      FBody(new QWidget(this)),
-      FGrid(new QGridLayout(FBody)),
+      FTitle(QtOwned<QToolButton>(this)),
+      FBody(QtOwned<QWidget>(this)),
+      FGrid(QtOwned<QGridLayout>(FBody)),
       FOnLink(std::move(iOnLink)) {
   FTitle->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   FTitle->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -31,7 +32,7 @@ TExplorerGroupView::TExplorerGroupView(QWidget* iParent, std::function<void()> i
   FGrid->setContentsMargins(2 * space, space, space, 2 * space);
   FGrid->setHorizontalSpacing(2 * space);
   FGrid->setVerticalSpacing(space);
-  auto* column = new QVBoxLayout(this);
+  auto* column = QtOwned<QVBoxLayout>(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
   column->addWidget(FTitle);
@@ -104,7 +105,7 @@ void TExplorerGroupView::MakeWidgets(TRow& ioRow) {
   using enum TExplorerBarItemKind;
   switch (ioRow.Kind) {
     case ikLink: {
-      auto* link = new TLinkButton(FBody);
+      auto* link = QtOwned<TLinkButton>(FBody);
       connect(link, &QAbstractButton::clicked, this, [this, item = ioRow.Item] { FOnLink(item); });
       ioRow.First = link;
       return;
@@ -118,7 +119,7 @@ void TExplorerGroupView::MakeWidgets(TRow& ioRow) {
       ioRow.First = NewLabel();
       return;
     case ikSeparator: {
-      auto* line = new QFrame(FBody);
+      auto* line = QtOwned<QFrame>(FBody);
       line->setFrameShape(QFrame::HLine);
       line->setFrameShadow(QFrame::Sunken);
       ioRow.First = line;
@@ -128,7 +129,7 @@ void TExplorerGroupView::MakeWidgets(TRow& ioRow) {
 }
 
 QLabel* TExplorerGroupView::NewLabel() {
-  auto* label = new QLabel(FBody);
+  auto* label = QtOwned<QLabel>(FBody);
   label->setTextFormat(Qt::PlainText);
   label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   return label;
@@ -165,12 +166,12 @@ void TExplorerGroupView::Place() {
   }
 }
 
-std::vector<QWidget*> TExplorerGroupView::FocusChain() const {
-  std::vector<QWidget*> chain{FTitle};
+std::vector<QWidget*> TExplorerGroupView::FocusParts() const {
+  std::vector<QWidget*> parts{FTitle};
   for (const TRow& row : FRows) {
-    if (row.Kind == TExplorerBarItemKind::ikLink) chain.push_back(row.First);
+    if (row.Kind == TExplorerBarItemKind::ikLink) parts.push_back(row.First);
   }
-  return chain;
+  return parts;
 }
 
 }  // namespace kk

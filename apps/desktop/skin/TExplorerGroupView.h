@@ -23,7 +23,7 @@ class TExplorerGroupView final : public QWidget {
 
   void ShowGroup(const TKK5SkinExplorerGroup& iGroup);
   /// What the keyboard reaches, from top to bottom.
-  std::vector<QWidget*> FocusChain() const;
+  std::vector<QWidget*> FocusParts() const;
   /// How often items came, went or changed their places; how often one changed its looks.
   int LayoutCount() const { return FLayouts; }
   int ItemCount() const { return FItemChanges; }

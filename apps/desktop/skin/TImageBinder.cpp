@@ -1,11 +1,12 @@
 #include "apps/desktop/skin/TImageBinder.h"
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/TDrawings.h"
 
 namespace kk {
 
 TImageBinder::TImageBinder(TSkin& ioSkin, TImage& ioImage)
-    : TBinderOf(ioSkin, ioImage, new QToolButton) {
+    : TBinderOf(ioSkin, ioImage, QtOwned<QToolButton>()) {
   View().setAutoRaise(true);
   View().setFocusPolicy(Qt::NoFocus);
   View().setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));

@@ -3,6 +3,7 @@
 #include <QActionGroup>
 
 #include "apps/desktop/skin/AsUser.h"
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/ToHint.h"
 
@@ -28,7 +29,8 @@ void TPopupMenu::Open(QWidget& ioParent, const TMenuItem& iMenu, const QPoint& i
 void TPopupMenu::Open(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries,
                       const QPoint& iGlobalPos) {
   if (iEntries.empty()) return;
-  auto* menu = new TPopupMenu(ioParent, iEntries);  // owned by its parent, and gone when it closes
+  auto* menu =
+      QtOwned<TPopupMenu>(ioParent, iEntries);  // owned by its parent, and gone when it closes
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->popup(iGlobalPos);
 }
@@ -53,7 +55,7 @@ void TPopupMenu::Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries) {
     action.setToolTip(ToHint(entry->Hint()));
     action.setCheckable(entry->Checked() || entry->Radio());
     if (entry->Radio()) {
-      if (choice == nullptr) choice = new QActionGroup(&ioMenu);
+      if (choice == nullptr) choice = QtOwned<QActionGroup>(&ioMenu);
       choice->addAction(&action);
     }
     action.setChecked(entry->Checked());

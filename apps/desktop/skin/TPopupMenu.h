@@ -20,10 +20,11 @@ class TPopupMenu final : public QMenu, private IControlObserver {
   static void Open(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries,
                    const QPoint& iGlobalPos);
 
+  /// Not shown yet.
+  TPopupMenu(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries);
   ~TPopupMenu() override;
 
  private:
-  TPopupMenu(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries);
   void ControlChanged(TControl& iControl) override;
   void ControlGone(TControl& iControl) override;
   void Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries);

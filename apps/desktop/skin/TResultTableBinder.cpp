@@ -5,10 +5,12 @@
 #include <QHelpEvent>
 #include <QToolTip>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/ShortCutOf.h"
 #include "apps/desktop/skin/TPopupMenu.h"
 #include "apps/desktop/skin/ToHint.h"
+#include "host/results/ShortCuts.h"
 
 namespace kk {
 
@@ -32,9 +34,9 @@ QItemSelection RunsOf(const std::vector<int>& iRows, const QAbstractItemModel& i
 }  // namespace
 
 TResultTableBinder::TResultTableBinder(TSkin& ioSkin, TResultTable& ioTable)
-    : TBinderOf(ioSkin, ioTable, new TResultTableView), FItems(ioTable) {
+    : TBinderOf(ioSkin, ioTable, QtOwned<TResultTableView>()), FItems(ioTable) {
   TResultTableView& view = View();
-  FDelegate = new TResultCellDelegate(&view, ioTable, FItems);
+  FDelegate = QtOwned<TResultCellDelegate>(&view, ioTable, FItems);
   view.setItemDelegate(FDelegate);
   view.setModel(&FItems);
   view.viewport()->installEventFilter(this);
@@ -55,6 +57,7 @@ TResultTableBinder::~TResultTableBinder() {
 }
 
 void TResultTableBinder::ConnectHeader() {
+  View().header()->setMaximumSectionSize(ToScreen(TResultColumn::cMaxWidth));
   const QHeaderView* header = View().header();
   OnUser(header, &QHeaderView::sectionClicked,
          [this](int iColumn) { Control().ClickHeader(iColumn); });
@@ -83,7 +86,7 @@ void TResultTableBinder::Render() {
   View().setAccessibleDescription(Control().GetCount() == 0 ? View().EmptyText() : QString());
   RenderColumns();
   RenderSelection();
-  View().viewport()->update();
+  if (WasTold()) View().viewport()->update();
 }
 
 void TResultTableBinder::RenderColumns() {
@@ -146,6 +149,13 @@ bool TResultTableBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
   if (iEvent->type() == QEvent::ContextMenu) {
     OpenMenu(static_cast<const QContextMenuEvent&>(*iEvent));
     return true;
+  }
+  if (iEvent->type() == QEvent::ShortcutOverride) {
+    const TString keys = ShortCutOf(static_cast<const QKeyEvent&>(*iEvent));
+    if (!keys.empty() && HasShortCut(Control().PopupEntries(), keys)) {
+      iEvent->accept();
+      return true;
+    }
   }
   if (iEvent->type() == QEvent::KeyPress && PressShortCut(static_cast<QKeyEvent&>(*iEvent))) {
     return true;
@@ -246,7 +256,7 @@ void TResultTableBinder::OpenMenu(const QContextMenuEvent& iEvent) {
 }
 
 void TResultTableBinder::OpenColumnMenu(const QPoint& iPos) {
-  auto* menu = new QMenu(&View());  // owned by the view, and gone when it closes
+  auto* menu = QtOwned<QMenu>(&View());  // owned by the view, and gone when it closes
   menu->setAttribute(Qt::WA_DeleteOnClose);
   for (const int column : Control().ColumnOrder()) {
     const TResultColumn& look = Control().Columns(column);

@@ -2,6 +2,7 @@
 
 #include <QStyle>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 
 namespace kk {
@@ -14,7 +15,7 @@ constexpr int cPanelLetters = 28;
 }  // namespace
 
 TStatusBarBinder::TStatusBarBinder(TSkin& ioSkin, TStatusBar& ioBar)
-    : TBinderOf(ioSkin, ioBar, new QFrame), FRow(new QHBoxLayout(&View())) {
+    : TBinderOf(ioSkin, ioBar, QtOwned<QFrame>()), FRow(QtOwned<QHBoxLayout>(&View())) {
   FRow->setContentsMargins(4, 2, 4, 2);
   View().setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
@@ -26,11 +27,11 @@ void TStatusBarBinder::Render() {
 }
 
 void TStatusBarBinder::AddPlace() {
-  auto* place = new QWidget(&View());
-  auto* row = new QHBoxLayout(place);
+  auto* place = QtOwned<QWidget>(&View());
+  auto* row = QtOwned<QHBoxLayout>(place);
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(0);
-  auto* text = new QLabel(place);
+  auto* text = QtOwned<QLabel>(place);
   text->setTextFormat(Qt::PlainText);
   row->addWidget(text);
   FRow->addWidget(place);

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QShortcut>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawings.h"
 #include "apps/desktop/skin/TPopupMenu.h"
@@ -13,9 +14,9 @@
 namespace kk {
 
 TTabStripBinder::TTabStripBinder(TSkin& ioSkin, TTabStrip& ioStrip)
-    : TBinderOf(ioSkin, ioStrip, new QWidget),
-      FBar(new QTabBar(&View())),
-      FChevron(new QToolButton(&View())) {
+    : TBinderOf(ioSkin, ioStrip, QtOwned<QWidget>()),
+      FBar(QtOwned<QTabBar>(&View())),
+      FChevron(QtOwned<QToolButton>(&View())) {
   FBar->setExpanding(false);
   FBar->setMovable(true);
   FBar->setUsesScrollButtons(true);
@@ -28,7 +29,7 @@ TTabStripBinder::TTabStripBinder(TSkin& ioSkin, TTabStrip& ioStrip)
   FChevron->setFocusPolicy(Qt::NoFocus);
   FChevron->setAccessibleName(QStringLiteral("Alle Reiter"));
   FChevron->setToolTip(FChevron->accessibleName());
-  auto* row = new QHBoxLayout(&View());
+  auto* row = QtOwned<QHBoxLayout>(&View());
   row->setContentsMargins(0, 0, 0, 0);
   row->setSpacing(0);
   row->addWidget(FBar, 1);
@@ -57,7 +58,7 @@ TTabStripBinder::TTabStripBinder(TSkin& ioSkin, TTabStrip& ioStrip)
 // From wherever the focus stands in the window; the strip asks whether it may.
 void TTabStripBinder::ConnectKeys() {
   const auto connectKeys = [this](const QKeySequence& iKeys, bool iForward) {
-    auto* keys = new QShortcut(iKeys, &View());
+    auto* keys = QtOwned<QShortcut>(iKeys, &View());
     OnUser(keys, &QShortcut::activated, [this, iForward] { Control().ChangeTab(iForward); });
   };
   connectKeys(Qt::CTRL | Qt::Key_Tab, true);

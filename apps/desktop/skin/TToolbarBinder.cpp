@@ -1,5 +1,6 @@
 #include "apps/desktop/skin/TToolbarBinder.h"
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawings.h"
 #include "apps/desktop/skin/ToHint.h"
@@ -7,7 +8,7 @@
 namespace kk {
 
 TToolbarBinder::TToolbarBinder(TSkin& ioSkin, TToolbar& ioToolbar)
-    : TBinderOf(ioSkin, ioToolbar, new QWidget), FRow(new QHBoxLayout(&View())) {
+    : TBinderOf(ioSkin, ioToolbar, QtOwned<QWidget>()), FRow(QtOwned<QHBoxLayout>(&View())) {
   FRow->setContentsMargins(0, 0, 0, 0);
   FRow->setSpacing(2);
   FRow->addStretch(1);
@@ -25,7 +26,7 @@ void TToolbarBinder::Render() {
 }
 
 TToolButtonBinder::TToolButtonBinder(TSkin& ioSkin, TToolButton& ioButton)
-    : TBinderOf(ioSkin, ioButton, new QToolButton) {
+    : TBinderOf(ioSkin, ioButton, QtOwned<QToolButton>()) {
   View().setAutoRaise(true);
   View().setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
   View().setFocusPolicy(Qt::TabFocus);

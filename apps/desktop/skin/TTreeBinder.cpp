@@ -3,16 +3,17 @@
 #include <QContextMenuEvent>
 #include <QSignalBlocker>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/TPopupMenu.h"
 #include "apps/desktop/skin/TRowDelegate.h"
 
 namespace kk {
 
 TTreeBinder::TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree)
-    : TBinderOf(ioSkin, ioTree, new QTreeView), FItems(ioTree) {
+    : TBinderOf(ioSkin, ioTree, QtOwned<QTreeView>()), FItems(ioTree) {
   QTreeView& view = View();
   view.setModel(&FItems);
-  view.setItemDelegate(new TRowDelegate(&view));
+  view.setItemDelegate(QtOwned<TRowDelegate>(&view));
   view.setUniformRowHeights(true);
   view.setHeaderHidden(true);
   view.setExpandsOnDoubleClick(false);  // the tree does it by itself
@@ -36,6 +37,10 @@ TTreeBinder::TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree)
   connect(&FItems, &QAbstractItemModel::dataChanged, this, &TTreeBinder::ShowExpansion);
   connect(&FItems, &QAbstractItemModel::modelReset, this,
           [this] { ShowExpansionBelow(Control().Root()); });
+  FItems.SetOnCheck([this](const QModelIndex& iIndex) {
+    TVirtualNode* node = TTreeItemModel::NodeAt(iIndex);
+    Enter([&] { Control().CheckNode(*node); });
+  });
   FItems.SetOnScrollIntoView([this](const QModelIndex& iIndex) { View().scrollTo(iIndex); });
   ShowExpansionBelow(ioTree.Root());
 }
@@ -52,7 +57,7 @@ void TTreeBinder::Render() {
   if (selection.selectedIndexes() != QModelIndexList{selected}) {
     selection.select(selected, QItemSelectionModel::ClearAndSelect);
   }
-  View().viewport()->update();
+  if (WasTold()) View().viewport()->update();
 }
 
 // Rows that come and go move the view's selection before the tree's own has moved.

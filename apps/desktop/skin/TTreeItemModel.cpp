@@ -70,6 +70,9 @@ QVariant TTreeItemModel::Look(TVirtualNode& iNode, int iRole) const {
       return ToQt(FTree->Text(iNode));
     case Qt::ToolTipRole:
       return ToHint(FTree->Hint(iNode));
+    case Qt::CheckStateRole:
+      if (!iNode.HasCheckBox()) return {};
+      return static_cast<int>(iNode.Checked() ? Qt::Checked : Qt::Unchecked);
     case Qt::DecorationRole: {
       const int image = FTree->ImageIndex(iNode);
       if (image < 0 || image >= static_cast<int>(FTree->Images().size())) return {};
@@ -78,6 +81,19 @@ QVariant TTreeItemModel::Look(TVirtualNode& iNode, int iRole) const {
     default:
       return {};
   }
+}
+
+Qt::ItemFlags TTreeItemModel::flags(const QModelIndex& iIndex) const {
+  Qt::ItemFlags result = QAbstractItemModel::flags(iIndex);
+  result.setFlag(Qt::ItemIsUserCheckable,
+                 HasNodes() && iIndex.isValid() && NodeAt(iIndex)->HasCheckBox());
+  return result;
+}
+
+bool TTreeItemModel::setData(const QModelIndex& iIndex, const QVariant& /*iValue*/, int iRole) {
+  if (iRole != Qt::CheckStateRole || !HasNodes() || !iIndex.isValid() || !FOnCheck) return false;
+  FOnCheck(iIndex);
+  return true;
 }
 
 void TTreeItemModel::BeforeTreeChange(const TTreeChange& iChange) {

@@ -26,6 +26,8 @@ class TTreeItemModel final : public QAbstractItemModel, private ITreeObserver {
   /// Between the beginning and the end of a change: what views do by themselves then is nothing
   /// that the user has done.
   bool IsChanging() const { return FChanges > 0; }
+  /// The user wants the check box of a node to be the other way round.
+  void SetOnCheck(std::function<void(const QModelIndex&)> iEvent) { FOnCheck = std::move(iEvent); }
   /// Told of nodes that are to be seen.
   void SetOnScrollIntoView(std::function<void(const QModelIndex&)> iEvent) {
     FOnScrollIntoView = std::move(iEvent);
@@ -35,6 +37,9 @@ class TTreeItemModel final : public QAbstractItemModel, private ITreeObserver {
   QModelIndex parent(const QModelIndex& iIndex) const override;
   int rowCount(const QModelIndex& iParent = {}) const override;
   int columnCount(const QModelIndex& iParent = {}) const override;
+  Qt::ItemFlags flags(const QModelIndex& iIndex) const override;
+  /// Nothing but check boxes, and those by their event alone.
+  bool setData(const QModelIndex& iIndex, const QVariant& iValue, int iRole) override;
   QVariant data(const QModelIndex& iIndex, int iRole = Qt::DisplayRole) const override;
 
  private:
@@ -53,6 +58,7 @@ class TTreeItemModel final : public QAbstractItemModel, private ITreeObserver {
   TVirtualStringTree* FTree;
   int FChanges = 0;
   bool FResetting = false;
+  std::function<void(const QModelIndex&)> FOnCheck;
   std::function<void(const QModelIndex&)> FOnScrollIntoView;
 };
 
