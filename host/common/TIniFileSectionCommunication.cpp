@@ -97,6 +97,10 @@ int TIniFileSectionCommunication::GetNotifierPosition() const {
                      std::numeric_limits<int>::max());
 }
 
+void TIniFileSectionCommunication::SetNotifierPosition(int iPosition) {
+  WriteInteger(u"NotifierPosition", iPosition, 0);
+}
+
 TString TIniFileSectionCommunication::GetCalendarUrl() const {
   return ReadString(u"CalendarUrl", {});
 }

@@ -42,6 +42,7 @@ class TIniFileSectionCommunication : public TKKIniFileSectionBase {
 
   /// As it is stored; what a number means lies with the caller ("NotifierPosition").
   int GetNotifierPosition() const;
+  void SetNotifierPosition(int iPosition);
 
   /// The collection's address, http or https; empty for the folder.
   TString GetCalendarUrl() const;

@@ -26,7 +26,7 @@ constexpr TStringView cBody =
     u"\r\n"
     u"    %s\r\n"
     u"\r\n"
-    u"Im Terminal geben Sie ihn so ein:\r\n"
+    u"Geben Sie ihn in den Einstellungen auf der Seite \"E-Mail\" ein, im Terminal so:\r\n"
     u"\r\n"
     u"    kaufkobolde-cli settings confirm-email %s\r\n"
     u"\r\n"

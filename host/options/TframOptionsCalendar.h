@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/options/TframOptionsBase.h"
+
+namespace kk {
+
+/// The page "Kalender": where appointments go. What fails behind a button raises Exception.
+class TframOptionsCalendar final : public TframOptionsBase {
+ public:
+  TframOptionsCalendar();
+
+  TOptionsField Url{*this, u"CalendarUrl", u"A&dresse des Kalenders (CalDAV)", u"CalendarUrl",
+                    u"Die Adresse des Kalenders muss mit https:// oder http:// beginnen, ohne "
+                    u"Benutzer und Kennwort darin."};
+  TOptionsField User{*this, u"CalendarUser", u"Ben&utzer am Kalender", u"CalendarUser"};
+  TOptionsSecret Password{*this, u"CalendarPassword", u"&Kennwort am Kalender", u"&Entfernen",
+                          u"CalendarPassword"};
+  TOptionsField Folder{*this, u"CalendarFolder",
+                       u"O&rdner für Termine (.ics), wenn es keine Adresse gibt",
+                       u"CalendarFolder"};
+  TPanel pnlTest{this, u"pnlTest"};
+  TButton btnTest{&pnlTest, u"btnTest", u"&Testen"};
+  TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};
+
+ private:
+  void btnTestClick(TObject* Sender);
+};
+
+}  // namespace kk
