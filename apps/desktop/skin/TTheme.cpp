@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QToolTip>
+#include <utility>
 
 #include "apps/desktop/skin/TColorScheme.h"
 
@@ -18,7 +19,7 @@ struct TColors {
 constexpr TColors cLight = {0xFFF3F4F6, 0xFFFFFFFF, 0xFFF7F8FA, 0xFFEDEFF2, 0xFF1F2328,
                             0xFF8A9099, 0xFF2F6FB5, 0xFF1A5FA8, 0xFFFFFFE6};
 constexpr TColors cDark = {0xFF2B2D31, 0xFF1E2023, 0xFF25272B, 0xFF393C41, 0xFFE6E8EB,
-                           0xFF7D838C, 0xFF3A7BC8, 0xFF7FB4F0, 0xFF3F4248};
+                           0xFF7D838C, 0xFF3472BD, 0xFF7FB4F0, 0xFF3F4248};
 
 QPalette PaletteOf(const TColors& iColors) {
   using enum QPalette::ColorRole;
@@ -50,22 +51,29 @@ void Show(const QPalette& iPalette) {
 
 TTheme::TTheme(TThemeChoice iChoice, const std::string& iBusAddress) {
   if (iChoice != TThemeChoice::tcSystem) {
-    Show(iChoice == TThemeChoice::tcDark ? DarkPalette() : LightPalette());
+    Take(iChoice == TThemeChoice::tcDark ? DarkPalette() : LightPalette());
     return;
   }
   FScheme = std::make_unique<TColorScheme>(iBusAddress, [this](bool iDark) { Follow(iDark); });
   FScheme->Wait(cWait);
 }
 
-TTheme::~TTheme() {
-  FScheme.reset();
-  Show(QPalette());
+TTheme::~TTheme() { GiveBack(); }
+
+void TTheme::Follow(bool iDark) {
+  if (!iDark) return GiveBack();
+  if (!IsDark()) Take(DarkPalette());
+}
+
+void TTheme::Take(const QPalette& iPalette) {
+  FIsOurs = true;
+  Show(iPalette);
 }
 
 // Qt's default palette is what the platform theme gives.
-void TTheme::Follow(bool iDark) {
+void TTheme::GiveBack() {
+  if (!std::exchange(FIsOurs, false)) return;
   Show(QPalette());
-  if (iDark && !IsDark()) Show(DarkPalette());
 }
 
 bool TTheme::IsDark() {

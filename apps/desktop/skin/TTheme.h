@@ -33,7 +33,10 @@ class TTheme {
 
  private:
   void Follow(bool iDark);
+  void Take(const QPalette& iPalette);
+  void GiveBack();
 
+  bool FIsOurs = false;  // the application's palette is one of the two here
   std::unique_ptr<TColorScheme> FScheme;
 };
 
