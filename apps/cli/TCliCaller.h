@@ -8,12 +8,21 @@
 
 namespace kk {
 
-/// One command of a caller, executed in the process that stays. Main thread.
+/// The program that has the data and executes commands of others: "kaufkobolde-cli run", or the one
+/// with a window.
+enum class TCliHost { chRun, chWindow };
+
+/// One command of a caller, executed in the process that has the data. Main thread.
 class TCliCaller {
  public:
   /// All are borrowed; the context is that of the process.
-  TCliCaller(TCliContext& ioHost, TCliLog& ioLog, TCliPeer& ioPeer)
-      : FHost(ioHost), FLog(ioLog), FPeer(ioPeer), FConsole(ioPeer, ioHost.Console) {}
+  TCliCaller(TCliContext& ioContext, TCliLog& ioLog, THostPeer& ioPeer,
+             TCliHost iHost = TCliHost::chRun)
+      : FHost(iHost),
+        FContext(ioContext),
+        FLog(ioLog),
+        FPeer(ioPeer),
+        FConsole(ioPeer, ioContext.Console) {}
 
   /// Executes it, from the caller's folder, writes the list if it may have changed, and tells the
   /// caller how it ended. Raises nothing.
@@ -24,11 +33,14 @@ class TCliCaller {
  private:
   TCliExit Run();
   bool Run(const TCliArguments& iCall);
+  void CheckKind() const;
   void Check(const TCliArguments& iCall) const;
+  TString Name() const;
 
-  TCliContext& FHost;
+  const TCliHost FHost;
+  TCliContext& FContext;
   TCliLog& FLog;
-  TCliPeer& FPeer;
+  THostPeer& FPeer;
   TCliPeerConsole FConsole;
 };
 

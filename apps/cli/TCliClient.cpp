@@ -1,41 +1,24 @@
 #include "apps/cli/TCliClient.h"
 
-#include <poll.h>
-
 #include <chrono>
-#include <filesystem>
-#include <system_error>
 
 #include "host/base/Exception.h"
 
 namespace kk {
 namespace {
 
-using enum TCliMessage::TKind;
+using enum THostMessage::TKind;
 using TSteady = std::chrono::steady_clock;
 
 constexpr int cTurnMs = 50;
 constexpr auto cPatience = std::chrono::seconds(1);
 
-TString CurrentFolder() {
-  std::error_code error;
-  const auto folder = std::filesystem::current_path(error);
-  return error ? TString() : FromUtf8(folder.string());
-}
-
 }  // namespace
 
 int TCliClient::Run(const std::vector<TString>& iArguments) {
-  TCliMessage call;
-  call.Kind = Call;
-  call.Words = iArguments;
-  call.Folder = CurrentFolder();
+  THostMessage call = THostClient::First(Call, iArguments);
   call.IsInteractive = FConsole.IsInteractive();
-  const std::string line = call.ToLine();
-  if (line.size() > TCliMessage::cMaxLine) {
-    throw Exception(u"Der Aufruf ist zu lang für \"kaufkobolde-cli run\", das ihn ausführen soll.");
-  }
-  bool going = SendLine(line);
+  bool going = FHost.Send(call);
   bool answered = false;
   bool interrupted = false;
   const auto start = TSteady::now();
@@ -49,48 +32,28 @@ int TCliClient::Run(const std::vector<TString>& iArguments) {
     if (!answered && TSteady::now() - start > cPatience) {
       FConsole.Progress(u"Warten, bis ein anderer Befehl fertig ist ...");
     }
-    Wait();
-    going = FSocket.Receive(FInput) == TCliSocket::TEnd::None;
-    std::string answer;
-    while (TakeLine(FInput, answer)) {
-      const auto message = TCliMessage::FromLine(answer);
+    std::vector<THostMessage> messages;
+    going = FHost.Receive(cTurnMs, messages);
+    for (const THostMessage& message : messages) {
       answered = true;
-      if (!message) break;
-      if (!Take(*message)) return FExitCode;
+      if (!Take(message)) return FExitCode;
     }
   }
   FConsole.Progress({});
   FConsole.Complain(interrupted ? TString(u"Abgebrochen.")
-                                : TString(u"Fehler: \"kaufkobolde-cli run\", das den Befehl "
-                                          u"ausgeführt hat, ist nicht mehr da."));
+                                : TString(u"Fehler: Das Programm, das den Befehl ausgeführt hat, "
+                                          u"ist nicht mehr da."));
   return FExitCode;
 }
 
-void TCliClient::Wait() {
-  pollfd file = {FSocket.Descriptor(), POLLIN, 0};
-  poll(&file, 1, cTurnMs);
-}
-
-bool TCliClient::SendLine(const std::string& iLine) {
-  std::string_view rest = iLine;
-  while (!rest.empty()) {
-    size_t sent = 0;
-    if (FSocket.Send(rest, sent) == TCliSocket::TEnd::Closed) return false;
-    rest.remove_prefix(sent);
-    pollfd file = {FSocket.Descriptor(), POLLOUT, 0};
-    if (!rest.empty()) poll(&file, 1, cTurnMs);
-  }
-  return true;
-}
-
-bool TCliClient::Send(TCliMessage::TKind iKind, TStringView iText) {
-  TCliMessage message;
+bool TCliClient::Send(THostMessage::TKind iKind, TStringView iText) {
+  THostMessage message;
   message.Kind = iKind;
   message.Text = iText;
-  return Send(message);
+  return FHost.Send(message);
 }
 
-bool TCliClient::Take(const TCliMessage& iMessage) {
+bool TCliClient::Take(const THostMessage& iMessage) {
   switch (iMessage.Kind) {
     case Print:
       FConsole.Print(iMessage.Text);
@@ -101,7 +64,7 @@ bool TCliClient::Take(const TCliMessage& iMessage) {
     case Progress:
       FConsole.Progress(iMessage.Text);
       return true;
-    case TCliMessage::TKind::Ask:
+    case THostMessage::TKind::Ask:
     case AskSecret:
       Ask(iMessage);
       return true;
@@ -110,6 +73,7 @@ bool TCliClient::Take(const TCliMessage& iMessage) {
       FExitCode = iMessage.ExitCode;
       return false;
     case Call:
+    case Start:
     case Line:
     case EndOfInput:
     case Interrupt:
@@ -118,8 +82,8 @@ bool TCliClient::Take(const TCliMessage& iMessage) {
   return true;
 }
 
-void TCliClient::Ask(const TCliMessage& iQuestion) {
-  FConsole.LeaveQuestionsWith(FSocket.Descriptor());
+void TCliClient::Ask(const THostMessage& iQuestion) {
+  FConsole.LeaveQuestionsWith(FHost.Descriptor());
   const auto line = iQuestion.Kind == AskSecret ? FConsole.ReadSecret(iQuestion.Text)
                                                 : FConsole.ReadLine(iQuestion.Text);
   FConsole.LeaveQuestionsWith(-1);

@@ -10,7 +10,7 @@
 #include "apps/cli/TCliRemind.h"
 #include "apps/cli/TCliReminders.h"
 #include "apps/cli/TCliSettings.h"
-#include "apps/cli/TCliShop.h"
+#include "host/program/TExampleShop.h"
 #include "apps/cli/TCliShow.h"
 #include "apps/cli/TCliStructure.h"
 #include "apps/cli/TCliTest.h"
@@ -20,7 +20,7 @@ namespace kk {
 namespace {
 
 bool RunDemo(TCliContext& ioContext) {
-  TCliShop shop;
+  TExampleShop shop;
   return TCliDemo(ioContext, shop).Run();
 }
 

@@ -2,7 +2,7 @@
 
 #include "apps/cli/ICliConsole.h"
 #include "apps/cli/TCliFormHost.h"
-#include "apps/cli/TCliPlugins.h"
+#include "host/program/THostPlugins.h"
 
 namespace kk {
 
@@ -12,7 +12,7 @@ class TDeliveries;
 struct TCliContext {
   ICliConsole& Console;
   TCliFormHost& Forms;
-  TCliPlugins& Plugins;
+  THostPlugins& Plugins;
   TDeliveries* Deliveries = nullptr;  ///< null: what stands behind the doors is somebody else's
 };
 

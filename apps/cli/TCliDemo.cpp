@@ -2,7 +2,7 @@
 
 #include "apps/cli/TCliAdd.h"
 #include "apps/cli/TCliRefresh.h"
-#include "apps/cli/TCliShop.h"
+#include "host/program/TExampleShop.h"
 #include "apps/cli/TCliShow.h"
 #include "apps/cli/TerminalText.h"
 #include "host/common/TFileHelper.h"

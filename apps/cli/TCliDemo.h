@@ -6,12 +6,12 @@
 
 namespace kk {
 
-class TCliShop;
+class TExampleShop;
 
 /// "demo": watches three articles of the example shop while their prices change.
 class TCliDemo {
  public:
-  TCliDemo(TCliContext& ioContext, TCliShop& ioShop) : FContext(ioContext), FShop(ioShop) {}
+  TCliDemo(TCliContext& ioContext, TExampleShop& ioShop) : FContext(ioContext), FShop(ioShop) {}
   /// False if anything failed or the user has interrupted.
   bool Run();
 
@@ -26,7 +26,7 @@ class TCliDemo {
   void Conclude();
 
   TCliContext& FContext;
-  TCliShop& FShop;
+  TExampleShop& FShop;
 };
 
 }  // namespace kk

@@ -5,39 +5,39 @@
 namespace kk {
 namespace {
 
-using enum TCliMessage::TKind;
+using enum THostMessage::TKind;
 
 constexpr int cTurnMs = 50;
 
 }  // namespace
 
-void TCliPeerConsole::Send(TCliMessage::TKind iKind, TStringView iText) {
-  TCliMessage message;
+void TCliPeerConsole::Send(THostMessage::TKind iKind, TStringView iText) {
+  THostMessage message;
   message.Kind = iKind;
   message.Text = iText;
   FPeer.Send(message);
 }
 
-void TCliPeerConsole::Print(TStringView iLine) { Send(TCliMessage::TKind::Print, iLine); }
+void TCliPeerConsole::Print(TStringView iLine) { Send(THostMessage::TKind::Print, iLine); }
 
-void TCliPeerConsole::Complain(TStringView iLine) { Send(TCliMessage::TKind::Complain, iLine); }
+void TCliPeerConsole::Complain(TStringView iLine) { Send(THostMessage::TKind::Complain, iLine); }
 
 // It is told in every turn of a wait, and mostly the same.
 void TCliPeerConsole::Progress(TStringView iLine) {
   if (iLine == FProgress) return;
   FProgress = iLine;
-  Send(TCliMessage::TKind::Progress, iLine);
+  Send(THostMessage::TKind::Progress, iLine);
 }
 
 std::optional<TString> TCliPeerConsole::ReadLine(TStringView iPrompt) {
-  return Ask(TCliMessage::TKind::Ask, iPrompt);
+  return Ask(THostMessage::TKind::Ask, iPrompt);
 }
 
 std::optional<TString> TCliPeerConsole::ReadSecret(TStringView iPrompt) {
   return Ask(AskSecret, iPrompt);
 }
 
-std::optional<TString> TCliPeerConsole::Ask(TCliMessage::TKind iKind, TStringView iPrompt) {
+std::optional<TString> TCliPeerConsole::Ask(THostMessage::TKind iKind, TStringView iPrompt) {
   FPeer.ForgetAnswers();
   Send(iKind, iPrompt);
   while (!MustEnd() && !FPeer.IsInterrupted()) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "apps/cli/ICliConsole.h"
-#include "apps/cli/TCliPeer.h"
+#include "host/program/THostPeer.h"
 
 namespace kk {
 
@@ -10,7 +10,7 @@ namespace kk {
 class TCliPeerConsole : public ICliConsole {
  public:
   /// iHost: the console of this process. Both are borrowed.
-  TCliPeerConsole(TCliPeer& ioPeer, ICliConsole& ioHost) : FPeer(ioPeer), FHost(ioHost) {}
+  TCliPeerConsole(THostPeer& ioPeer, ICliConsole& ioHost) : FPeer(ioPeer), FHost(ioHost) {}
 
   void Print(TStringView iLine) override;
   void Complain(TStringView iLine) override;
@@ -25,11 +25,11 @@ class TCliPeerConsole : public ICliConsole {
   bool HostEnds();
 
  private:
-  void Send(TCliMessage::TKind iKind, TStringView iText);
-  std::optional<TString> Ask(TCliMessage::TKind iKind, TStringView iPrompt);
+  void Send(THostMessage::TKind iKind, TStringView iText);
+  std::optional<TString> Ask(THostMessage::TKind iKind, TStringView iPrompt);
   bool MustEnd() { return HostEnds() || FPeer.IsGone(); }
 
-  TCliPeer& FPeer;
+  THostPeer& FPeer;
   ICliConsole& FHost;
   bool FHostEnds = false;
   TString FProgress;

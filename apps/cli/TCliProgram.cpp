@@ -37,14 +37,10 @@ TCliExit RunSession(ICliConsole& ioConsole, const TCliArguments& iCall) {
 }
 
 // Another process has the folder. If it is one that stays, it answers the call.
-TCliExit RunElsewhere(ICliConsole& ioConsole, const TCliArguments& iCall,
-                      const std::vector<TString>& iWords, const ECliBusy& iBusy) {
+TCliExit RunElsewhere(ICliConsole& ioConsole, const std::vector<TString>& iWords,
+                      const EHostBusy& iBusy) {
   TCliClient client(ioConsole, HostFolders().Data);
   if (!client.IsConnected()) throw Exception(iBusy.Message());
-  if (iCall.IsCommand(u"run")) {
-    throw Exception(Format(u"\"kaufkobolde-cli run\" läuft für \"%s\" schon.",
-                           {ForTerminal(HostFolders().Data)}));
-  }
   return static_cast<TCliExit>(client.Run(iWords));
 }
 
@@ -74,8 +70,8 @@ TCliExit RunCall(ICliConsole& ioConsole, const std::vector<std::string>& iArgume
   GiveDemoAFolder(call);
   try {
     return RunSession(ioConsole, call);
-  } catch (const ECliBusy& e) {
-    return RunElsewhere(ioConsole, call, words, e);
+  } catch (const EHostBusy& e) {
+    return RunElsewhere(ioConsole, words, e);
   }
 }
 

@@ -37,7 +37,7 @@ constexpr auto cBetweenSaves = std::chrono::seconds(3);
 void TCliRun::Run() {
   FLog.Follow();
   TCliDue due(FContext);
-  TCliServer server(FFolder, MainLoop());
+  THostServer server(FFolder, MainLoop());
   TellWhatStands();
   const TTicking ticking(cTurnMs, [&] { DoTurn(due); });
   while (!MustEnd()) {
@@ -53,7 +53,7 @@ void TCliRun::Run() {
 
 bool TCliRun::MustEnd() { return FEnds || FContext.Console.TakeInterrupt(); }
 
-void TCliRun::AnswerCallers(TCliServer& ioServer) {
+void TCliRun::AnswerCallers(THostServer& ioServer) {
   while (!FEnds) {
     const auto peer = ioServer.TakeCaller();
     if (!peer) return;

@@ -4,7 +4,7 @@
 
 #include "apps/cli/TCliDue.h"
 #include "apps/cli/TCliLog.h"
-#include "apps/cli/TCliServer.h"
+#include "host/program/THostServer.h"
 
 namespace kk {
 
@@ -26,7 +26,7 @@ class TCliRun {
   /// Tells, saves and brings out what was printed. It is also called while a caller's command
   /// waits, for an answer that may take its time.
   void DoTurn(TCliDue& ioDue);
-  void AnswerCallers(TCliServer& ioServer);
+  void AnswerCallers(THostServer& ioServer);
   void Tell(TCliDue& ioDue);
   void SaveIfChanged();
 

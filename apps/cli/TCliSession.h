@@ -2,17 +2,14 @@
 
 #include <optional>
 
+#include "apps/cli/TCliApplication.h"
 #include "apps/cli/TCliArguments.h"
 #include "apps/cli/TCliContext.h"
-#include "apps/cli/TCliLock.h"
 #include "apps/cli/TCliLog.h"
 #include "apps/cli/TCliPopUps.h"
-#include "host/base/TInstalled.h"
-#include "host/common/TKKIniFile.h"
-#include "host/common/TLogFile.h"
-#include "host/common/TPackageLoader.h"
 #include "host/common/TQueueMainLoop.h"
-#include "host/delivery/TDeliveries.h"
+#include "host/program/THostServices.h"
+#include "host/program/THostSession.h"
 
 namespace kk {
 
@@ -42,30 +39,23 @@ class TCliSession {
   bool HasErrors() const { return FHasErrors; }
 
  private:
-  void LoadPackages();
+  void Begin(TCliApplication::TShowPopUp iShow);
   void GuardData();
   void TellOfBackup();
 
   ICliConsole& FConsole;
   const bool FRestoreBackup;
   // In the order in which they need each other.
-  TCliLock FLock;
-  TLogFile FLogFile;
-  TInstalled<ILogSink> FLogInstalled;
-  TKKIniFile FIniFile;
-  TInstalled<TKKIniFile> FIniFileInstalled;
+  THostServices FServices;
   TQueueMainLoop FLoop;
   TInstalled<TMainLoop> FLoopInstalled;
   TCliFormHost FForms;
   TInstalled<IFormHost> FFormsInstalled;
   TCliPopUps FPopUps;
-  TDeliveries FDeliveries;
-  TPackageLoader FLoader;
-  TCliPlugins FPlugins;
+  THostSession FHost;
   TCliContext FContext;
   /// What happens in the plug-ins is told to the user; it ends before the packages go.
   std::optional<TCliLog> FLog;
-  bool FStarted = false;
   bool FStays = false;
   bool FHasErrors = false;
 };

@@ -24,13 +24,13 @@ using testing::SizeIs;
 class TCliCallerTest : public testing::Test {
  protected:
   TCliCallerTest() {
-    World.Plugins.DeliverReminders([](const TForm&) {});
+    World.Show = [](const TForm&) {};
     World.Start();
     int ends[2];
     EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0);
-    Far = TCliSocket(ends[0]);
-    Peer = std::make_unique<TCliPeer>(TCliSocket(ends[1]), [] {});
-    Call.Kind = TCliMessage::TKind::Call;
+    Far = THostSocket(ends[0]);
+    Peer = std::make_unique<THostPeer>(THostSocket(ends[1]), [] {});
+    Call.Kind = THostMessage::TKind::Call;
   }
   /// Answers the exit code; what was printed and complained is in Lines.
   int Execute(std::vector<TString> iWords) {
@@ -52,17 +52,17 @@ class TCliCallerTest : public testing::Test {
     Far.Receive(bytes);
     std::string line;
     while (TakeLine(bytes, line)) {
-      const auto message = TCliMessage::FromLine(line);
-      if (message->Kind == TCliMessage::TKind::Exit) return message->ExitCode;
+      const auto message = THostMessage::FromLine(line);
+      if (message->Kind == THostMessage::TKind::Exit) return message->ExitCode;
       Lines.push_back(ToUtf8(message->Text));
     }
     return -1;
   }
 
   TCliWorld World;
-  TCliSocket Far;
-  std::unique_ptr<TCliPeer> Peer;
-  TCliMessage Call;
+  THostSocket Far;
+  std::unique_ptr<THostPeer> Peer;
+  THostMessage Call;
   std::string Behind;  ///< what comes right behind the call
   std::vector<std::string> Lines;
   bool HostEnds = false;
@@ -126,7 +126,7 @@ TEST_F(TCliCallerTest, AnErrorOnTheMainThreadIsTheCommands) {
 TEST_F(TCliCallerTest, WhoLeavesACommandDoesNotEndTheReminders) {
   World.List().NeverEnds = true;
   World.List().Item(u"Haus", u"Lampe", World.ShopId());
-  World.List().OnRequest = [this] { Far = TCliSocket(); };
+  World.List().OnRequest = [this] { Far = THostSocket(); };
   World.Loop.Post([this] {
     bool called = false;
     if (!Peer->Move(true, false, called)) Peer->HangUp();
@@ -164,7 +164,7 @@ TEST_F(TCliCallerTest, AFolderThatCanNotBeReachedIsTold) {
 
 TEST_F(TCliCallerTest, WhatIsAMatterOfTheStartIsRefused) {
   EXPECT_EQ(Execute({u"run"}), 1);
-  EXPECT_THAT(Lines, ElementsAre(HasSubstr("läuft hier schon")));
+  EXPECT_THAT(Lines, ElementsAre(HasSubstr("\"kaufkobolde-cli run\" läuft für")));
 }
 
 TEST_F(TCliCallerTest, ABackupIsNotRestoredUnderARunningList) {
@@ -178,15 +178,22 @@ TEST_F(TCliCallerTest, ThePlaceOfTheLogIsTold) {
 }
 
 TEST_F(TCliCallerTest, AnotherVersionIsRefused) {
-  Call.Version = TCliMessage::cVersion + 1;
+  Call.Version = THostMessage::cVersion + 1;
   EXPECT_EQ(Execute({u"list"}), 1);
   EXPECT_THAT(Lines, ElementsAre(HasSubstr("von einer anderen Version")));
 }
 
+TEST_F(TCliCallerTest, AWindowIsNotOpenedByAProgramThatHasNone) {
+  Call.Kind = THostMessage::TKind::Start;
+  EXPECT_EQ(Execute({u"-rem", u"http://127.0.0.1/"}), 1);
+  EXPECT_THAT(Lines, ElementsAre(HasSubstr("ist schon in \"kaufkobolde-cli run\" offen")));
+  EXPECT_THAT(World.List().Calls, IsEmpty());
+}
+
 TEST_F(TCliCallerTest, WhoHasLeftBeforeHisTurnGetsNothingDone) {
   World.List().Item(u"Haus", u"Lampe");
-  TCliMessage interrupt;
-  interrupt.Kind = TCliMessage::TKind::Interrupt;
+  THostMessage interrupt;
+  interrupt.Kind = THostMessage::TKind::Interrupt;
   Behind = interrupt.ToLine();
   EXPECT_EQ(Execute({u"delete", u"Lampe", u"--yes"}), 1);
   EXPECT_THAT(Lines, ElementsAre("Abgebrochen."));

@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "TFakeConsole.h"
-#include "apps/cli/TCliLock.h"
+#include "host/program/THostLock.h"
 #include "host/base/Exception.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TTempFolder.h"
@@ -117,13 +117,13 @@ TEST(TCliLog, NeedsNoLogBefore) {
   SetLogSink(before);
 }
 
-TEST(TCliLock, MakesTheFolderAndKeepsASecondOneOut) {
+TEST(THostLock, MakesTheFolderAndKeepsASecondOneOut) {
   TTempFolder folder;
   const TString data = folder.File(u"neu/daten");
   {
-    TCliLock lock(data);
+    THostLock lock(data);
     try {
-      TCliLock second(data);
+      THostLock second(data);
       ADD_FAILURE() << "two have it";
     } catch (const Exception& e) {
       EXPECT_EQ(e.Message(), u"Die Beobachtenliste in \"" + data +
@@ -131,19 +131,19 @@ TEST(TCliLock, MakesTheFolderAndKeepsASecondOneOut) {
                                  u"er fertig ist.");
     }
   }
-  TCliLock third(data);
+  THostLock third(data);
 }
 
-TEST(TCliLock, AFolderThatCanNotBeMadeIsTold) {
+TEST(THostLock, AFolderThatCanNotBeMadeIsTold) {
   TTempFolder folder;
   folder.Write(u"datei", "x");
-  EXPECT_THROW(TCliLock(folder.File(u"datei/daten")), EInOutError);
+  EXPECT_THROW(THostLock(folder.File(u"datei/daten")), EInOutError);
 }
 
-TEST(TCliLock, AFileThatCanNotBeMadeIsTold) {
+TEST(THostLock, AFileThatCanNotBeMadeIsTold) {
   TTempFolder folder;
   std::filesystem::create_directory(folder.Path() + "/kaufkobolde.lock");
-  EXPECT_THROW(TCliLock(FromUtf8(folder.Path())), EInOutError);
+  EXPECT_THROW(THostLock(FromUtf8(folder.Path())), EInOutError);
 }
 
 }  // namespace

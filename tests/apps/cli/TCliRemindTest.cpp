@@ -114,7 +114,7 @@ TEST_F(TCliRemindTest, OnlyWhatThisProgramDeliversNeedsItToRun) {
 
 TEST_F(TCliRemindTest, AHostThatDeliversNeedsNoHint) {
   TCliWorld world;
-  world.Plugins.DeliverReminders([](const TForm&) {});
+  world.Show = [](const TForm&) {};
   world.Start();
   world.List().Item(u"Haus", u"Lampe").EndTime = Clock.Now().PlusMs(cHour);
   TCliRemind(world.Context).Run(TCliArguments::Parse({u"remind", u"Lampe", u"--in", u"1m"}));

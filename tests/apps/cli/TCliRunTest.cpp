@@ -133,7 +133,7 @@ TEST_F(TCliRunTest, ACallThatAsksHoldsUpNeitherLinesNorWrites) {
   World.List().Reminder(World.List().Item(u"Haus", u"Lampe").Id, Clock.Now());
   World.List().Item(u"Haus", u"Uhr");
   World.List().UnsavedReminders = false;
-  const TCliSocket* line = nullptr;
+  const THostSocket* line = nullptr;
   std::function<void()> step = [&] {
     std::string bytes;
     line->Receive(bytes);
@@ -146,11 +146,11 @@ TEST_F(TCliRunTest, ACallThatAsksHoldsUpNeitherLinesNorWrites) {
       World.Console.Interrupt();
     });
   };
-  TCliSocket socket;
+  THostSocket socket;
   RunWithout([&] {
-    socket = TCliSocket::Connect(FromUtf8(Data.Path()));
-    TCliMessage call;
-    call.Kind = TCliMessage::TKind::Call;
+    socket = THostSocket::Connect(FromUtf8(Data.Path()));
+    THostMessage call;
+    call.Kind = THostMessage::TKind::Call;
     call.Words = {u"delete", u"Uhr"};
     call.IsInteractive = true;
     size_t sent = 0;

@@ -232,7 +232,8 @@ TEST_F(TCliGiveUpTest, CtrlCStopsTheWaysOutOfAProgramThatEndsAnyway) {
 }
 
 TEST_F(TCliGiveUpTest, AProgramThatStaysKeepsItsWaysOut) {
-  World.Plugins.DeliverReminders([](const TForm&) {});
+  World.Show = [](const TForm&) {};
+  World.Start();
   EXPECT_THAT(GiveUp(), HasSubstr("ton.wav wurde nicht abgespielt"));
   EXPECT_FALSE(AreStopped());
 }

@@ -1,4 +1,4 @@
-#include "apps/cli/TCliShop.h"
+#include "host/program/TExampleShop.h"
 
 #include <httplib.h>
 
@@ -77,7 +77,7 @@ std::string_view Template(TMarkup iMarkup) {
 
 }  // namespace
 
-class TCliShop::TServer {
+class TExampleShop::TServer {
  public:
   TServer() : FEnd(ToUtf8(DateTimeToIso(Now().PlusMs(cAuctionMs)))) {
     for (size_t i = 0; i < cArticles.size(); ++i) {
@@ -123,14 +123,14 @@ class TCliShop::TServer {
   std::thread FThread;
 };
 
-TCliShop::TCliShop() : FServer(std::make_unique<TServer>()) {}
-TCliShop::~TCliShop() = default;
+TExampleShop::TExampleShop() : FServer(std::make_unique<TServer>()) {}
+TExampleShop::~TExampleShop() = default;
 
-TString TCliShop::Address() const {
+TString TExampleShop::Address() const {
   return Format(u"http://%s:%d", {FromUtf8(cHost), FServer->Port()});
 }
 
-std::vector<TString> TCliShop::Articles() const {
+std::vector<TString> TExampleShop::Articles() const {
   std::vector<TString> result;
   for (const TArticle& article : cArticles) result.push_back(Address() + FromUtf8(article.Path));
   return result;

@@ -1,4 +1,4 @@
-#include "apps/cli/TCliMessage.h"
+#include "host/program/THostMessage.h"
 
 #include <array>
 #include <nlohmann/json.hpp>
@@ -11,27 +11,30 @@ namespace {
 using TJson = nlohmann::json;
 
 // By the numbers of the kinds.
-constexpr std::array<const char*, 10> cKinds = {"call",     "line",     "end", "interrupt", "print",
-                                                "complain", "progress", "ask", "asksecret", "exit"};
+constexpr std::array<const char*, 11> cKinds = {"call",      "start",     "line",     "end",
+                                                "interrupt", "print",     "complain", "progress",
+                                                "ask",       "asksecret", "exit"};
 
 TString Text(const TJson& iObject, const char* iKey) {
   return FromUtf8(iObject.value(iKey, std::string()));
 }
 
-std::optional<TCliMessage::TKind> KindOf(const std::string& iName) {
+std::optional<THostMessage::TKind> KindOf(const std::string& iName) {
   for (size_t i = 0; i < cKinds.size(); ++i) {
-    if (iName == cKinds[i]) return static_cast<TCliMessage::TKind>(i);
+    if (iName == cKinds[i]) return static_cast<THostMessage::TKind>(i);
   }
   return {};
 }
 
 }  // namespace
 
-std::string TCliMessage::ToLine() const {
+bool THostMessage::IsFirst() const { return Kind == TKind::Call || Kind == TKind::Start; }
+
+std::string THostMessage::ToLine() const {
   TJson object = {{"kind", cKinds[static_cast<size_t>(Kind)]}};
   if (!Text.empty()) object["text"] = ToUtf8(Text);
   if (Kind == TKind::Exit) object["code"] = ExitCode;
-  if (Kind == TKind::Call) {
+  if (IsFirst()) {
     object["version"] = Version;
     object["folder"] = ToUtf8(Folder);
     object["interactive"] = IsInteractive;
@@ -42,13 +45,13 @@ std::string TCliMessage::ToLine() const {
   return object.dump(-1, ' ', false, TJson::error_handler_t::replace) + "\n";
 }
 
-std::optional<TCliMessage> TCliMessage::FromLine(std::string_view iLine) {
-  std::optional<TCliMessage> result;
-  Guarded(u"TCliMessage.FromLine", [&] {
+std::optional<THostMessage> THostMessage::FromLine(std::string_view iLine) {
+  std::optional<THostMessage> result;
+  Guarded(u"THostMessage.FromLine", [&] {
     const TJson object = TJson::parse(iLine);
     const auto kind = KindOf(object.at("kind").get<std::string>());
     if (!kind) return;
-    TCliMessage message;
+    THostMessage message;
     message.Kind = *kind;
     message.Text = kk::Text(object, "text");
     message.Version = object.value("version", 0);

@@ -5,31 +5,33 @@
 #include <functional>
 #include <mutex>
 
-#include "apps/cli/TCliMessage.h"
-#include "apps/cli/TCliSocket.h"
+#include "host/program/THostMessage.h"
+#include "host/program/THostSocket.h"
 
 namespace kk {
 
-/// One caller of the process that stays. The thread of the server moves bytes, the main thread
-/// reads and writes messages; neither waits for the other.
-class TCliPeer {
+/// One caller of the process that has the data. The thread of the server moves bytes, the main
+/// thread reads and writes messages; neither waits for the other.
+class THostPeer {
  public:
   using TTime = std::chrono::steady_clock::time_point;
   /// iWake tells the server's thread that there is something to send. Any thread calls it.
-  TCliPeer(TCliSocket ioSocket, std::function<void()> iWake);
-  TCliPeer(const TCliPeer&) = delete;
-  TCliPeer& operator=(const TCliPeer&) = delete;
+  THostPeer(THostSocket ioSocket, std::function<void()> iWake);
+  THostPeer(const THostPeer&) = delete;
+  THostPeer& operator=(const THostPeer&) = delete;
 
   // Any thread.
-  /// Its arguments; they stand from the moment when the server hands it out.
-  const TCliMessage& Call() const { return FCall; }
+  /// What it began with; it stands from the moment when the server hands it out.
+  const THostMessage& Call() const { return FCall; }
   /// The call's turn has come. False if the caller has left it before: nothing of it may be done.
   bool Begin();
-  void Send(const TCliMessage& iMessage);
+  void Send(const THostMessage& iMessage);
+  /// A line for the user that is no part of an answer.
+  void Complain(TStringView iText);
   /// The last message; the line is closed behind it.
   void SendExit(int iCode);
   /// A Line or an EndOfInput that has come since the last question; nothing if there is none.
-  std::optional<TCliMessage> TakeAnswer();
+  std::optional<THostMessage> TakeAnswer();
   void ForgetAnswers();
   /// Whether the caller has interrupted since the last time.
   bool TakeInterrupt();
@@ -51,16 +53,16 @@ class TCliPeer {
   bool SendWhatGoes();
   void Leave();
 
-  TCliSocket FSocket;  ///< the server's thread alone
+  THostSocket FSocket;  ///< the server's thread alone
   const std::function<void()> FWake;
   const TTime FCallDeadline;
-  TCliMessage FCall;
+  THostMessage FCall;
   bool FHasCalled = false;    ///< the server's thread alone
   std::string FInput;         ///< the server's thread alone
   mutable std::mutex FMutex;  ///< over all below
   std::deque<std::string> FOutput;
   size_t FSent = 0;  ///< of the first
-  std::deque<TCliMessage> FAnswers;
+  std::deque<THostMessage> FAnswers;
   bool FBegun = false;
   bool FInterrupted = false;
   bool FExited = false;

@@ -7,30 +7,30 @@
 
 namespace kk {
 
-/// The Unix socket by which calls reach the process that stays: "kaufkobolde.socket" in the folder
-/// of the data, for this user alone. It owns its file descriptor, which does not block and is
-/// handed to no child.
-class TCliSocket {
+/// The Unix socket by which calls reach the process that has the data: "kaufkobolde.socket" in the
+/// folder of the data, for this user alone. It owns its file descriptor, which does not block and
+/// is handed to no child.
+class THostSocket {
  public:
-  TCliSocket() = default;
-  explicit TCliSocket(int iFile) : FFile(iFile) {}
-  ~TCliSocket();
-  TCliSocket(TCliSocket&& ioOther) noexcept;
-  TCliSocket& operator=(TCliSocket&& ioOther) noexcept;
+  THostSocket() = default;
+  explicit THostSocket(int iFile) : FFile(iFile) {}
+  ~THostSocket();
+  THostSocket(THostSocket&& ioOther) noexcept;
+  THostSocket& operator=(THostSocket&& ioOther) noexcept;
 
   /// Listens in the folder. Whoever calls this has the folder's lock: a socket that lies there is
   /// one that somebody has left behind, and goes. Raises EInOutError.
-  static TCliSocket Listen(TStringView iFolder);
+  static THostSocket Listen(TStringView iFolder);
   /// The way to the process that listens there; closed if there is none, or it isn't this user's.
-  static TCliSocket Connect(TStringView iFolder);
+  static THostSocket Connect(TStringView iFolder);
   /// Takes the socket's name out of the folder.
   static void Remove(TStringView iFolder);
 
   bool IsOpen() const { return FFile >= 0; }
   int Descriptor() const { return FFile; }
   /// The next one that has called; closed if there is none. A caller that isn't this user is hung
-  /// up on.
-  TCliSocket Accept() const;
+  /// up on. oExhausted: somebody waits, and the system has nothing left to let him in with.
+  THostSocket Accept(bool& oExhausted) const;
 
   enum class TEnd { None, Closed };
   /// Appends what has come. Closed when the other side has gone.

@@ -9,13 +9,15 @@
 
 namespace kk {
 
-/// What a call and the process that stays tell each other: one JSON object (RFC 8259, UTF-8) on
-/// each line.
-struct TCliMessage {
+/// What a call and the process that has the data tell each other: one JSON object (RFC 8259, UTF-8)
+/// on each line.
+struct THostMessage {
   enum class TKind {
     // From the call.
-    Call,        ///< Words are its arguments, Folder where it was made; the first, and only once
-    Line,        ///< Text is what was entered
+    // The first, and only once: Words are its arguments, Folder where it was made.
+    Call,   ///< a command, which is executed as if it were made there
+    Start,  ///< a second start of a program with a window; Text may let the window to the front
+    Line,   ///< Text is what was entered
     EndOfInput,  ///< nobody will enter anything any more
     Interrupt,   ///< Ctrl+C, or a request to end
     // To the call.
@@ -33,17 +35,19 @@ struct TCliMessage {
 
   TKind Kind = TKind::Exit;
   TString Text;
-  // Of a call.
+  // Of the first one.
   int Version = cVersion;
   std::vector<TString> Words;
   TString Folder;  ///< full path
   bool IsInteractive = false;
   int ExitCode = 0;  ///< of an Exit
 
+  /// Whether it is the one with which a call begins.
+  bool IsFirst() const;
   /// The line, with its end.
   std::string ToLine() const;
   /// Takes a line without its end. Nothing if it is none of these messages.
-  static std::optional<TCliMessage> FromLine(std::string_view iLine);
+  static std::optional<THostMessage> FromLine(std::string_view iLine);
 };
 
 }  // namespace kk

@@ -1,4 +1,4 @@
-#include "apps/cli/TCliSocket.h"
+#include "host/program/THostSocket.h"
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -51,24 +51,28 @@ int WithAddress(const TFolder& iFolder, TCall iCall, int iSocket) {
   return iCall(iSocket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
 }
 
+bool IsExhausted() {
+  return errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
+}
 bool MustWait() { return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR; }
 
 }  // namespace
 
-TCliSocket::~TCliSocket() {
+THostSocket::~THostSocket() {
   if (FFile >= 0) close(FFile);
 }
 
-TCliSocket::TCliSocket(TCliSocket&& ioOther) noexcept : FFile(std::exchange(ioOther.FFile, -1)) {}
+THostSocket::THostSocket(THostSocket&& ioOther) noexcept
+    : FFile(std::exchange(ioOther.FFile, -1)) {}
 
-TCliSocket& TCliSocket::operator=(TCliSocket&& ioOther) noexcept {
+THostSocket& THostSocket::operator=(THostSocket&& ioOther) noexcept {
   std::swap(FFile, ioOther.FFile);
   return *this;
 }
 
-TCliSocket TCliSocket::Listen(TStringView iFolder) {
+THostSocket THostSocket::Listen(TStringView iFolder) {
   const TFolder folder(iFolder);
-  TCliSocket result(NewSocket());
+  THostSocket result(NewSocket());
   folder.Remove();
   // The mode is the socket's own before it has a name, so that it never is another one.
   const bool done = result.IsOpen() && fchmod(result.FFile, S_IRUSR | S_IWUSR) == 0 &&
@@ -81,36 +85,37 @@ TCliSocket TCliSocket::Listen(TStringView iFolder) {
   return result;
 }
 
-TCliSocket TCliSocket::Connect(TStringView iFolder) {
-  TCliSocket result(NewSocket());
+THostSocket THostSocket::Connect(TStringView iFolder) {
+  THostSocket result(NewSocket());
   if (!result.IsOpen()) return {};
   if (WithAddress(TFolder(iFolder), &connect, result.FFile) != 0) return {};
   if (!result.IsOfThisUser()) return {};
   return result;
 }
 
-void TCliSocket::Remove(TStringView iFolder) { TFolder(iFolder).Remove(); }
+void THostSocket::Remove(TStringView iFolder) { TFolder(iFolder).Remove(); }
 
-bool TCliSocket::IsOfThisUser() const {
+bool THostSocket::IsOfThisUser() const {
   ucred peer = {};
   socklen_t size = sizeof peer;
   return getsockopt(FFile, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
 }
 
-TCliSocket TCliSocket::Accept() const {
-  TCliSocket result(accept4(FFile, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+THostSocket THostSocket::Accept(bool& oExhausted) const {
+  THostSocket result(accept4(FFile, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+  oExhausted = !result.IsOpen() && IsExhausted();
   if (result.IsOpen() && !result.IsOfThisUser()) return {};
   return result;
 }
 
-TCliSocket::TEnd TCliSocket::Receive(std::string& ioBytes) const {
+THostSocket::TEnd THostSocket::Receive(std::string& ioBytes) const {
   char bytes[65536];
   const ssize_t count = recv(FFile, bytes, sizeof bytes, 0);
   if (count > 0) ioBytes.append(bytes, static_cast<size_t>(count));
   return count > 0 || (count < 0 && MustWait()) ? TEnd::None : TEnd::Closed;
 }
 
-TCliSocket::TEnd TCliSocket::Send(std::string_view iBytes, size_t& oSent) const {
+THostSocket::TEnd THostSocket::Send(std::string_view iBytes, size_t& oSent) const {
   const ssize_t count = send(FFile, iBytes.data(), iBytes.size(), MSG_NOSIGNAL);
   oSent = count > 0 ? static_cast<size_t>(count) : 0;
   return count >= 0 || MustWait() ? TEnd::None : TEnd::Closed;

@@ -1,4 +1,4 @@
-#include "TFakeRemindEditor.h"
+#include "tests/support/TFakeRemindEditor.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "apps/cli/TCliLock.h"
+#include "host/program/THostLock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -17,7 +17,7 @@ constexpr char cLockName[] = "/kaufkobolde.lock";
 
 }  // namespace
 
-TCliLock::TCliLock(TStringView iFolder) {
+THostLock::THostLock(TStringView iFolder) {
   const std::string folder = ToUtf8(iFolder);
   std::error_code error;
   std::filesystem::create_directories(folder, error);
@@ -34,12 +34,12 @@ TCliLock::TCliLock(TStringView iFolder) {
   if (cause != EWOULDBLOCK) {
     ThrowFileError(u"Der Ordner \"%s\" lässt sich nicht sperren: %s", folder, cause);
   }
-  throw ECliBusy(Format(
+  throw EHostBusy(Format(
       u"Die Beobachtenliste in \"%s\" ist gerade in einem anderen Aufruf offen. Bitte warten, "
       u"bis er fertig ist.",
       {iFolder}));
 }
 
-TCliLock::~TCliLock() { close(FFile); }
+THostLock::~THostLock() { close(FFile); }
 
 }  // namespace kk

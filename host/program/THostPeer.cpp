@@ -1,29 +1,29 @@
-#include "apps/cli/TCliPeer.h"
+#include "host/program/THostPeer.h"
 
 #include <utility>
 
 namespace kk {
 namespace {
 
-using enum TCliMessage::TKind;
+using enum THostMessage::TKind;
 
 constexpr auto cLongestSilence = std::chrono::seconds(10);
 constexpr size_t cMaxAnswers = 1000;
 
 }  // namespace
 
-TCliPeer::TCliPeer(TCliSocket ioSocket, std::function<void()> iWake)
+THostPeer::THostPeer(THostSocket ioSocket, std::function<void()> iWake)
     : FSocket(std::move(ioSocket)),
       FWake(std::move(iWake)),
       FCallDeadline(std::chrono::steady_clock::now() + cLongestSilence) {}
 
-bool TCliPeer::Begin() {
+bool THostPeer::Begin() {
   const std::lock_guard lock(FMutex);
   if (FGone || FExited) return false;
   return FBegun = true;
 }
 
-void TCliPeer::Send(const TCliMessage& iMessage) {
+void THostPeer::Send(const THostMessage& iMessage) {
   {
     const std::lock_guard lock(FMutex);
     if (FGone || FExited) return;
@@ -35,85 +35,92 @@ void TCliPeer::Send(const TCliMessage& iMessage) {
 
 // Who still waits for his turn need not wait any longer. Both messages in one piece: who interrupts
 // again between them would say the same.
-void TCliPeer::Leave() {
+void THostPeer::Leave() {
   if (FExited) return;
-  TCliMessage words;
-  words.Kind = Complain;
+  THostMessage words;
+  words.Kind = THostMessage::TKind::Complain;
   words.Text = u"Abgebrochen.";
-  TCliMessage exit;
+  THostMessage exit;
   exit.ExitCode = 1;
   FOutput.push_back(words.ToLine() + exit.ToLine());
   FExited = true;
 }
 
-void TCliPeer::SendExit(int iCode) {
-  TCliMessage message;
+void THostPeer::Complain(TStringView iText) {
+  THostMessage message;
+  message.Kind = THostMessage::TKind::Complain;
+  message.Text = iText;
+  Send(message);
+}
+
+void THostPeer::SendExit(int iCode) {
+  THostMessage message;
   message.Kind = Exit;
   message.ExitCode = iCode;
   Send(message);
 }
 
-std::optional<TCliMessage> TCliPeer::TakeAnswer() {
+std::optional<THostMessage> THostPeer::TakeAnswer() {
   const std::lock_guard lock(FMutex);
   if (FAnswers.empty()) return {};
-  TCliMessage answer = std::move(FAnswers.front());
+  THostMessage answer = std::move(FAnswers.front());
   FAnswers.pop_front();
   return answer;
 }
 
-void TCliPeer::ForgetAnswers() {
+void THostPeer::ForgetAnswers() {
   const std::lock_guard lock(FMutex);
   FAnswers.clear();
 }
 
-bool TCliPeer::TakeInterrupt() {
+bool THostPeer::TakeInterrupt() {
   const std::lock_guard lock(FMutex);
   return std::exchange(FInterrupted, false);
 }
 
-bool TCliPeer::IsInterrupted() const {
+bool THostPeer::IsInterrupted() const {
   const std::lock_guard lock(FMutex);
   return FInterrupted;
 }
 
-bool TCliPeer::IsGone() const {
+bool THostPeer::IsGone() const {
   const std::lock_guard lock(FMutex);
   return FGone;
 }
 
-bool TCliPeer::HasOutput() const {
+bool THostPeer::HasOutput() const {
   const std::lock_guard lock(FMutex);
   return !FOutput.empty();
 }
 
-void TCliPeer::HangUp() {
-  FSocket = TCliSocket();
+void THostPeer::HangUp() {
+  FSocket = THostSocket();
   const std::lock_guard lock(FMutex);
   FGone = true;
   FOutput.clear();
 }
 
-bool TCliPeer::Move(bool iCanRead, bool iCanWrite, bool& oCalled) {
+bool THostPeer::Move(bool iCanRead, bool iCanWrite, bool& oCalled) {
   if (iCanRead && !Receive(oCalled)) return false;
   if (iCanWrite && !SendWhatGoes()) return false;
   const std::lock_guard lock(FMutex);
   return !FExited || !FOutput.empty();
 }
 
-bool TCliPeer::Receive(bool& oCalled) {
-  if (FSocket.Receive(FInput) == TCliSocket::TEnd::Closed) return false;
+bool THostPeer::Receive(bool& oCalled) {
+  if (FSocket.Receive(FInput) == THostSocket::TEnd::Closed) return false;
   std::string line;
   while (TakeLine(FInput, line)) {
     if (!Take(line, oCalled)) return false;
   }
-  return FInput.size() <= TCliMessage::cMaxLine;
+  return FInput.size() <= THostMessage::cMaxLine;
 }
 
 // The first message is the call, and there is no other.
-bool TCliPeer::Take(const std::string& iLine, bool& oCalled) {
-  std::optional<TCliMessage> message = TCliMessage::FromLine(iLine);
+bool THostPeer::Take(const std::string& iLine, bool& oCalled) {
+  std::optional<THostMessage> message = THostMessage::FromLine(iLine);
   if (!message) return false;
-  const bool isCall = message->Kind == TCliMessage::TKind::Call;
+  const bool isCall = message->IsFirst();
   if (isCall == FHasCalled) return false;
   if (isCall) {
     FCall = std::move(*message);
@@ -129,13 +136,13 @@ bool TCliPeer::Take(const std::string& iLine, bool& oCalled) {
   return FAnswers.size() <= cMaxAnswers;
 }
 
-bool TCliPeer::SendWhatGoes() {
+bool THostPeer::SendWhatGoes() {
   const std::lock_guard lock(FMutex);
   while (!FOutput.empty()) {
     const std::string& first = FOutput.front();
     size_t sent = 0;
     const std::string_view rest = std::string_view(first).substr(FSent);
-    if (FSocket.Send(rest, sent) == TCliSocket::TEnd::Closed) return false;
+    if (FSocket.Send(rest, sent) == THostSocket::TEnd::Closed) return false;
     FSent += sent;
     if (FSent < first.size()) return true;
     FOutput.pop_front();

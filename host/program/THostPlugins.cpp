@@ -1,8 +1,7 @@
-#include "apps/cli/TCliPlugins.h"
+#include "host/program/THostPlugins.h"
 
 #include <algorithm>
 
-#include "apps/cli/TerminalText.h"
 #include "host/base/Guard.h"
 #include "host/contract/IMultiThreadPlugin.h"
 #include "host/contract/IPluginIntegration.h"
@@ -13,27 +12,8 @@
 namespace kk {
 namespace {
 
-/// The host as the plug-ins see it: it has no section, and pop-ups only where reminders are
-/// delivered.
-class TCliApplication : public TInterfaced<IApplication, IReminderHost> {
- public:
-  explicit TCliApplication(TCliPlugins::TShowPopUp iShow) : FShow(std::move(iShow)) {}
-
-  void SectionClosed() override {}
-  bool ShowNotificationWindow(TForm* iForm) override {
-    if (!FShow || iForm == nullptr) return false;
-    FShow(*iForm);
-    const std::unique_ptr<TForm> taken(iForm);  // not before: what failed is freed by the caller
-    return true;
-  }
-  bool DeliversReminders() const override { return FShow != nullptr; }
-
- private:
-  const TCliPlugins::TShowPopUp FShow;
-};
-
 /// A host that asks what a plug-in offers before it is told who asks.
-class TCliIntegrationInfo : public TInterfaced<IIntegrationInfo> {
+class THostIntegrationInfo : public TInterfaced<IIntegrationInfo> {
  public:
   TGuid GetId() const override { return cEmptyGuid; }
 };
@@ -61,13 +41,13 @@ std::vector<TIntf<I>> AllOf(const IInterfaceList& iList) {
 }
 
 void LogFailure(TStringView iFormat, const TIntf<IPlugin>& iPlugin, const std::exception& iCause) {
-  LogError(u"Host", iFormat, {ForTerminal(iPlugin->GetDescription()), ForTerminal(iCause)});
+  LogError(u"Host", iFormat, {iPlugin->GetDescription(), ToSingleLine(MessageOf(iCause))});
 }
 
 }  // namespace
 
-void TCliPlugins::Find() {
-  const TIntf<IIntegrationInfo> info = MakeIntf<TCliIntegrationInfo>();
+void THostPlugins::Find() {
+  const TIntf<IIntegrationInfo> info = MakeIntf<THostIntegrationInfo>();
   for (const TIntf<IPlugin>& plugin : All()) {
     const auto offered = AllOf<IWatchlist>(*Offers(plugin, info));
     if (offered.empty()) continue;
@@ -77,9 +57,9 @@ void TCliPlugins::Find() {
   }
 }
 
-TCliPlugins::~TCliPlugins() { Uninitialize(); }
+THostPlugins::~THostPlugins() { Uninitialize(); }
 
-void TCliPlugins::Exchange() {
+void THostPlugins::Exchange() {
   for (const TIntf<IPlugin>& taker : All()) {
     const auto door = Supports<IPluginIntegration>(taker);
     if (!door) continue;
@@ -93,38 +73,40 @@ void TCliPlugins::Exchange() {
   }
 }
 
-void TCliPlugins::Initialize() {
+void THostPlugins::Initialize(const TIntf<IApplication>& iApplication) {
+  const auto reminders = Supports<IReminderHost>(iApplication);
+  FDeliversReminders = !reminders || reminders->DeliversReminders();
   Exchange();
-  const TIntf<IApplication> application = MakeIntf<TCliApplication>(FShowPopUp);
   for (const TIntf<IPlugin>& plugin : All()) {
     if (plugin == FWatchlistPlugin) continue;
     try {
-      plugin->Initialize(application);
+      plugin->Initialize(iApplication);
       FInitialized.push_back(plugin);
     } catch (const std::exception& e) {
       LogFailure(u"Das Plug-in \"%s\" lässt sich nicht starten: %s", plugin, e);
     }
   }
-  FWatchlistPlugin->Initialize(application);
+  FWatchlistPlugin->Initialize(iApplication);
   FInitialized.push_back(FWatchlistPlugin);
   FAccess = Supports<IWatchlistAccess>(FWatchlistPlugin);
-  if (!FAccess) throw Exception(u"Diese Beobachtenliste lässt sich im Terminal nicht bedienen");
 }
 
-void TCliPlugins::ProcessCommandLine(TStringView iLine) {
+void THostPlugins::ProcessCommandLine(TStringView iLine) {
   for (const TIntf<IPlugin>& plugin : All()) plugin->ProcessCdmLineParams(iLine);
 }
 
-void TCliPlugins::TerminateThreads() {
+void THostPlugins::TerminateThreads() {
   for (auto plugin = FInitialized.rbegin(); plugin != FInitialized.rend(); ++plugin) {
     const auto working = Supports<IMultiThreadPlugin>(*plugin);
-    if (working) Guarded(u"TCliPlugins.TerminateThreads", [&] { working->TerminateThreads(); });
+    if (working) Guarded(u"THostPlugins.TerminateThreads", [&] { working->TerminateThreads(); });
   }
 }
 
-void TCliPlugins::LeaveWork() { DeliversReminders() ? List().CancelUpdates() : TerminateThreads(); }
+void THostPlugins::LeaveWork() {
+  DeliversReminders() ? List().CancelUpdates() : TerminateThreads();
+}
 
-int TCliPlugins::ThreadCount() const {
+int THostPlugins::ThreadCount() const {
   int result = 0;
   for (const TIntf<IPlugin>& plugin : FInitialized) {
     if (const auto working = Supports<IMultiThreadPlugin>(plugin)) result += working->ThreadCount();
@@ -132,7 +114,7 @@ int TCliPlugins::ThreadCount() const {
   return result;
 }
 
-void TCliPlugins::Uninitialize() {
+void THostPlugins::Uninitialize() {
   FAccess = nullptr;
   while (!FInitialized.empty()) {
     const TIntf<IPlugin> plugin = FInitialized.back();
@@ -148,7 +130,73 @@ void TCliPlugins::Uninitialize() {
   FWatchlistPlugin = nullptr;
 }
 
-std::vector<std::pair<TString, TString>> TCliPlugins::Details(
+std::vector<THostPlugins::TSearch> THostPlugins::Searches() const {
+  std::vector<TSearch> result;
+  for (const TIntf<IPlugin>& plugin : FInitialized) {
+    if (const auto source = Supports<ISearchSource>(plugin)) {
+      result.push_back({source, ExtensionsFor(plugin, *source)});
+    }
+  }
+  return result;
+}
+
+std::vector<TIntf<IInterfaceList>> THostPlugins::ExtensionsFor(const TIntf<IPlugin>& iOwner,
+                                                               const ISearchSource& iSource) const {
+  std::vector<TIntf<IInterfaceList>> result;
+  for (const TIntf<IPlugin>& giver : FInitialized) {
+    const auto extends = Supports<ISearchLocationIntegration>(giver);
+    if (!extends || giver == iOwner) continue;
+    try {
+      result.push_back(extends->GetIntegrations(iSource.GetIntegrationInfo()));
+    } catch (const std::exception& e) {
+      LogFailure(u"Was das Plug-in \"%s\" zur Suche beiträgt, fehlt: %s", giver, e);
+    }
+  }
+  return result;
+}
+
+std::vector<TIntf<IToolbarButton>> THostPlugins::ToolbarButtons() const {
+  std::vector<TIntf<IToolbarButton>> result;
+  for (const TIntf<IPlugin>& plugin : FInitialized) {
+    const auto extender = Supports<IToolbarExtender>(plugin);
+    if (!extender) continue;
+    for (int i = 0; i < extender->GetCount(); ++i) result.push_back(extender->GetItems(i));
+  }
+  std::ranges::stable_sort(result, {}, [](const auto& iButton) { return iButton->GetSortOrder(); });
+  return result;
+}
+
+std::vector<TIntf<ISettingsExtender>> THostPlugins::SettingsPages() const {
+  std::vector<TIntf<ISettingsExtender>> result;
+  for (const TIntf<IPlugin>& plugin : FInitialized) {
+    if (auto extender = Supports<ISettingsExtender>(plugin)) result.push_back(extender);
+  }
+  return result;
+}
+
+bool THostPlugins::MayMinimizeToTray() const {
+  bool result = true;
+  for (const TIntf<IPlugin>& plugin : FInitialized) {
+    bool allowed = true;
+    Guarded(u"THostPlugins.MayMinimizeToTray", [&] { plugin->MinimizeToTrayQuery(allowed); });
+    result = result && allowed;
+  }
+  return result;
+}
+
+void THostPlugins::MinimizeToTray() {
+  for (const TIntf<IPlugin>& plugin : FInitialized) {
+    Guarded(u"THostPlugins.MinimizeToTray", [&] { plugin->MinimizeToTray(); });
+  }
+}
+
+void THostPlugins::RestoreFromTray() {
+  for (const TIntf<IPlugin>& plugin : FInitialized) {
+    Guarded(u"THostPlugins.RestoreFromTray", [&] { plugin->RestoreFromTray(); });
+  }
+}
+
+std::vector<std::pair<TString, TString>> THostPlugins::Details(
     const TGuid& iSource, const TIntf<ISearchResult>& iResult) const {
   std::vector<std::pair<TString, TString>> result;
   if (!iResult) return result;
@@ -157,7 +205,7 @@ std::vector<std::pair<TString, TString>> TCliPlugins::Details(
     if (!converter || plugin->GetId() != iSource) continue;
     TStringList titles;
     TStringList values;
-    Guarded(u"TCliPlugins.Details", [&] {
+    Guarded(u"THostPlugins.Details", [&] {
       converter->Convert(true, iResult, titles);
       converter->Convert(false, iResult, values);
     });
@@ -168,7 +216,7 @@ std::vector<std::pair<TString, TString>> TCliPlugins::Details(
   return result;
 }
 
-std::vector<TSettingsKeyInfo> TCliPlugins::SettingsKeys() const {
+std::vector<TSettingsKeyInfo> THostPlugins::SettingsKeys() const {
   std::vector<TSettingsKeyInfo> result;
   for (const TIntf<IPlugin>& plugin : All()) {
     const auto keys = Supports<ISettingsKeys>(plugin);

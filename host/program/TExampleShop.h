@@ -12,13 +12,13 @@ namespace kk {
 /// an auction, each on a page that says its data in another of the ways in which real shops do. The
 /// price of an article changes each time its page is asked for. It serves from its making to its
 /// end on a thread of its own, on the loopback address and a port that is free.
-class TCliShop {
+class TExampleShop {
  public:
   /// Raises Exception if no port can be had.
-  TCliShop();
-  ~TCliShop();
-  TCliShop(const TCliShop&) = delete;
-  TCliShop& operator=(const TCliShop&) = delete;
+  TExampleShop();
+  ~TExampleShop();
+  TExampleShop(const TExampleShop&) = delete;
+  TExampleShop& operator=(const TExampleShop&) = delete;
 
   /// "http://127.0.0.1:40123".
   TString Address() const;
