@@ -18,7 +18,5 @@ inline TString FromQt(QStringView iText) {
 
 /// A text in which "&" is a letter, for a place of Qt's that takes it as the mark of an access key.
 QString ToQtVerbatim(TStringView iText);
-/// A caption without the marks of its access key: "&Ja" is "Ja", "&&" is "&".
-QString WithoutAccessKey(TStringView iCaption);
 
 }  // namespace kk

@@ -9,6 +9,7 @@
 #include "apps/desktop/skin/AsUser.h"
 #include "apps/desktop/skin/TSkin.h"
 
+class QEvent;
 class QKeyEvent;
 
 namespace kk {
@@ -32,6 +33,9 @@ class TBinder : public QObject {
   /// The part of the widget that keys go to. It is set once, in the constructor of the binder.
   QWidget* FocusPart() const { return FFocusPart; }
 
+  /// What of the widget Tab reaches, in order: the focus part as a rule.
+  virtual std::vector<QWidget*> FocusParts() const { return {FFocusPart}; }
+
   /// Renders the control. The skin's.
   void Refresh();
 
@@ -41,6 +45,8 @@ class TBinder : public QObject {
   /// The control's door before the menu is used, as the user asks for it by the keyboard; false if
   /// it can't be used now.
   virtual bool OpenPopupMenu() { return false; }
+  /// Whether it takes more room than it needs where there is some.
+  virtual bool Grows(Qt::Orientation iDirection) const;
   /// How the control wants to be named to a screen reader; empty for the label before it.
   virtual QString AccessibleName() const;
 
@@ -55,6 +61,12 @@ class TBinder : public QObject {
 
   TSkin& Skin() const { return FSkin; }
   void SetFocusPart(QWidget* iPart);
+  /// FocusParts are others now.
+  void TellFocusParts() { FSkin.FOrderChanged = true; }
+  /// Something has changed that the layout depends on in which the widget stands.
+  void TellLayout();
+  /// While it renders: the model has told that it changed; not only the user was here.
+  bool WasTold() const { return FTold; }
   /// Whether what a widget tells now comes from the user.
   bool IsUser() const { return !FSkin.IsRendering(); }
   /// Makes the function the user's way in: it runs when the user, not the skin, makes the sender
@@ -81,15 +93,18 @@ class TBinder : public QObject {
   friend class TSkin;
 
   void RenderCommon();
-  bool HasFocus() const;
   bool PressKey(QKeyEvent& iEvent);
-  bool PressShortCut(const QKeyEvent& iEvent);
+  /// Looks among the menus of the control and of those that it stands in; iPress: clicks the entry.
+  bool UseShortCut(const QKeyEvent& iEvent, bool iPress);
 
   TSkin& FSkin;
   TControl& FControl;
   QPointer<QWidget> FWidget;
   QPointer<QWidget> FFocusPart;
   bool FMarked = false;
+  bool FTold = false;
+  bool FVisible = true;
+  bool FStretches = false;
   std::vector<TControl*> FChildren;  // those that have asked for binders; they may have left
 };
 
@@ -112,7 +127,7 @@ class TBinderOf : public TBinder {
   Widget* FTyped;
 };
 
-/// A binder for the control by its kind; null, and a line in the log, for a kind without a picture.
+/// A binder for the control by its kind; null for a kind without a picture of its own.
 /// The kinds stand in one table, MakeBinder.cpp.
 std::unique_ptr<TBinder> MakeBinder(TSkin& ioSkin, TControl& ioControl);
 

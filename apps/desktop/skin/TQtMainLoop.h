@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QObject>
 #include <deque>
 #include <map>
 #include <memory>
@@ -8,8 +7,6 @@
 #include <thread>
 
 #include "host/base/TMainLoop.h"
-
-class QTimer;
 
 namespace kk {
 
@@ -26,9 +23,11 @@ class TQtMainLoop : public TMainLoop {
 
   void Post(TFunction iFunction) override;
   void Synchronize(TFunction iFunction) override;
-  /// What is posted meanwhile waits for the next call, or for Qt. The events of Qt's that are there
-  /// are handled, too, the user's included.
+  /// Qt's events that are there are handled, too, the user's included; some of what is posted
+  /// meanwhile may run as well, but who posts himself again and again does not keep it from
+  /// returning.
   void ProcessMessages() override;
+  /// Handles the events that end the wait.
   void WaitForMessage(int iMilliseconds) override;
   TTimerId StartTimer(int iMilliseconds, TFunction iFunction) override;
   void StopTimer(TTimerId iTimer) override;
@@ -36,15 +35,20 @@ class TQtMainLoop : public TMainLoop {
 
  private:
   class TWaker;
+  struct TTimer {
+    int QtId = 0;
+    std::shared_ptr<TFunction> Function;
+  };
 
   void RunPosted();
   bool TakePosted(TFunction& oFunction);
+  void RunTimer(int iQtId);
 
   const std::thread::id FThread = std::this_thread::get_id();
-  std::unique_ptr<TWaker> FWaker;  // an event for it is on its way while something is posted
+  std::unique_ptr<TWaker> FWaker;
   std::mutex FMutex;
   std::deque<TFunction> FPosted;
-  std::map<TTimerId, std::unique_ptr<QTimer>> FTimers;  // main thread only
+  std::map<TTimerId, TTimer> FTimers;  // main thread only
   TTimerId FNextTimer = 1;
 };
 

@@ -43,8 +43,14 @@ class TSkin : private IControlObserver {
   /// The binder if there is one.
   TBinder* FindBinder(const TControl& iControl) const;
 
+  /// The binder of the control that keys go to: of the widget with the window's focus; the root's
+  /// where that is none of the skin's.
+  TBinder* FocusedBinder() const;
+
   /// The control is to be rendered in this turn of the loop.
   void Mark(const TControl& iControl);
+  /// The same if there is such a control and it has a binder; it may be dead.
+  void MarkBound(const TControl* iControl);
   /// Renders what is marked now, and what that marks.
   void Flush();
   /// While it is true, what widgets tell comes from the skin itself and not from the user.
@@ -57,8 +63,12 @@ class TSkin : private IControlObserver {
 
   void ControlChanged(TControl& iControl) override;
   void ControlGone(TControl& iControl) override;
-  void Drop(const TControl& iControl);
+  TBinder* NearestBinder(const TControl* iControl) const;
+  /// The binder goes, and those of what stands in the control.
+  void Drop(const TControl* iControl);
+  /// Gives the focus the order in which one reads.
   void SortFocus();
+  /// Qt has moved the focus by itself, because its control can't have it any more.
   void TakeFocusOver();
 
   TControl* FRoot;

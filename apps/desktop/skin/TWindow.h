@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QWidget>
+#include "apps/desktop/skin/TPanelWidget.h"
 
 namespace kk {
 
 class TForm;
-class TBinder;
 
-/// The widget of a form: a window, or a part of one where the form is embedded. Closing it by its
-/// frame is the form's matter.
-class TWindow : public QWidget {
+/// The widget of a form: a window of its own, or a part of one where it is embedded. Closing it by
+/// its frame is the form's matter.
+class TWindow : public TPanelWidget {
  public:
   /// The form is borrowed; its binder takes it back.
   explicit TWindow(TForm& ioForm) : FForm(&ioForm) {}

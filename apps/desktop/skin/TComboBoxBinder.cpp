@@ -1,0 +1,70 @@
+#include "apps/desktop/skin/TComboBoxBinder.h"
+
+#include <QEvent>
+#include <QLineEdit>
+#include <algorithm>
+
+#include "apps/desktop/skin/QtOwned.h"
+#include "apps/desktop/skin/QtText.h"
+
+namespace kk {
+
+TComboBoxBinder::TComboBoxBinder(TSkin& ioSkin, TComboBox& ioList)
+    : TBinderOf(ioSkin, ioList, QtOwned<QComboBox>()) {
+  View().setFocusPolicy(Qt::StrongFocus);
+  View().setInsertPolicy(QComboBox::NoInsert);
+  OnUser(&View(), &QComboBox::activated, [this](int iIndex) { Control().Select(iIndex); });
+}
+
+bool TComboBoxBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
+  if (iEvent->type() == QEvent::Wheel && !View().hasFocus()) {
+    iEvent->ignore();
+    return true;
+  }
+  return TBinder::eventFilter(iObject, iEvent);
+}
+
+void TComboBoxBinder::Render() {
+  if (View().isEditable() != Control().Editable()) {
+    View().setEditable(Control().Editable());
+    if (QLineEdit* const line = View().lineEdit()) {
+      View().setCompleter(nullptr);  // what is typed is what is meant
+      OnUser(line, &QLineEdit::textEdited,
+             [this](const QString& iText) { Control().EnterText(FromQt(iText)); });
+    }
+  }
+  RenderItems();
+  RenderText();
+}
+
+void TComboBoxBinder::RenderItems() {
+  const auto& items = Control().Items();
+  const int count = static_cast<int>(items.size());
+  bool equal = View().count() == count;
+  for (int i = 0; equal && i < count; ++i) {
+    equal = View().itemText(i) == ToQt(items[static_cast<size_t>(i)].Text);
+  }
+  if (equal) return;
+  QStringList texts;
+  for (const auto& item : items) texts << ToQt(item.Text);
+  View().clear();
+  View().addItems(texts);
+}
+
+// An index that is chosen takes its text along, which may differ in case from what was typed.
+void TComboBoxBinder::RenderText() {
+  QLineEdit* const line = View().lineEdit();
+  const int caret = line != nullptr ? line->cursorPosition() : 0;
+  if (View().currentIndex() != Control().ItemIndex()) {
+    View().setCurrentIndex(Control().ItemIndex());
+  }
+  const QString text = ToQt(Control().Text());
+  if (line == nullptr) {
+    View().setPlaceholderText(text);  // seen where nothing is selected
+  } else if (line->text() != text) {
+    line->setText(text);
+    line->setCursorPosition(std::min(caret, static_cast<int>(text.size())));
+  }
+}
+
+}  // namespace kk

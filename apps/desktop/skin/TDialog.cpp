@@ -1,0 +1,101 @@
+#include "apps/desktop/skin/TDialog.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLayout>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+
+#include "apps/desktop/skin/AsUser.h"
+
+namespace kk {
+
+namespace {
+
+// What a frame of the window manager takes of a screen, as a rule, in device-independent pixels.
+constexpr QSize cFrame{16, 48};
+
+}  // namespace
+
+TDialog::TDialog(TForm& ioForm, QWidget* iOwner) : FForm(ioForm), FOwner(iOwner), FSkin(ioForm) {
+  setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                 Qt::WindowCloseButtonHint);
+  setWindowFlag(Qt::WindowStaysOnTopHint, FForm.StaysOnTop());
+  setWindowModality(Qt::ApplicationModal);
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::NoFocus);
+  setWidgetResizable(true);
+  QWidget* const content = FSkin.Widget();
+  const bool fills = content->autoFillBackground();
+  setWidget(content);
+  content->setAutoFillBackground(fills);
+  content->installEventFilter(this);
+  content->show();
+  setWindowTitle(content->windowTitle());
+  connect(content, &QWidget::windowTitleChanged, this, &QWidget::setWindowTitle);
+}
+
+TDialog::~TDialog() { hide(); }
+
+QScreen& TDialog::Screen() const {
+  QScreen* const screen = FOwner ? FOwner->screen() : QWidget::screen();
+  return screen != nullptr ? *screen : *QGuiApplication::primaryScreen();
+}
+
+QSize TDialog::WantedSize() const {
+  const QWidget* const content = FSkin.Widget();
+  if (content == nullptr) return size();
+  QSize wanted = content->sizeHint().expandedTo({FForm.MinWidth(), FForm.MinHeight()});
+  if (content->layout() != nullptr && content->layout()->hasHeightForWidth()) {
+    wanted.setHeight(std::max(content->heightForWidth(wanted.width()), FForm.MinHeight()));
+  }
+  return wanted.boundedTo(Screen().availableGeometry().size() - cFrame);
+}
+
+void TDialog::Open() {
+  FSkin.Flush();
+  FSkin.Widget()->layout()->activate();
+  resize(WantedSize());
+  setMinimumSize(FSkin.Widget()->minimumSizeHint().boundedTo(size()));
+  if (FOwner && FOwner->windowHandle() != nullptr) {
+    winId();  // makes the window, so that its owner can be told
+    windowHandle()->setTransientParent(FOwner->windowHandle());
+  }
+  Place();
+  show();
+  raise();
+  activateWindow();
+}
+
+void TDialog::Place() {
+  QRect around = Screen().availableGeometry();
+  const QRect screen = around;
+  if (FForm.Position() == TPosition::poOwnerFormCenter && FOwner && FOwner->isVisible()) {
+    around = FOwner->frameGeometry();
+  }
+  QRect place(QPoint(), size());
+  place.moveCenter(around.center());
+  // An owner at the edge does not push it out of the screen.
+  const QPoint last = screen.bottomRight() - QPoint(width(), height());
+  move(std::max(std::min(place.x(), last.x()), screen.x()),
+       std::max(std::min(place.y(), last.y()), screen.y()));
+}
+
+void TDialog::Grow() {
+  const QSize wanted = WantedSize();
+  if (wanted.height() > height() || wanted.width() > width()) resize(wanted.expandedTo(size()));
+}
+
+bool TDialog::eventFilter(QObject* iObject, QEvent* iEvent) {
+  if (iEvent->type() == QEvent::LayoutRequest && iObject == widget() && isVisible()) Grow();
+  return QScrollArea::eventFilter(iObject, iEvent);
+}
+
+// The form ends when it agrees.
+void TDialog::closeEvent(QCloseEvent* iEvent) {
+  iEvent->ignore();
+  AsUser([this] { FForm.CloseByUser(); });
+}
+
+}  // namespace kk

@@ -1,0 +1,58 @@
+#include "apps/desktop/skin/TFormBinder.h"
+
+#include <QEvent>
+#include <utility>
+
+#include "apps/desktop/skin/QtOwned.h"
+#include "apps/desktop/skin/QtText.h"
+#include "host/controls/TfrmKKCommonBase.h"
+
+namespace kk {
+
+TFormBinder::TFormBinder(TSkin& ioSkin, TForm& ioForm)
+    : TPanelBinder(ioSkin, ioForm, QtOwned<TWindow>(ioForm)), FForm(ioForm) {}
+
+TFormBinder::~TFormBinder() {
+  if (auto* const window = dynamic_cast<TWindow*>(BoundWidget())) window->Forget();
+}
+
+bool TFormBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
+  // What is hidden keeps no keyboard; the focus is given anew where it stands.
+  if (iEvent->type() == QEvent::Show && iObject == BoundWidget()) {
+    FFocused = nullptr;
+    Skin().Mark(FForm);
+  }
+  return TPanelBinder::eventFilter(iObject, iEvent);
+}
+
+void TFormBinder::Render() {
+  TPanelBinder::Render();
+  View().setWindowTitle(ToQt(FForm.Caption()));
+  if (const auto* const common = dynamic_cast<const TfrmKKCommonBase*>(&FForm)) {
+    // The ground of texts and lists, which is white on a light desktop alone.
+    const bool white = common->WhiteBackground();
+    View().setBackgroundRole(white ? QPalette::Base : QPalette::NoRole);
+    View().setAutoFillBackground(white);
+  }
+  RenderDefaultButton();
+  RenderFocus();
+}
+
+void TFormBinder::RenderFocus() {
+  TControl* const focused = FForm.FocusedControl();
+  if (focused == FFocused) return;
+  FFocused = focused;
+  const TBinder* const binder = focused != nullptr ? Skin().BinderOf(*focused) : nullptr;
+  if (binder != nullptr && binder->FocusPart() != nullptr) binder->FocusPart()->setFocus();
+}
+
+// The buttons look so.
+void TFormBinder::RenderDefaultButton() {
+  const TButton* const button = FForm.DefaultButton();
+  const TButton* const before = std::exchange(FDefault, button);
+  if (before == button) return;
+  Skin().MarkBound(before);  // it may be gone
+  Skin().MarkBound(button);
+}
+
+}  // namespace kk

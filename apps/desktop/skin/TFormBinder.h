@@ -1,0 +1,32 @@
+#pragma once
+
+#include "apps/desktop/skin/TPanelBinder.h"
+#include "apps/desktop/skin/TWindow.h"
+#include "host/controls/TForm.h"
+
+namespace kk {
+
+/// A form, as the content of a window or a part of one. It brings the keyboard to the control that
+/// has the focus.
+class TFormBinder : public TPanelBinder {
+ public:
+  TFormBinder(TSkin& ioSkin, TForm& ioForm);
+  ~TFormBinder() override;
+
+  bool eventFilter(QObject* iObject, QEvent* iEvent) override;
+
+ protected:
+  void Render() override;
+  TString Heading() const override { return {}; }
+  TForm& Form() const { return FForm; }
+
+ private:
+  void RenderFocus();
+  void RenderDefaultButton();
+
+  TForm& FForm;
+  const TControl* FFocused = nullptr;  // what has got the keyboard last; it may be gone
+  const TButton* FDefault = nullptr;   // as well
+};
+
+}  // namespace kk
