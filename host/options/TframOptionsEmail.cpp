@@ -100,7 +100,8 @@ void TframOptionsEmail::btnSendCodeClick(TObject*) {
 
 void TframOptionsEmail::btnConfirmClick(TObject*) {
   int triesLeft = 0;
-  const TString refusal = Refusal(TEmailConfirmation::Check(edtCode.Text(), triesLeft), triesLeft);
+  const TEmailConfirmation::TOutcome outcome = TEmailConfirmation::Check(edtCode.Text(), triesLeft);
+  const TString refusal = Refusal(outcome, triesLeft);
   if (!refusal.empty()) throw Exception(refusal);
   edtCode.SetText({});
   IniFile().NotifyChanged();
