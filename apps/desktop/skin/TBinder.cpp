@@ -7,6 +7,7 @@
 
 #include "apps/desktop/skin/ControlNames.h"
 #include "apps/desktop/skin/QtText.h"
+#include "host/controls/TMemo.h"
 #include "host/controls/TMenuItem.h"
 
 namespace kk {
@@ -15,7 +16,12 @@ namespace {
 
 // The key as forms know it; 0 for one that they don't.
 char16_t CharOf(const QKeyEvent& iEvent) {
-  const Qt::KeyboardModifiers modifiers = iEvent.modifiers();
+  const Qt::KeyboardModifiers modifiers = iEvent.modifiers() & ~Qt::KeypadModifier;
+  if (iEvent.key() == Qt::Key_Return || iEvent.key() == Qt::Key_Enter) {
+    if (modifiers == Qt::ControlModifier) return cKeyCtrlReturn;
+    // In a memo it begins a new line, whatever Return alone does there.
+    if (modifiers == Qt::ShiftModifier) return 0;
+  }
   if (modifiers & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return 0;
   switch (iEvent.key()) {
     case Qt::Key_Return:

@@ -14,6 +14,7 @@ TEditBinder::TEditBinder(TSkin& ioSkin, TEdit& ioEdit)
 }
 
 void TEditBinder::Render() {
+  View().setEchoMode(Control().Password() ? QLineEdit::Password : QLineEdit::Normal);
   const QString text = ToQt(Control().Text());
   if (View().text() != text) {
     const int caret = View().cursorPosition();

@@ -14,6 +14,7 @@ TMemoBinder::TMemoBinder(TSkin& ioSkin, TMemo& ioMemo)
 
 // A line break at the end makes no line: what the user has just typed stays.
 void TMemoBinder::Render() {
+  View().setReadOnly(Control().ReadOnly());
   TStringList shown;
   shown.SetText(FromQt(View().toPlainText()));
   const TStringList& lines = Control().Lines();
