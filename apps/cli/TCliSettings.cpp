@@ -22,6 +22,10 @@ constexpr TStringView cCommunication = u"Communication";
 std::vector<TSettingsKeyInfo> HostKeys() {
   std::vector<TSettingsKeyInfo> keys = {{u"General", u"DelayedStart", sktBoolean, u"1", 0, 1,
                                          u"Bereiche kommen einen Augenblick nach dem Programm"},
+                                        {u"General", u"CloseToTray", sktBoolean, u"0", 0, 1,
+                                         u"das Fenster zu schließen beendet das Programm nicht"},
+                                        {u"General", u"StartInTray", sktBoolean, u"0", 0, 1,
+                                         u"das Programm beginnt im Infobereich, ohne Fenster"},
                                         {u"Common", u"PathToLastImExport", sktString, u"", 0, 0,
                                          u"Ordner des letzten Im- oder Exports"}};
   for (TSettingsKeyInfo& key : TIniFileSectionCommunication::Keys()) keys.push_back(std::move(key));

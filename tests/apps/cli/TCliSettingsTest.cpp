@@ -149,7 +149,9 @@ TEST_F(TCliSettingsTest, ListShowsSectionsValuesAndRanges) {
 
 TEST_F(TCliSettingsTest, ListOfOneSection) {
   Run({u"settings", u"list", u"general"});
-  EXPECT_THAT(Console.Printed(), ElementsAre("[General]", HasSubstr("DelayedStart=1")));
+  EXPECT_THAT(Console.Printed(),
+              ElementsAre("[General]", HasSubstr("DelayedStart=1"), HasSubstr("CloseToTray=0"),
+                          HasSubstr("StartInTray=0")));
 }
 
 TEST_F(TCliSettingsTest, NumberedKeysAreThoseOfTheFile) {

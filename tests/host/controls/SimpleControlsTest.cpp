@@ -120,6 +120,50 @@ TEST(TMemo, HoldsLines) {
   EXPECT_TRUE(memo.AcceptsFocus());
 }
 
+TEST(TMemo, ThatIsThereToBeReadTakesNoText) {
+  TShownForm form;
+  TMemo memo(&form, u"rched");
+  memo.SetLines({u"eins"});
+  memo.SetReadOnly(true);
+  EXPECT_FALSE(memo.EnterText(u"zwei"));
+  EXPECT_EQ(memo.Lines().Lines(), (std::vector<TString>{u"eins"}));
+  memo.SetReadOnly(false);
+  EXPECT_TRUE(memo.EnterText(u"zwei"));
+}
+
+TEST(TMemo, LeavesReturnWithCtrlToItsForm) {
+  TShownForm form;
+  TMemo memo(&form, u"rched");
+  EXPECT_TRUE(memo.PressKey(cKeyReturn));
+  EXPECT_FALSE(memo.PressKey(cKeyCtrlReturn));
+}
+
+TEST(TEdit, MayHideWhatIsTyped) {
+  TSkinRecorder skin;
+  TShownForm form;
+  TEdit edit(&form, u"edt");
+  edit.SetObserver(&skin);
+  EXPECT_FALSE(edit.Password());
+  edit.SetPassword(true);
+  EXPECT_TRUE(edit.Password());
+  EXPECT_EQ(skin.Take(), TNotes{"changed edt"});
+}
+
+TEST(TPanel, MovesFromOneContainerToAnother) {
+  TShownForm form;
+  TPanel place(&form, u"place");
+  TPanel page(nullptr, u"page");
+  TEdit edit(&page, u"edt");
+  EXPECT_EQ(edit.Form(), nullptr);
+  page.PutInto(&place);
+  EXPECT_EQ(edit.Form(), &form);
+  EXPECT_TRUE(edit.TakeFocus());
+  page.PutInto(nullptr);
+  EXPECT_EQ(page.Parent(), nullptr);
+  EXPECT_TRUE(place.Children().empty());
+  EXPECT_EQ(form.FocusedControl(), nullptr);
+}
+
 class TComboBoxTest : public testing::Test {
  protected:
   TComboBoxTest() {
