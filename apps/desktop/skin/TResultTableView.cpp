@@ -11,10 +11,8 @@ namespace kk {
 TResultTableView::TResultTableView() {
   setRootIsDecorated(false);
   setItemsExpandable(false);
-  setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
   setAlternatingRowColors(true);
-  setEditTriggers(NoEditTriggers);
   setSelectionMode(ExtendedSelection);
   setSelectionBehavior(SelectRows);
   setHorizontalScrollMode(ScrollPerPixel);
@@ -43,7 +41,7 @@ void TResultTableView::SelectionMoved() {
 
 bool TResultTableView::event(QEvent* iEvent) {
   ++FEvents;
-  const bool result = QTreeView::event(iEvent);
+  const bool result = TRowView::event(iEvent);
   --FEvents;
   EndEvent();
   return result;
@@ -51,7 +49,7 @@ bool TResultTableView::event(QEvent* iEvent) {
 
 bool TResultTableView::viewportEvent(QEvent* iEvent) {
   ++FEvents;
-  const bool result = QTreeView::viewportEvent(iEvent);
+  const bool result = TRowView::viewportEvent(iEvent);
   --FEvents;
   EndEvent();
   return result;
@@ -63,7 +61,7 @@ void TResultTableView::EndEvent() {
 }
 
 void TResultTableView::paintEvent(QPaintEvent* iEvent) {
-  QTreeView::paintEvent(iEvent);
+  TRowView::paintEvent(iEvent);
   if (FEmptyText.isEmpty() || model() == nullptr || model()->rowCount() > 0) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));

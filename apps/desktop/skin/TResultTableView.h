@@ -1,14 +1,15 @@
 #pragma once
 
-#include <QTreeView>
 #include <functional>
+
+#include "apps/desktop/skin/TRowView.h"
 
 namespace kk {
 
 /// The widget of a result table: rows without branches and grid, and a text in the middle where
 /// there are none. Keys and mouse move focus and selection in several steps; it tells of both
 /// together, once, when the event is through.
-class TResultTableView final : public QTreeView {
+class TResultTableView final : public TRowView {
  public:
   TResultTableView();
 

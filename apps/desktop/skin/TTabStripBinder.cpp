@@ -82,7 +82,7 @@ void TTabStripBinder::Render() {
   FChevron->setVisible(Control().ChevronMenu() != nullptr && isAnyVisible);
   // The bar brings the selected tab into view when it lays itself out, and no other one ever has
   // to.
-  if (Control().TakeHeadToShow() != nullptr) FBar->setUsesScrollButtons(true);
+  if (Control().TakeHeadToShow() != nullptr) FBar->setElideMode(FBar->elideMode());
 }
 
 void TTabStripBinder::RenderHead(int iPlace) {

@@ -10,14 +10,11 @@
 namespace kk {
 
 TTreeBinder::TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree)
-    : TBinderOf(ioSkin, ioTree, QtOwned<QTreeView>()), FItems(ioTree) {
+    : TBinderOf(ioSkin, ioTree, QtOwned<TRowView>()), FItems(ioTree) {
   QTreeView& view = View();
   view.setModel(&FItems);
   view.setItemDelegate(QtOwned<TRowDelegate>(&view));
-  view.setUniformRowHeights(true);
   view.setHeaderHidden(true);
-  view.setExpandsOnDoubleClick(false);  // the tree does it by itself
-  view.setEditTriggers(QAbstractItemView::NoEditTriggers);
   view.setSelectionMode(QAbstractItemView::SingleSelection);
   view.setAnimated(false);
   view.viewport()->installEventFilter(this);
@@ -35,8 +32,9 @@ TTreeBinder::TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree)
     Control().CollapseNode(*TTreeItemModel::NodeAt(iIndex));
   });
   connect(&FItems, &QAbstractItemModel::dataChanged, this, &TTreeBinder::ShowExpansion);
-  connect(&FItems, &QAbstractItemModel::modelReset, this,
-          [this] { ShowExpansionBelow(Control().Root()); });
+  connect(&FItems, &QAbstractItemModel::modelReset, this, [this] {
+    if (FItems.rowCount() > 0) ShowExpansionBelow(Control().Root());
+  });
   FItems.SetOnCheck([this](const QModelIndex& iIndex) {
     TVirtualNode* node = TTreeItemModel::NodeAt(iIndex);
     Enter([&] { Control().CheckNode(*node); });

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QTreeView>
-
 #include "apps/desktop/skin/TBinder.h"
+#include "apps/desktop/skin/TRowView.h"
 #include "apps/desktop/skin/TTreeItemModel.h"
 
 namespace kk {
 
 /// A tree of nodes. The view asks for a node's text, image and hint when it paints it, and for
 /// nothing before that; a node that changes alone is painted alone.
-class TTreeBinder final : public TBinderOf<TVirtualStringTree, QTreeView> {
+class TTreeBinder final : public TBinderOf<TVirtualStringTree, TRowView> {
  public:
   TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree);
 
