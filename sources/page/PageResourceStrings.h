@@ -30,6 +30,20 @@ inline constexpr char16_t _resPageColumnAddress[] = u"Adresse";
 inline constexpr char16_t _resPageColumnImage[] = u"Bild";
 inline constexpr char16_t _resPageColumnChanged[] = u"Letzte Änderung";
 
+inline constexpr char16_t _resPageOpen[] = u"Seite im Browser öffnen";
+inline constexpr char16_t _resPageListEmpty[] =
+    u"Hier stehen die Produktseiten, die Sie in dieser Kategorie beobachten.";
+inline constexpr char16_t _resPageSearchListEmpty[] =
+    u"Geben Sie Adressen von Produktseiten ein, eine je Zeile. Sie können sie auch aus dem Browser "
+    u"hierher ziehen.";
+inline constexpr char16_t _resPageSearchPrompt[] = u"Adressen von Produktseiten, eine je Zeile:";
+inline constexpr char16_t _resPageSearchNothing[] =
+    u"Geben Sie mindestens eine Adresse einer Produktseite ein.";
+inline constexpr char16_t _resPageSearchNoAddress[] = u"„%s“ ist keine Adresse einer Webseite.";
+inline constexpr char16_t _resPageSearchFailed[] = u"Die Seite %s konnte nicht gelesen werden: %s.";
+inline constexpr char16_t _resPageSearchTooMany[] =
+    u"Auf einmal werden höchstens %d Seiten gelesen, %d weitere wurden übergangen.";
+
 inline constexpr char16_t _resPageReminderEnd[] = u"Endet am %s";
 inline constexpr char16_t _resPageReminderPrice[] = u"Preis: %s";
 inline constexpr char16_t _resPageReminderSeller[] = u"Verkäufer: %s";

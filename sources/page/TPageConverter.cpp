@@ -5,6 +5,8 @@
 
 namespace kk {
 
+TString LineText(TStringView iText) { return WithoutControlCharacters(ToSingleLine(iText)); }
+
 TString PriceText(const TPageData& iData) {
   const TOffer& offer = iData.Product.Offer;
   return offer.Price ? offer.Price->ToDisplay(offer.Currency) : TString();
@@ -32,7 +34,7 @@ void TPageConverter::Convert(bool iHeader, const TIntf<ISearchResult>& iSearchRe
        {product.Name, PriceText(data), AvailabilityDisplay(product.Offer.Availability),
         product.Offer.Seller, TimeText(product.Offer.EndTime), FromUtf8(data.Address.Text()),
         product.Image, TimeText(data.Changed)}) {
-    ioLines.Add(WithoutControlCharacters(ToSingleLine(value)));
+    ioLines.Add(LineText(value));
   }
 }
 

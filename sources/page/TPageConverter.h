@@ -13,6 +13,8 @@ class TPageConverter : public TInterfaced<ISearchResultConverter> {
                TStringList& ioLines) override;
 };
 
+/// One line of what a page says.
+TString LineText(TStringView iText);
 /// A page's price as it is shown; empty when it isn't known.
 TString PriceText(const TPageData& iData);
 /// "20.11.2026 18:30"; empty for no time.

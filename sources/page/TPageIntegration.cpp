@@ -45,7 +45,7 @@ TString UtcText(TDateTime iLocal) {
 
 TPageIntegration::TPageIntegration(const THttpLimits& iLimits)
     : FUpdate(MakeIntf<TPageUpdate>(iLimits)),
-      FVisualization(MakeIntf<TPageVisualization>()),
+      FVisualization(MakeIntf<TPageVisualization>(FUpdate)),
       FConverter(MakeIntf<TPageConverter>()) {}
 
 TGuid TPageIntegration::GetId() const { return cPagePluginId; }

@@ -29,7 +29,9 @@ class TPageDoor : public TPluginIntegration {
 }  // namespace
 
 TPagePlugin::TPagePlugin(const THttpLimits& iLimits)
-    : FIntegration(MakeIntf<TPageIntegration>(iLimits)), FDoor(MakeIntf<TPageDoor>(FIntegration)) {}
+    : FIntegration(MakeIntf<TPageIntegration>(iLimits)),
+      FSearch(MakeIntf<TPageSearch>(TIntf<TPageUpdate>(&FIntegration->Update()))),
+      FDoor(MakeIntf<TPageDoor>(FIntegration)) {}
 
 TGuid TPagePlugin::GetId() const { return cPagePluginId; }
 
@@ -42,19 +44,23 @@ TString TPagePlugin::GetDescription() const { return _resPageDescription; }
 TString TPagePlugin::GetLongDescription() const { return _resPageLongDescription; }
 
 void TPagePlugin::Uninitialize() {
+  FSearch->ReleaseSearch();
   FIntegration->Update().Close();
   FIntegration->Visualization().Close();
   FDoor = nullptr;  // and with it all that others put in
   TCommonPlugin::Uninitialize();
 }
 
-int TPagePlugin::ThreadCount() const { return FIntegration->Update().Count(); }
+int TPagePlugin::ThreadCount() const {
+  return FIntegration->Update().Count() + FSearch->WaitingCount();
+}
 
 void TPagePlugin::TerminateThreads() { FIntegration->Update().Terminate(); }
 
 bool TPagePlugin::QueryDelegated(const TGuid& iIid, void** oInterface) {
   if (FDoor && FDoor->QueryInterface(iIid, oInterface)) return true;
-  return FIntegration->QueryInterface(iIid, oInterface);
+  return FSearch->QueryInterface(iIid, oInterface) ||
+         FIntegration->QueryInterface(iIid, oInterface);
 }
 
 void RegisterPagePlugin() {

@@ -53,20 +53,34 @@ TPageUpdate::~TPageUpdate() {
 
 void TPageUpdate::UpdateSearchResult(const TIntf<ISearchResult>& iSearchResult,
                                      TNotifyEventSearchResult iOnFinished) {
+  TPending pending;
+  pending.Result = iSearchResult;
+  pending.OnFinished = iOnFinished;
+  Start(std::move(pending));
+}
+
+void TPageUpdate::Read(const TIntf<ISearchResult>& iSearchResult, TNotifyPageRead iOnRead) {
+  TPending pending;
+  pending.Result = iSearchResult;
+  pending.OnRead = iOnRead;
+  Start(std::move(pending));
+}
+
+void TPageUpdate::Start(TPending iPending) {
   AssertMainThread();
   const int64_t key = ++FLastKey;
-  FPending.emplace(key, TPending{iSearchResult, iOnFinished});
-  const auto page = Supports<IPageSearchResult>(iSearchResult);
+  const auto page = Supports<IPageSearchResult>(iPending.Result);
+  TPending& pending = FPending.emplace(key, std::move(iPending)).first->second;
   if (FClosed || !page) {
     TOutcome outcome;
     outcome.Failure = page ? _resPageReasonClosing : _resPageReasonForeign;
     Post(key, std::move(outcome));
     return;
   }
-  Fetch(key, page->Data());
+  pending.Request = Fetch(key, page->Data());
 }
 
-void TPageUpdate::Fetch(int64_t iKey, const TPageData& iData) {
+THttpClient::TRequestId TPageUpdate::Fetch(int64_t iKey, const TPageData& iData) {
   const bool conditional = iData.ReaderVersion == cPageReaderVersion &&
                            !(iData.ETag.empty() && iData.LastModified.empty());
   THttpRequest request;
@@ -79,8 +93,8 @@ void TPageUpdate::Fetch(int64_t iKey, const TPageData& iData) {
   }
   if (!FClient) FClient = std::make_unique<THttpClient>();
   // The thread ends before this object does, but not the functions that it posts.
-  FClient->Send(std::move(request), [link = FLink, iKey, address = iData.Address,
-                                     conditional](const THttpResponse& iResponse) {
+  return FClient->Send(std::move(request), [link = FLink, iKey, address = iData.Address,
+                                            conditional](const THttpResponse& iResponse) {
     TOutcome outcome = Evaluate(iResponse, address, conditional, link->Stop);
     Guarded(u"TPageUpdate.Post", [&] {
       MainLoop().Post([link, iKey, result = std::move(outcome)] { link->Finish(iKey, result); });
@@ -121,16 +135,30 @@ void TPageUpdate::Finish(int64_t iKey, const TOutcome& iOutcome) {
   const TIntf<TPageUpdate> self(this);  // the callback may drop the last reference from outside
   const TPending pending = std::move(entry->second);
   FPending.erase(entry);
-  const auto page = Supports<IPageSearchResult>(pending.Result);
+  Tell(pending, iOutcome);
+}
+
+void TPageUpdate::Tell(const TPending& iPending, const TOutcome& iOutcome) {
+  const auto page = Supports<IPageSearchResult>(iPending.Result);
   const bool succeeded = iOutcome.Failure.empty();
   // The end of the program is no news about a page.
-  if (!succeeded && !FClosed) {
+  if (!succeeded && !FClosed && !iPending.OnRead) {
     const TString address = page ? FromUtf8(page->Data().Address.Text()) : TString();
     LogError(_resPageLogSender, _resPageLogUpdateFailed, {address, iOutcome.Failure});
   }
   const bool isNew = succeeded && !iOutcome.IsUnchanged;
-  const auto result = isNew ? Refreshed(page->Data(), iOutcome) : pending.Result;
-  if (pending.OnFinished) pending.OnFinished(this, result, succeeded);
+  const auto result = isNew ? Refreshed(page->Data(), iOutcome) : iPending.Result;
+  if (iPending.OnFinished) iPending.OnFinished(this, result, succeeded);
+  if (iPending.OnRead) iPending.OnRead(result, iOutcome.Failure);
+}
+
+void TPageUpdate::Forget(const TNotifyPageRead& iOnRead) {
+  std::erase_if(FPending, [&](const auto& iEntry) {
+    const TPending& pending = iEntry.second;
+    if (pending.OnRead != iOnRead) return false;
+    if (FClient && pending.Request != 0) FClient->Cancel(pending.Request);
+    return true;
+  });
 }
 
 TIntf<ISearchResult> TPageUpdate::Refreshed(const TPageData& iData,

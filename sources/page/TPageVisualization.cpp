@@ -1,8 +1,5 @@
 #include "sources/page/TPageVisualization.h"
 
-#include <algorithm>
-
-#include "host/contract/INotifications.h"
 #include "host/contract/TPluginIntegration.h"
 #include "sources/page/PageConsts.h"
 #include "sources/page/PageResourceStrings.h"
@@ -61,7 +58,8 @@ TString Joined(const std::vector<TString>& iParts, TStringView iSeparator) {
 
 }  // namespace
 
-TPageVisualization::TPageVisualization() : FResults(MakeIntf<TPageResults>()) {}
+TPageVisualization::TPageVisualization(TIntf<TPageUpdate> iUpdate)
+    : FUpdate(std::move(iUpdate)), FList(_resPageListEmpty) {}
 
 TString TPageVisualization::GetCaption() const { return _resPageName; }
 
@@ -73,40 +71,6 @@ TBitmap TPageVisualization::GetImageSelected() const { return {cPageImageSelecte
 
 TIntf<IIntegrationInfo> TPageVisualization::GetIntegrationInfo() const {
   return MakeIntf<TPluginIntegrationInfo>(cPagePluginId, cPagePluginGroup);
-}
-
-void TPageVisualization::SetContainer(TPanel* iPanel) {
-  FContainer = iPanel;
-  if (FContainer != nullptr) FLastingExtensions = FExtensions.size();
-}
-
-void TPageVisualization::AddExtensions(const TIntf<IInterfaceList>& iExtensions) {
-  if (!iExtensions) return;
-  for (int i = 0; i < iExtensions->GetCount(); ++i) AddExtension(iExtensions->Get(i));
-}
-
-void TPageVisualization::AddExtension(const TIntf<IInterface>& iExtension) {
-  if (!iExtension) return;
-  FExtensions.push_back(iExtension);
-  if (const auto notifications = Supports<INotifications>(iExtension)) {
-    notifications->SetSearchResults(FResults);
-  }
-}
-
-void TPageVisualization::SetResults(const TIntf<IInterfaceList>& iResults) {
-  if (FResults->Set(iResults)) TellSelectionChanged();
-}
-
-void TPageVisualization::RemoveResults(const TIntf<IInterfaceList>& iResults) {
-  if (FResults->Remove(iResults)) TellSelectionChanged();
-}
-
-void TPageVisualization::SelectResults(const TIntf<IInterfaceList>& iResults) {
-  if (FResults->Select(iResults)) TellSelectionChanged();
-}
-
-void TPageVisualization::RefreshResult(const TIntf<ISearchResult>& iResult) {
-  FResults->Replace(iResult);
 }
 
 TIntf<IReminderText> TPageVisualization::GetReminderText(uint8_t iKind,
@@ -131,40 +95,19 @@ TIntf<ISearchResult> TPageVisualization::CreateSearchResultFromCmdLine(TStringVi
   return MakeIntf<TPageSearchResult>(NewPageData(*address, Trim(iValue)));
 }
 
-void TPageVisualization::ReleaseList() {
-  const std::vector<TIntf<IInterface>> extensions = FExtensions;  // one may add or drop some
-  for (const auto& extension : extensions) {
-    const auto notifications = Supports<INotifications>(extension);
-    if (!notifications) continue;
-    notifications->Close();
-    notifications->WaitFor();
-  }
-}
-
 void TPageVisualization::ReleaseListData() {
-  for (size_t i = FLastingExtensions; i < FExtensions.size(); ++i) {
-    if (const auto notifications = Supports<INotifications>(FExtensions[i])) {
-      notifications->SetSearchResults(nullptr);
-    }
-  }
-  FExtensions.resize(std::min(FLastingExtensions, FExtensions.size()));
-  FResults->Set(nullptr);
-  FContainer = nullptr;
+  FList.ReleaseListData();
   FVisible = false;
 }
 
 void TPageVisualization::Close() {
-  FLastingExtensions = 0;
-  ReleaseListData();
+  FList.Close();
+  FVisible = false;
 }
 
-void TPageVisualization::TellSelectionChanged() {
-  const std::vector<TIntf<IInterface>> extensions = FExtensions;  // one may add or drop some
-  for (const auto& extension : extensions) {
-    if (const auto notifications = Supports<INotifications>(extension)) {
-      notifications->SelectionChanged();
-    }
-  }
+bool TPageVisualization::QueryDelegated(const TGuid& iIid, void** oInterface) {
+  return FList.Results()->QueryInterface(iIid, oInterface) ||
+         FUpdate->QueryInterface(iIid, oInterface);
 }
 
 }  // namespace kk

@@ -3,15 +3,16 @@
 #include <vector>
 
 #include "host/contract/IWatchlistVisualization.h"
-#include "sources/page/TPageResults.h"
+#include "sources/page/TPageList.h"
+#include "sources/page/TPageUpdate.h"
 
 namespace kk {
 
-/// The list view of this source as far as it needs no screen: results, selection, extensions and
-/// texts. It draws nothing yet. Main thread.
+/// The list of this source in the section of the watch list, and its texts. It answers the queries
+/// for its results (ISearchResults) and for the refresh of the source, too. Main thread.
 class TPageVisualization : public TInterfaced<IWatchlistVisualization> {
  public:
-  TPageVisualization();
+  explicit TPageVisualization(TIntf<TPageUpdate> iUpdate);
 
   TString GetCaption() const override;
   TString GetMenuCaption() const override;
@@ -19,37 +20,39 @@ class TPageVisualization : public TInterfaced<IWatchlistVisualization> {
   TBitmap GetImageSelected() const override;
   TIntf<IInterfaceList> GetSubVisualizations() const override { return {}; }
   TIntf<IIntegrationInfo> GetIntegrationInfo() const override;
-  void SetContainer(TPanel* iPanel) override;
-  void AddExtensions(const TIntf<IInterfaceList>& iExtensions) override;
-  /// One with INotifications is told of the results and of each change of the selection.
-  void AddExtension(const TIntf<IInterface>& iExtension) override;
-  void SetResults(const TIntf<IInterfaceList>& iResults) override;
-  void RemoveResults(const TIntf<IInterfaceList>& iResults) override;
-  void SelectResults(const TIntf<IInterfaceList>& iResults) override;
-  void RefreshResult(const TIntf<ISearchResult>& iResult) override;
+  void SetContainer(TPanel* iPanel) override { FList.SetContainer(iPanel); }
+  void AddExtensions(const TIntf<IInterfaceList>& iExtensions) override {
+    FList.AddExtensions(iExtensions);
+  }
+  void AddExtension(const TIntf<IInterface>& iExtension) override {
+    FList.AddExtension(iExtension);
+  }
+  void SetResults(const TIntf<IInterfaceList>& iResults) override { FList.SetResults(iResults); }
+  void RemoveResults(const TIntf<IInterfaceList>& iResults) override {
+    FList.RemoveResults(iResults);
+  }
+  void SelectResults(const TIntf<IInterfaceList>& iResults) override {
+    FList.SelectResults(iResults);
+  }
+  void RefreshResult(const TIntf<ISearchResult>& iResult) override { FList.RefreshResult(iResult); }
   TIntf<IReminderText> GetReminderText(uint8_t iKind, const TIntf<ISearchResult>& iResult) override;
   TIntf<ISearchResult> CreateSearchResultFromCmdLine(TStringView iValue) override;
   void ShowList() override { FVisible = true; }
   void HideList() override { FVisible = false; }
-  /// Tells the extensions that the view closes.
-  void ReleaseList() override;
-  /// Drops the results, and the extensions that came with the container; those from before, which
-  /// nobody adds again, stay.
+  void ReleaseList() override { FList.ReleaseList(); }
   void ReleaseListData() override;
 
   bool IsVisible() const { return FVisible; }
-  const TIntf<TPageResults>& Results() const { return FResults; }
-  const std::vector<TIntf<IInterface>>& Extensions() const { return FExtensions; }
+  TPageList& List() { return FList; }
   /// Drops everything that others put in, at the end of the program.
   void Close();
 
- private:
-  void TellSelectionChanged();
+ protected:
+  bool QueryDelegated(const TGuid& iIid, void** oInterface) override;
 
-  TIntf<TPageResults> FResults;
-  std::vector<TIntf<IInterface>> FExtensions;
-  size_t FLastingExtensions = 0;
-  TPanel* FContainer = nullptr;
+ private:
+  TIntf<TPageUpdate> FUpdate;
+  TPageList FList;
   bool FVisible = false;
 };
 

@@ -200,6 +200,12 @@ std::optional<TPrice> TPrice::FromText(std::string_view iText, std::string_view 
   return FromDigits(digits, *whole < amount.Groups.size() ? amount.Groups.back() : std::string());
 }
 
+double TPrice::ToDouble() const {
+  double value = static_cast<double>(FUnits);
+  for (int i = 0; i < FScale; ++i) value /= 10;
+  return value;
+}
+
 std::string TPrice::ToNumber() const {
   std::string digits = std::to_string(FUnits);
   if (FScale == 0) return digits;

@@ -28,6 +28,8 @@ class TPrice {
   /// "1239.500"). iCurrency may be empty. Nothing if there is no amount, or more than one reading.
   static std::optional<TPrice> FromText(std::string_view iText, std::string_view iCurrency);
 
+  /// The nearest number, for sorting.
+  double ToDouble() const;
   bool IsZero() const { return FUnits == 0; }
   /// "1239.00" as "1239": digits, and a point if there are decimals. FromNumber reads it back.
   std::string ToNumber() const;

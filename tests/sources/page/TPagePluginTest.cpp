@@ -10,6 +10,7 @@
 #include "host/contract/INotifications.h"
 #include "host/contract/TPluginIntegration.h"
 #include "host/contract/TPlugins.h"
+#include "host/controls/TPanel.h"
 #include "sources/page/PageConsts.h"
 #include "sources/page/TPageSearchResult.h"
 #include "tests/support/TFakeSource.h"
@@ -513,8 +514,9 @@ TEST_F(PagePlugin, ReleasingTheListDropsTheTabsExtensionsAndKeepsTheLastingOnes)
   extensions->Add(nullptr);
   View().AddExtensions(extensions);
   View().AddExtensions(nullptr);
-  int panel = 0;
-  View().SetContainer(reinterpret_cast<TPanel*>(&panel));
+  TPanel panel(nullptr);
+  View().SetContainer(&panel);
+  EXPECT_EQ(panel.Children(), std::vector<TControl*>{&View().List().Table()});
   View().AddExtension(ofTab);
   View().SetContainer(nullptr);
   View().ShowList();
@@ -525,11 +527,11 @@ TEST_F(PagePlugin, ReleasingTheListDropsTheTabsExtensionsAndKeepsTheLastingOnes)
   EXPECT_FALSE(View().IsVisible());
   EXPECT_EQ(ofTab->Calls, "cw");
   EXPECT_FALSE(ofTab->GetSearchResults());
-  EXPECT_EQ(View().Extensions().size(), 1u);
+  EXPECT_EQ(View().List().Extensions().size(), 1u);
   EXPECT_EQ(lasting->GetSearchResults()->GetCount(), 0);
   View().Close();
   EXPECT_FALSE(lasting->GetSearchResults());
-  EXPECT_TRUE(View().Extensions().empty());
+  EXPECT_TRUE(View().List().Extensions().empty());
 }
 
 TEST_F(PagePlugin, ViewTellsWhatATabNeeds) {
@@ -544,6 +546,16 @@ TEST_F(PagePlugin, ViewTellsWhatATabNeeds) {
   view->ShowList();
   view->HideList();
   EXPECT_FALSE(View().IsVisible());
+}
+
+TEST_F(PagePlugin, ViewAnswersForItsResultsAndForTheRefresh) {
+  const auto view = Supports<IWatchlistVisualization>(Source());
+  const auto results = Supports<ISearchResults>(view);
+  ASSERT_TRUE(results);
+  View().SetResults(ListOf({Result("http://a.example/")}));
+  EXPECT_EQ(results->GetCount(), 1);
+  EXPECT_EQ(Supports<ISearchResultUpdate>(view), Supports<ISearchResultUpdate>(Source()));
+  EXPECT_FALSE(Supports<ISearchSource>(view));
 }
 
 TEST_F(PagePlugin, OffersItsSourceToTheWatchListAlone) {
