@@ -75,7 +75,7 @@ TWatchlistCategory& TWatchlistCategoryCommands::AddCategory(TWatchlistCategory* 
   category->SetId(NewGuid());
   TLstWatchlistCategory& list = iParent != nullptr ? iParent->LstCategory() : RootCategories();
   TWatchlistCategory& added = list.Add(std::move(category));
-  FSeams.View->AddCategoryToTree(added);
+  FSeams.View.AddCategoryToTree(added);
   return added;
 }
 
@@ -83,14 +83,14 @@ void TWatchlistCategoryCommands::RenameCategory(TWatchlistCategory& iCategory, T
   CheckEditable(iCategory);
   CheckName(iCategory.Name(), iName);
   iCategory.SetName(iName);
-  FSeams.View->CategoryChanged(iCategory);
+  FSeams.View.CategoryChanged(iCategory);
 }
 
 void TWatchlistCategoryCommands::DescribeCategory(TWatchlistCategory& iCategory,
                                                   const TStringList& iLines) {
   CheckEditable(iCategory);
   iCategory.SetDescription(iLines);
-  FSeams.View->CategoryChanged(iCategory);
+  FSeams.View.CategoryChanged(iCategory);
 }
 
 void TWatchlistCategoryCommands::DoMoveCategory(TWatchlistCategory* iTarget,
@@ -104,7 +104,7 @@ void TWatchlistCategoryCommands::DoMoveCategory(TWatchlistCategory* iTarget,
   CheckDepth(iTarget, HeightOf(iCategory));
   TLstWatchlistCategory& list = iTarget != nullptr ? iTarget->LstCategory() : RootCategories();
   list.Add(iCategory.List()->Extract(iCategory));
-  FSeams.View->MoveNode(iCategory, iTarget);
+  FSeams.View.MoveNode(iCategory, iTarget);
 }
 
 bool TWatchlistCategoryCommands::DeleteCategory(TWatchlistCategory& iCategory) {
@@ -118,7 +118,7 @@ bool TWatchlistCategoryCommands::DeleteCategory(TWatchlistCategory& iCategory) {
   if (category == nullptr) return false;
   DeleteReminders(*category);
   MarkAllChanged();
-  FSeams.View->DeleteNodeFromTree(*category);
+  FSeams.View.DeleteNodeFromTree(*category);
   RootCategories().DeleteCategory(*category);
   return true;
 }

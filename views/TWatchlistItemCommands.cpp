@@ -41,10 +41,10 @@ bool TWatchlistItemCommands::DeleteItem(TWatchlistItem& iItem) {
   if (item->SearchResult()) RemoveRows(group.Integration(), ListOf(item->SearchResult()));
   Handler()->LstRemind().DeleteBySearchResultId(id);
   if (group.LstItem().GetCount() == 1) {
-    FSeams.View->DeleteNodeFromTree(group);
+    FSeams.View.DeleteNodeFromTree(group);
     RootCategories().DeletePlugin(group);
   } else {
-    FSeams.View->DeleteNodeFromTree(*item);
+    FSeams.View.DeleteNodeFromTree(*item);
     RootCategories().DeleteItemById(id);
   }
   RefreshSelectedCategory(category);
@@ -62,14 +62,14 @@ bool TWatchlistItemCommands::DeleteGroup(TWatchlistPlugin& iGroup) {
     Handler()->LstRemind().DeleteBySearchResultId(item->SearchResultId());
   }
   if (group->LstItem().GetCount() > 0) MarkDeleted(FindIntegration(pluginId));
-  FSeams.View->DeleteNodeFromTree(*group);
+  FSeams.View.DeleteNodeFromTree(*group);
   RootCategories().DeletePlugin(*group);
   RefreshSelectedCategory(category);
   return true;
 }
 
 void TWatchlistItemCommands::RefreshSelectedCategory(TWatchlistCategory& iCategory) {
-  Guarded(u"RefreshSelectedCategory", [&] { FSeams.View->RefreshSelectedCategory(iCategory); });
+  Guarded(u"RefreshSelectedCategory", [&] { FSeams.View.RefreshSelectedCategory(iCategory); });
 }
 
 bool TWatchlistItemCommands::DoTabDelete(const TIntf<IWatchlistIntegration>& iIntegration,
@@ -89,17 +89,17 @@ void TWatchlistItemCommands::DeleteItems(const TIntf<IWatchlistIntegration>& iIn
   for (const TGuid& id : iIds) DeleteItem(integration, id);
   DeleteEmptyGroups();
   MarkDeleted(integration);
-  FSeams.View->ShowFocusedResult();
+  FSeams.View.ShowFocusedResult(iIntegration);
 }
 
 void TWatchlistItemCommands::DeleteItem(TWatchlistIntegration* ioIntegration, const TGuid& iId) {
   const auto item = RootCategories().RemoveItemById(iId);
   if (!item) return;
-  FSeams.View->DeleteNodeFromTree(*item);
+  FSeams.View.DeleteNodeFromTree(*item);
   if (!item->SearchResult() || ioIntegration == nullptr) return;
   if (!ioIntegration->Updater().Remove(item->SearchResult())) return;
-  FSeams.View->UpdateTakenOut();
-  FSeams.View->DoUpdaterProgress(nullptr);
+  FSeams.View.UpdateTakenOut();
+  FSeams.View.DoUpdaterProgress(nullptr);
 }
 
 void TWatchlistItemCommands::DeleteEmptyGroups() {
@@ -107,7 +107,7 @@ void TWatchlistItemCommands::DeleteEmptyGroups() {
   TLstWatchlistPlugin groups(false);
   RootCategories().FindEmptyPlugins(groups);
   for (TWatchlistPlugin* group : groups) {
-    FSeams.View->DeleteNodeFromTree(*group);
+    FSeams.View.DeleteNodeFromTree(*group);
     RootCategories().DeletePlugin(*group);
   }
 }
@@ -140,7 +140,7 @@ void TWatchlistItemCommands::MoveItems(const TIntf<IWatchlistIntegration>& iInte
     if (!item) continue;
     TWatchlistItem& moved = group.LstItem().Add(std::move(item));
     moved.SetParentCategoryId(iTarget.Id());
-    FSeams.View->MoveNode(moved, &group);
+    FSeams.View.MoveNode(moved, &group);
   }
   DeleteEmptyGroups();
   if (integration != nullptr) integration->SetChangedItems(true);
@@ -152,7 +152,7 @@ TWatchlistPlugin& TWatchlistItemCommands::GroupIn(
   if (group != nullptr) return *group;
   TWatchlistPlugin& added =
       iTarget.LstPlugin().Add(std::make_unique<TWatchlistPlugin>(iIntegration));
-  FSeams.View->AddPluginToTree(iTarget, added);
+  FSeams.View.AddPluginToTree(iTarget, added);
   return added;
 }
 

@@ -102,11 +102,11 @@ bool TWatchlistReminderCommands::Edit(const TIntf<IInterfaceList>& ioResults,
 
 void TWatchlistReminderCommands::DoTabReminderAdd(const TIntf<IWatchlistIntegration>& iIntegration,
                                                   const TIntf<IInterfaceList>& ioResults) {
-  if (!Edit(ioResults, FSeams.View->FocusedResult())) return;
+  if (!Edit(ioResults, FSeams.View.FocusedResult())) return;
   for (int i = 0; i < ioResults->GetCount(); ++i) {
     RefreshRow(iIntegration, GetAs<ISearchResult>(*ioResults, i));
   }
-  FSeams.View->ShowFocusedResult();
+  FSeams.View.ShowFocusedResult(iIntegration);
 }
 
 void TWatchlistReminderCommands::EditReminders(const TIntf<IInterfaceList>& ioResults) {
@@ -117,7 +117,7 @@ void TWatchlistReminderCommands::EditReminders(const TIntf<IInterfaceList>& ioRe
     const TWatchlistItem* item = RootCategories().FindItemById(result->GetId());
     if (item != nullptr) RefreshRow(GroupOf(*item).Integration(), result);
   }
-  FSeams.View->ShowFocusedResult();
+  FSeams.View.ShowFocusedResult({});
 }
 
 bool TWatchlistReminderCommands::DoTabReminderDelete(
@@ -140,7 +140,7 @@ void TWatchlistReminderCommands::DeleteReminders(const TIntf<IWatchlistIntegrati
     }
     for (const TGuid& id : iIds) DeleteReminder(reminders, id);
   }
-  FSeams.View->ShowFocusedResult();
+  FSeams.View.ShowFocusedResult(iIntegration);
 }
 
 }  // namespace kk

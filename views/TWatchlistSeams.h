@@ -1,18 +1,15 @@
 #pragma once
 
-#include "views/TWatchlistImport.h"
 #include "views/TWatchlistView.h"
 
 namespace kk {
 
 class TForm;
 
-/// What the section's commands reach of rooms that are not there in every host, and the window to
-/// which their dialogs belong; the form owns the one and the commands look at it on every call. All
-/// are borrowed and never null.
+/// What the section's commands reach of the section: its views, and the window to which their
+/// dialogs belong, which may be null. Borrowed.
 struct TWatchlistSeams {
-  TWatchlistView* View;
-  TWatchlistImport* Import;
+  TWatchlistView& View;
   TForm* Form;
 };
 

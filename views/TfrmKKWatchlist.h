@@ -1,19 +1,23 @@
 #pragma once
 
-#include "host/base/TMainLoop.h"
+#include <memory>
+
+#include "host/controls/TCommonToolbarKK.h"
 #include "host/controls/TfrmKKCommonSectionBase.h"
 #include "reminders/IRemindThread.h"
 #include "updating/adding/TfrmWatchlistAddProgress.h"
-#include "views/TWatchlistCategoryCommands.h"
-#include "views/TWatchlistItemCommands.h"
-#include "views/TWatchlistUpdateCommands.h"
+#include "views/TWatchlistAutoRefresh.h"
+#include "views/TWatchlistImport.h"
+#include "views/TWatchlistPanesView.h"
+#include "views/TWatchlistTabCommands.h"
+#include "views/TWatchlistTreeCommands.h"
 
 namespace kk {
 
-/// The section "Beobachten": the frame around the commands, adding through a first refresh, and
-/// what becomes of refreshed results and delivered reminders. What shows the list and imports files
-/// is installed from outside; until it is, nothing is shown, and the log says what can't be done.
-/// Owned by the plug-in's root; it lives while the handler does. Main thread.
+/// The section "Beobachten": it holds panes, commands, timers and adding together, brings them up
+/// in stages and takes them down again, and keeps what becomes of refreshed results and delivered
+/// reminders. Where it is never shown, all of it works just the same. Owned by the plug-in's root;
+/// it lives while the handler does. Main thread.
 class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwner {
  public:
   TfrmKKWatchlist();
@@ -23,12 +27,14 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   TString GetIniSectionName() const override;
   /// The host's setting decides whether the section runs at once or after 300 ms.
   void Initialize(const TIntf<IApplication>& iApplication) override;
+  /// Keeps selection and sizes if the section was shown, and takes the panes down.
   void Uninitialize() override;
-  /// What the setting puts off: fills the tree and listens to updaters and reminders. Runs once, a
-  /// second call does nothing. Who can't wait for it may call it.
+  /// What the setting puts off: fills the panes and listens to updaters and reminders. Runs once, a
+  /// second call does nothing. Who can't wait for it may call it. What fails passes on.
   void InitializeWithDelay();
+  void MouseWheelHandler(IMouseWheel& ioWheel) override;
 
-  /// Builds the tree on the screen anew; with the flag the selection stays.
+  /// Builds the tree anew; with the flag the selection stays.
   void BuildCategoriesTree(bool iKeepSelection) override;
   /// Adds the results that can be refreshed to the target. The target has a group of the source.
   void AddWithUpdate(const TIntf<IInterfaceList>& iResults, TWatchlistIntegration& iIntegration,
@@ -37,28 +43,31 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   bool ImportInBackgroundFromFile(TStringView iFileName);
   bool ImportInBackgroundFromKKMobileStream(TMemoryStream& iStream);
 
-  TWatchlistCategoryCommands& Categories() { return FCategories; }
-  TWatchlistItemCommands& Items() { return FItems; }
-  TWatchlistUpdateCommands& Updates() { return FUpdates; }
-  TWatchlistReminderCommands& Reminders() { return FReminders; }
-  TWatchlistImport& Import() { return *FSeams.Import; }
+  TWatchlistPanes& Panes() { return FPanes; }
+  TWatchlistStatus& Status() { return FStatus; }
+  TWatchlistCategoryCommands& Categories() { return FCommands.Categories; }
+  TWatchlistItemCommands& Items() { return FCommands.Items; }
+  TWatchlistUpdateCommands& Updates() { return FCommands.Updates; }
+  TWatchlistReminderCommands& Reminders() { return FCommands.Reminders; }
+  TWatchlistImport& Import() { return *FImport; }
   TfrmWatchlistAddProgress& FormAddProgress() { return FFormAddProgress; }
   /// The results of the last add; the next one replaces them.
   const IInterfaceList& AddedSearchResults() const { return *FAddedSearchResults; }
 
   /// Borrowed; null goes back to none.
-  void SetView(TWatchlistView* iView);
   void SetImport(TWatchlistImport* iImport);
   /// Told of each end of a refresh, with the updater as the sender, when the list has taken the
   /// result in; for an added one, when its item stands in the list. What it throws is swallowed.
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) { FOnUpdateFinished = iEvent; }
-
   /// Told of each reminder that is on its way to the user, behind the views. What it throws is
   /// swallowed.
   void SetOnReminderDue(TNotifyProcessRemindItem iEvent) { FOnReminderDue = iEvent; }
 
+  TToolbar tlbrNavigation{this, u"tlbrNavigation"};
+
  protected:
   void Loaded() override;
+  void FirstShow() override;
 
  private:
   struct TFinished {
@@ -69,15 +78,22 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
 
   void SaveAll() override;
   bool SaveImported(bool iImported);
-  /// iListens: whether the section hears of the updaters' events from now on.
+  void BindExplorerBar();
+  /// iListens: whether the section hears of it from now on, here and below.
+  void BindSettings(bool iListens);
   void BindUpdaters(bool iListens);
+  void BindColumns(bool iListens);
   void BindReminders(bool iListens);
+  void StoreSettings();
   /// Tells the host that the section was closed.
   void FormClose(TObject* Sender);
   void StopDelay();
-  void DoInitializeWithDelayTimer();
+  void tmrInitializeWithDelayTimer();
   void DoShowFormAddProgress(TObject* /*Sender*/) {}  // does nothing, as required
   void DoCloseFormAddProgress(TObject* Sender);
+  void DoClickExplorerbarMoreImport(TObject* Sender);
+  void DoClickExplorerbarMoreExport(TObject* Sender);
+  void DoClickExplorerbarMorePrint(TObject* Sender);
   void DoUpdaterFinishedItem(TObject* Sender, const TIntf<ISearchResult>& iSearchResult,
                              bool iSucceeded);
   void DoUpdaterProgress(TObject* Sender);
@@ -86,20 +102,26 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   void DoProcessElapsedRemindItem(TObject* Sender, TRemindItem& iItem);
   void TakeOver(TWatchlistItemUpdater& iUpdater, const TIntf<ISearchResult>& iSearchResult);
 
-  TWatchlistView FNoView;
-  TWatchlistImport FNoImport;
-  TWatchlistSeams FSeams{&FNoView, &FNoImport, this};
-  TWatchlistCategoryCommands FCategories{FSeams};
-  TWatchlistReminderCommands FReminders{FSeams};
-  TWatchlistItemCommands FItems{FSeams, FReminders};
-  TWatchlistUpdateCommands FUpdates;
+  // In the order in which they stand from top to bottom, the toolbar above.
+  TWatchlistPanes FPanes{this};
+  TWatchlistStatus FStatus{this};
   TfrmWatchlistAddProgress FFormAddProgress{*this, this};
   TIntf<IInterfaceList> FAddedSearchResults = NewInterfaceList();
   TIntf<IInterfaceList> FResultsToAdd = NewInterfaceList();  // the one list of all adds
+  TWatchlistPanesView FView{FPanes, FStatus};
+  TWatchlistCommands FCommands{{FView, this}};
+  TWatchlistTreeCommands FTreeCommands{FPanes, FCommands};
+  TWatchlistTabCommands FTabCommands{FPanes, FCommands};
+  TWatchlistAutoRefresh FAutoRefresh{FCommands.Updates};
+  TWatchlistImport FNoImport;
+  TWatchlistImport* FImport = &FNoImport;
+  std::unique_ptr<TCommonToolbarKK> FToolbar;
   TNotifyEventSearchResult FOnUpdateFinished;
   TNotifyProcessRemindItem FOnReminderDue;
   std::vector<TFinished> FFinished;  // ends that the updater's own listener has still to hear of
   bool FInitialized = false;
+  bool FListensToSettings = false;
+  bool FInMouseWheel = false;
   TMainLoop::TTimerId FDelayTimer = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/contract/ISectionHost.h"
+#include "host/controls/IMouseWheel.h"
 
 namespace kk {
 
@@ -23,5 +24,12 @@ void TfrmKKCommonSectionBase::Show() {
   if (!std::exchange(FWasShown, true)) FirstShow();
   if (const auto host = Supports<ISectionHost>(FApplication)) host->ShowSection(*this);
 }
+
+void TfrmKKCommonSectionBase::Resize(int iWidth, int iHeight) {
+  FShownWidth = iWidth;
+  FShownHeight = iHeight;
+}
+
+void TfrmKKCommonSectionBase::MouseWheelHandler(IMouseWheel& ioWheel) { ioWheel.PerformDefault(); }
 
 }  // namespace kk

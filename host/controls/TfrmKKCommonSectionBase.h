@@ -5,6 +5,8 @@
 
 namespace kk {
 
+class IMouseWheel;
+
 /// The base of the form of a section, which the host embeds and switches to from its main menu. It
 /// tells a host with a screen (ISectionHost) where it is from Initialize to Uninitialize.
 class TfrmKKCommonSectionBase : public TfrmKKCommonBase {
@@ -28,6 +30,13 @@ class TfrmKKCommonSectionBase : public TfrmKKCommonBase {
   /// FirstShow has run.
   bool WasShown() const { return FWasShown; }
 
+  /// The host tells the size in pixels that the section has on the screen; 0 until it has.
+  void Resize(int iWidth, int iHeight);
+  int ShownWidth() const { return FShownWidth; }
+  int ShownHeight() const { return FShownHeight; }
+  /// The user has turned the wheel over the section.
+  virtual void MouseWheelHandler(IMouseWheel& ioWheel);
+
  protected:
   /// Runs once, when the section is shown for the first time.
   virtual void FirstShow() {}
@@ -36,6 +45,8 @@ class TfrmKKCommonSectionBase : public TfrmKKCommonBase {
  private:
   TIntf<IApplication> FApplication;
   bool FWasShown = false;
+  int FShownWidth = 0;
+  int FShownHeight = 0;
 };
 
 }  // namespace kk

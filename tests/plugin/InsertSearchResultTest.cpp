@@ -148,7 +148,7 @@ TEST_F(TInsertTest, NewResultIsAddedThroughARefresh) {
   EXPECT_THAT(Queued(Auction), ElementsAre("Faust"));
   EXPECT_EQ(Books.LstPlugin().GetCount(), 1);
   EXPECT_EQ(Books.GetItemCount(true), 0) << "not before the refresh has ended";
-  EXPECT_EQ(View.Kept, 1);
+  EXPECT_EQ(Rebuilds.Count, 1);
   Auction->Finish(true);
   EXPECT_THAT(Names(Group(Books, Auction).LstItem()), ElementsAre("Faust"));
   EXPECT_EQ(Group(Books, Auction).LstItem().GetItems(0).ParentCategoryId(), Books.Id());
@@ -173,7 +173,7 @@ TEST_F(TInsertTest, KnownResultIsMovedWithAll) {
   EXPECT_THAT(Names(Group(Books, Auction).LstItem()), ElementsAre("Emma"));
   EXPECT_EQ(Flags(Auction), "RI");
   EXPECT_THAT(Queued(Auction), IsEmpty());
-  EXPECT_EQ(View.Kept, 1);
+  EXPECT_EQ(Rebuilds.Count, 1);
 }
 
 TEST_F(TInsertTest, GroupsLeftEmptyAreDeleted) {
@@ -191,7 +191,7 @@ TEST_F(TInsertTest, KnownResultStaysWithOnlyNew) {
   EXPECT_EQ(faust.ParentCategoryId(), Books.Id());
   EXPECT_EQ(Flags(Auction), "-");
   EXPECT_EQ(Clocks.LstPlugin().GetCount(), 0) << "the group made for it has gone again";
-  EXPECT_EQ(View.Kept, 1);
+  EXPECT_EQ(Rebuilds.Count, 1);
 }
 
 TEST_F(TInsertTest, WithTheDialogOffAKnownResultMovesNothing) {
@@ -201,7 +201,7 @@ TEST_F(TInsertTest, WithTheDialogOffAKnownResultMovesNothing) {
   EXPECT_EQ(faust.ParentCategoryId(), Books.Id());
   EXPECT_EQ(Unassigned().LstPlugin().GetCount(), 0);
   EXPECT_EQ(Flags(Auction), "-");
-  EXPECT_EQ(View.Kept, 1);
+  EXPECT_EQ(Rebuilds.Count, 1);
 }
 
 TEST_F(TInsertTest, KnownResultInTheTargetStays) {
@@ -250,7 +250,7 @@ TEST_F(TInsertTest, CancelLeavesEverythingAsItWas) {
   EXPECT_FALSE(Insert(u"Faust"));
   EXPECT_EQ(Tree().GetCount(), 3);
   EXPECT_EQ(Books.LstPlugin().GetCount(), 0);
-  EXPECT_EQ(View.Kept, 0);
+  EXPECT_EQ(Rebuilds.Count, 0);
 }
 
 // TWatchlist

@@ -33,10 +33,10 @@ class TRecordingPlayer : public ISoundPlayer {
   ISoundPlayer* FBefore;
 };
 
-// Notes the results whose rows lose the mark of a reminder.
-class TReminderView : public TWatchlistView {
+// Notes the reminders of which the section hears.
+class TDueRecorder : public TObject {
  public:
-  void RefreshRowOfReminder(const TGuid& iResultId) override { Ids.push_back(iResultId); }
+  void DoReminderDue(TObject*, TRemindItem& iItem) { Ids.push_back(iItem.Id()); }
   std::vector<TGuid> Ids;
 };
 
@@ -105,7 +105,7 @@ class TRemindLifeCycleTest : public testing::Test, public TPluginWorld {
     Clock.StartSleeping();
     Initialize(iApplication);
     Form().InitializeWithDelay();
-    Form().SetView(&Marks);
+    Form().SetOnReminderDue(TNotifyProcessRemindItem::Of<&TDueRecorder::DoReminderDue>(&Marks));
   }
   // Lets the thread work until it sleeps.
   void DeliverAll() {
@@ -151,7 +151,7 @@ class TRemindLifeCycleTest : public testing::Test, public TPluginWorld {
   }
 
   TRecordingPlayer Player;
-  TReminderView Marks;
+  TDueRecorder Marks;
   TIntf<TLoadingSource> Loading = MakeIntf<TLoadingSource>(Clock);
   TGuid First;
   TGuid Second;
@@ -260,7 +260,7 @@ TEST_F(TRemindLifeCycleTest, SectionThatHasNotBegunYetDoesNotHoldADeliveryUp) {
   Plugin->GetIntegration()->AddIntegration(Auction);
   Clock.StartSleeping();
   Initialize(Delivering());
-  Form().SetView(&Marks);
+  Form().SetOnReminderDue(TNotifyProcessRemindItem::Of<&TDueRecorder::DoReminderDue>(&Marks));
   DeliverInASecond();
   EXPECT_THAT(Player.Played(), ElementsAre("eins.wav", "zwei.wav", "drei.wav"));
   EXPECT_THAT(Marks.Ids, IsEmpty());
@@ -274,7 +274,7 @@ TEST_F(TRemindLifeCycleTest, HostThatComesAndGoesKeepsItsReminders) {
   const TOtherThreads other;
   const auto host = MakeIntf<TFakeApplication>(false);
   Start(host);
-  EXPECT_EQ(host->Asked, 1);
+  EXPECT_EQ(host->Asked, 2) << "for its reminders, and for refreshes at the start";
   EXPECT_EQ(RemindThreadFactory(), nullptr);
   Clock.Advance(10000);
   Loop.ProcessMessages();

@@ -12,11 +12,15 @@
 namespace kk {
 
 /// Counts how often the section's tree was built anew.
-class TCountingView : public TWatchlistView {
+class TRebuildCounter : public ITreeObserver {
  public:
-  void BuildCategoriesTree(bool iKeepSelection) override { iKeepSelection ? ++Kept : ++Fresh; }
-  int Kept = 0;
-  int Fresh = 0;
+  void BeforeTreeChange(const TTreeChange&) override {}
+  void AfterTreeChange(const TTreeChange& iChange) override {
+    if (iChange.Kind == TTreeChange::TKind::tcReset) ++Count;
+  }
+  void NodeChanged(TVirtualNode&) override {}
+  void ScrollIntoView(TVirtualNode&) override {}
+  int Count = 0;
 };
 
 /// The plug-in in a host of the test's.
@@ -37,7 +41,7 @@ class TPluginWorld : public TWatchlistWorld {
 
   void Initialize(const TIntf<IApplication>& iApplication = MakeIntf<TFakeApplication>()) {
     Plugin->Initialize(iApplication);
-    Form().SetView(&View);
+    Form().Panes().Tree.vstCategories.SetTreeObserver(&Rebuilds);
     Log.Clear();
   }
   /// The host drops the plug-in.
@@ -61,7 +65,7 @@ class TPluginWorld : public TWatchlistWorld {
         });
   }
 
-  TCountingView View;
+  TRebuildCounter Rebuilds;
   TIntf<TPluginWatchlist> Plugin = MakeIntf<TPluginWatchlist>();
 };
 

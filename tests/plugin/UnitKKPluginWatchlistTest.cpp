@@ -347,7 +347,7 @@ TEST_F(TPluginWatchlistTest, ValueThatNoSourceUnderstandsIsPassedOver) {
   Initialize();
   Plugin->ProcessCdmLineParams(u"kaufkobolde -rem quatsch");
   EXPECT_FALSE(Shown());
-  EXPECT_EQ(View.Kept + View.Fresh, 0);
+  EXPECT_EQ(Rebuilds.Count, 0);
   EXPECT_TRUE(Log.Contains("info Plugin: Importiere neuen Eintrag über Kommandozeile: quatsch"));
 }
 
@@ -421,7 +421,7 @@ TEST_F(TPluginWatchlistTest, RemimportThatSucceedsSavesAndShows) {
   Plugin->ProcessCdmLineParams(u"kaufkobolde -REMIMPORT " + name + u" -remimport " + name);
   EXPECT_THAT(import.FileNames, ElementsAre(ToUtf8(name)));
   EXPECT_TRUE(Folder.Has(cWatchlistFileName));
-  EXPECT_EQ(View.Kept, 1);
+  EXPECT_EQ(Rebuilds.Count, 1);
   EXPECT_TRUE(Shown());
 }
 
@@ -440,7 +440,7 @@ TEST_F(TPluginWatchlistTest, RemimportThatFailsIsFalseAndQuiet) {
   EXPECT_EQ(import.FileNames.size(), 2U);
   EXPECT_EQ(Log.Lines().size(), 2U) << "no more than the two that tell of the attempts";
   EXPECT_FALSE(Folder.Has(cWatchlistFileName));
-  EXPECT_EQ(View.Kept, 0);
+  EXPECT_EQ(Rebuilds.Count, 0);
 }
 
 TEST_F(TPluginWatchlistTest, RemimportSaysThatThereIsNoImportYet) {
@@ -515,7 +515,7 @@ TEST_F(TPluginWatchlistTest, ShoppingCartIsExtendedAlthoughItHoldsNoItems) {
   list->Add(FakeResult(u"Faust"));
   object.AddSearchResults(list);
   EXPECT_THAT(Log.Lines(), IsEmpty());
-  EXPECT_EQ(View.Kept, 0);
+  EXPECT_EQ(Rebuilds.Count, 0);
 }
 
 }  // namespace

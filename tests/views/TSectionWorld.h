@@ -42,7 +42,9 @@ class TRecordingView : public TWatchlistView {
     Note("Selected", iCategory);
     if (Fails) throw Exception(u"Kein Fenster");
   }
-  void ShowFocusedResult() override { Note("Focused"); }
+  void ShowFocusedResult(const TIntf<IWatchlistIntegration>& iIntegration) override {
+    Note(iIntegration ? "Focused of " + ToUtf8(iIntegration->GetName()) : "Focused");
+  }
   TIntf<ISearchResult> FocusedResult() const override { return Focus; }
   void RefreshRowOfReminder(const TGuid& iId) override { Fail("Row of " + NameOf(iId)); }
   void RefreshDetailsOfReminder(const TGuid& iId) override { Fail("Details of " + NameOf(iId)); }
@@ -123,7 +125,8 @@ class TRecordingCalendar : public IOutlookFactory {
   IOutlookFactory* FBefore;
 };
 
-/// The section with its handler and recorders all around.
+/// The section with its handler, and a second set of its commands, which tell a recorder what the
+/// section's own would show.
 class TSectionWorld : public TWatchlistWorld {
  public:
   TSectionWorld() {
@@ -132,14 +135,16 @@ class TSectionWorld : public TWatchlistWorld {
     Handler()->LstIntegration().Add(Shop);
     Handler()->LoadFromFile();
     Form = std::make_unique<TfrmKKWatchlist>();
-    Form->SetView(&View);
-    Form->Initialize(MakeIntf<TFakeApplication>());
+    Form->Initialize(Application);
     Form->InitializeWithDelay();
-    View.Calls.clear();
+    Recorded = std::make_unique<TWatchlistCommands>(TWatchlistSeams{View, Form.get()});
+    Auction->ViewCalls().clear();
+    Shop->ViewCalls().clear();
     Log.Clear();
   }
   ~TSectionWorld() {
     Handler()->TerminateThreads();
+    Recorded.reset();
     Form.reset();
     for (const auto& source : {Auction, Shop}) {
       while (!source->Requests().empty()) source->Finish(false);
@@ -150,7 +155,9 @@ class TSectionWorld : public TWatchlistWorld {
 
   TRecordingView View;
   TRecordingCalendar Calendar;
+  TIntf<TFakeApplication> Application = MakeIntf<TFakeApplication>();
   std::unique_ptr<TfrmKKWatchlist> Form;
+  std::unique_ptr<TWatchlistCommands> Recorded;
 };
 
 /// The text of what the function raises; "nothing raised" otherwise.

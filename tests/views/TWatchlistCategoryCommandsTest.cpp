@@ -17,7 +17,7 @@ constexpr char16_t cDeleteFull[] =
 
 class TWatchlistCategoryCommandsTest : public testing::Test, public TSectionWorld {
  protected:
-  TWatchlistCategoryCommands& Commands() { return Form->Categories(); }
+  TWatchlistCategoryCommands& Commands() { return Recorded->Categories; }
 };
 
 TEST_F(TWatchlistCategoryCommandsTest, NewCategoryStandsAtTheEndOfItsPlace) {

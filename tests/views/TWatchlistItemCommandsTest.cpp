@@ -14,7 +14,7 @@ constexpr char16_t cDeleteEmptyGroup[] = u"Soll die markierte Kategorie wirklich
 
 class TWatchlistItemCommandsTest : public testing::Test, public TSectionWorld {
  protected:
-  TWatchlistItemCommands& Commands() { return Form->Items(); }
+  TWatchlistItemCommands& Commands() { return Recorded->Items; }
 
   TWatchlistCategory& Books = Category(u"Bücher");
   TWatchlistCategory& Clocks = Category(u"Uhren");
@@ -175,8 +175,8 @@ TEST_F(TWatchlistItemCommandsTest, ResultsOfAListAreDeletedInTheFixedOrder) {
   EXPECT_THAT(Calendar.Calls, ElementsAre("Delete E1"));
   EXPECT_TRUE(Log.Contains("info Form: Erinnerung gelöscht (" + ToUtf8(GUIDToString(id)) + ")"));
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust", "RemoveResults 2"));
-  EXPECT_THAT(View.Calls,
-              ElementsAre("Focused", "Delete Faust", "Delete Emma", "Delete [Auktion]", "Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion", "Delete Faust", "Delete Emma",
+                                      "Delete [Auktion]", "Focused of Auktion"));
   EXPECT_EQ(Books.LstPlugin().GetCount(), 0);
   EXPECT_THAT(Names(Group(Clocks, Auction).LstItem()), ElementsAre("Wecker"));
   EXPECT_EQ(Flags(Auction), "RI");
@@ -188,19 +188,21 @@ TEST_F(TWatchlistItemCommandsTest, EmptyGroupsOfTheWholeTreeGoWithADeleteFromALi
   Group(Category(u"Wecker", &Clocks), Shop);
   User.ExpectQuestion(cDeleteOne, true);
   Commands().DoTabDelete(Auction, Results({&faust}));
-  EXPECT_THAT(View.Calls, ElementsAre("Focused", "Delete Faust", "Delete [Laden]", "Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion", "Delete Faust", "Delete [Laden]",
+                                      "Focused of Auktion"));
 }
 
 TEST_F(TWatchlistItemCommandsTest, DeleteFromAListTakesTheResultOutOfTheQueue) {
   TWatchlistItem& faust = Item(Books, Auction, u"Faust");
   TWatchlistItem& emma = Item(Books, Auction, u"Emma");
-  Form->Updates().UpdateAll();
+  Recorded->Updates.UpdateAll();
   ASSERT_EQ(Record(Auction).Updater().GetCount(), 2);
   View.Calls.clear();
   User.ExpectQuestion(cDeleteOne, true);
   Commands().DoTabDelete(Auction, Results({&emma}));
   EXPECT_EQ(Record(Auction).Updater().GetCount(), 1);
-  EXPECT_THAT(View.Calls, ElementsAre("Focused", "Delete Emma", "TakenOut", "Progress", "Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion", "Delete Emma", "TakenOut", "Progress",
+                                      "Focused of Auktion"));
   (void)faust;
 }
 
@@ -242,7 +244,7 @@ TEST_F(TWatchlistItemCommandsTest, ResultsWithoutAnItemArePassedOver) {
 TEST_F(TWatchlistItemCommandsTest, FailingReminderDeleteDoesNotStopTheDelete) {
   class TFailingView : public TRecordingView {
    public:
-    void ShowFocusedResult() override {
+    void ShowFocusedResult(const TIntf<IWatchlistIntegration>&) override {
       if (First) {
         First = false;
         throw Exception(u"Kein Fenster");
@@ -250,12 +252,11 @@ TEST_F(TWatchlistItemCommandsTest, FailingReminderDeleteDoesNotStopTheDelete) {
     }
     bool First = true;
   } view;
-  Form->SetView(&view);
+  TWatchlistCommands commands({view, nullptr});
   TWatchlistItem& faust = Item(Books, Auction, u"Faust");
   User.ExpectQuestion(cDeleteOne, true);
-  EXPECT_TRUE(Commands().DoTabDelete(Auction, Results({&faust})));
+  EXPECT_TRUE(commands.Items.DoTabDelete(Auction, Results({&faust})));
   EXPECT_EQ(Books.GetItemCount(true), 0);
-  Form->SetView(&View);
 }
 
 TEST_F(TWatchlistItemCommandsTest, ItemsWithoutAResultGoByTheirIds) {

@@ -37,10 +37,10 @@ class TWatchlistReminderCommandsTest : public testing::Test, public TSectionWorl
   }
 
   void Add(const TIntf<IInterfaceList>& ioResults) {
-    Form->Reminders().DoTabReminderAdd(Auction, ioResults);
+    Recorded->Reminders.DoTabReminderAdd(Auction, ioResults);
   }
   bool Delete(bool iAsk, std::initializer_list<const TWatchlistItem*> iItems) {
-    return Form->Reminders().DoTabReminderDelete(iAsk, Auction, Results(iItems));
+    return Recorded->Reminders.DoTabReminderDelete(iAsk, Auction, Results(iItems));
   }
   void ExpectEditor(bool iOK) {
     User.Expect<TEditor>([iOK](TEditor& form) { (iOK ? form.btnOK : form.btnCancel).Click(); });
@@ -80,7 +80,7 @@ class TWatchlistReminderCommandsTest : public testing::Test, public TSectionWorl
 // Reminders that set up themselves, and what the editor does with its list.
 
 TEST_F(TWatchlistReminderCommandsTest, ReminderIsSetUpFromTheDefaultSettings) {
-  Form->Reminders().AutoEnableReminder(false, *Results({&Faust}));
+  Recorded->Reminders.AutoEnableReminder(false, *Results({&Faust}));
   ASSERT_EQ(Handler()->LstRemind().GetCount(), 1);
   const TRemindItem& reminder = Handler()->LstRemind().First();
   EXPECT_EQ(reminder.Id(), Faust.SearchResultId());
@@ -97,7 +97,7 @@ TEST_F(TWatchlistReminderCommandsTest, ResultsWithoutAFutureEndGetNone) {
   TWatchlistItem& now = Item(Books, Auction, u"Jetzt", Now());
   Remind(Ended);
   for (const bool showEditor : {true, false}) {
-    Form->Reminders().AutoEnableReminder(showEditor, *Results({&Ended, &Offer, &now}));
+    Recorded->Reminders.AutoEnableReminder(showEditor, *Results({&Ended, &Offer, &now}));
   }
   EXPECT_THAT(Reminded(), ElementsAre("Vorbei")) << "nothing was changed";
   EXPECT_THAT(Log.Lines(), IsEmpty());
@@ -105,7 +105,7 @@ TEST_F(TWatchlistReminderCommandsTest, ResultsWithoutAFutureEndGetNone) {
 
 TEST_F(TWatchlistReminderCommandsTest, AutomaticReminderGoesByTheLocalTime) {
   Clock.SetExactOffset(2 * TDateTime::cMsPerHour);
-  Form->Reminders().AutoEnableReminder(false, *Results({&Faust}));
+  Recorded->Reminders.AutoEnableReminder(false, *Results({&Faust}));
   EXPECT_THAT(Reminded(), ElementsAre("Faust"));
 }
 
@@ -113,7 +113,7 @@ TEST_F(TWatchlistReminderCommandsTest, OldRemindersOfAllResultsGoAlsoOfThoseThat
   Remind(Ended);
   Remind(Faust);
   Remind(Emma);
-  Form->Reminders().AutoEnableReminder(false, *Results({&Ended, &Faust}));
+  Recorded->Reminders.AutoEnableReminder(false, *Results({&Ended, &Faust}));
   EXPECT_THAT(Reminded(), ElementsAre("Emma", "Faust"));
   EXPECT_EQ(Handler()->LstRemind().GetItems(1).RemindTime(), In(55));
 }
@@ -121,7 +121,7 @@ TEST_F(TWatchlistReminderCommandsTest, OldRemindersOfAllResultsGoAlsoOfThoseThat
 TEST_F(TWatchlistReminderCommandsTest, EntryWithoutATimeIsNotKeptButLogged) {
   TIniFileSectionWatchlist().SetRelativeTimeIndex(13);  // a day before the end is past
   Remind(Faust);
-  Form->Reminders().AutoEnableReminder(false, *Results({&Faust}));
+  Recorded->Reminders.AutoEnableReminder(false, *Results({&Faust}));
   EXPECT_THAT(Reminded(), IsEmpty());
   EXPECT_THAT(Log.Lines(),
               ElementsAre(cAdded, IdLine(Faust), TimeLine({}), "details RemindTypes: Sound"));
@@ -136,7 +136,7 @@ TEST_F(TWatchlistReminderCommandsTest, OldReminderIsThePatternOfItsSuccessor) {
     EXPECT_THAT(Reminded(), ElementsAre("Faust")) << "the old one waits for the end";
     form.btnOK.Click();
   });
-  Form->Reminders().AutoEnableReminder(true, *Results({&Faust, &Emma}));
+  Recorded->Reminders.AutoEnableReminder(true, *Results({&Faust, &Emma}));
   EXPECT_THAT(Reminded(), ElementsAre("Faust", "Emma"));
   EXPECT_EQ(Handler()->LstRemind().GetItems(0).RemindTime(), In(55)) << "each by its own end";
   EXPECT_EQ(Handler()->LstRemind().GetItems(1).RemindTime(), In(115));
@@ -146,7 +146,7 @@ TEST_F(TWatchlistReminderCommandsTest, CancelledEditorLeavesOldRemindersAsTheyWe
   RemindBySound(Faust, u"gong.wav", In(1));
   Handler()->LstRemind().SetChanged(false);
   ExpectEditor(false);
-  Form->Reminders().AutoEnableReminder(true, *Results({&Faust}));
+  Recorded->Reminders.AutoEnableReminder(true, *Results({&Faust}));
   ASSERT_EQ(Handler()->LstRemind().GetCount(), 1);
   EXPECT_EQ(Handler()->LstRemind().First().RemindTime(), In(1));
   EXPECT_FALSE(Handler()->LstRemind().GetChanged());
@@ -161,7 +161,7 @@ TEST_F(TWatchlistReminderCommandsTest, OldReminderFiresWhileTheEditorStands) {
     EXPECT_TRUE(Handler()->LstRemind().ExtractFirstElapsedItem(due));
     form.btnOK.Click();
   });
-  Form->Reminders().AutoEnableReminder(true, *Results({&Faust}));
+  Recorded->Reminders.AutoEnableReminder(true, *Results({&Faust}));
   EXPECT_THAT(Reminded(), ElementsAre("Faust")) << "the new one";
   EXPECT_EQ(Handler()->LstRemind().First().RemindTime(), In(54));
 }
@@ -173,7 +173,7 @@ TEST_F(TWatchlistReminderCommandsTest, OneResultGetsItsReminderWithoutAQuestion)
   Add(Results({&Faust}));
   EXPECT_THAT(Reminded(), ElementsAre("Faust"));
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust"));
-  EXPECT_THAT(View.Calls, ElementsAre("Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion"));
   EXPECT_EQ(Flags(Auction), "-");
 }
 
@@ -232,7 +232,7 @@ TEST_F(TWatchlistReminderCommandsTest, ResultThatHasEndedByTheLocalTimeAloneGets
   Add(Results({&Ended}));
   EXPECT_EQ(User.ShownCount(), 0);
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Vorbei"));
-  EXPECT_THAT(View.Calls, ElementsAre("Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion"));
 }
 
 TEST_F(TWatchlistReminderCommandsTest, OffersAreCountedAndGetNoReminder) {
@@ -268,7 +268,7 @@ TEST_F(TWatchlistReminderCommandsTest, RowsAreDrawnAnewAlsoAfterACancel) {
   Add(Results({&Faust, &Emma}));
   EXPECT_THAT(Reminded(), IsEmpty());
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust", "RefreshResult Emma"));
-  EXPECT_THAT(View.Calls, ElementsAre("Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion"));
 }
 
 TEST_F(TWatchlistReminderCommandsTest, FailureOfARowPassesToTheCaller) {
@@ -288,7 +288,7 @@ TEST_F(TWatchlistReminderCommandsTest, ResultsOfSeveralSourcesShareOneEditor) {
       u"Möchten Sie die Erinnerungen für alle 3 Einträge bearbeiten?\r\n",
       true);
   ExpectEditor(true);
-  Form->Reminders().EditReminders(results);
+  Recorded->Reminders.EditReminders(results);
   EXPECT_EQ(Handler()->LstRemind().GetCount(), 3);
   EXPECT_EQ(Handler()->LstRemind().First().Id(), clock.SearchResultId()) << "the focus is no part";
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust"));
@@ -300,9 +300,9 @@ TEST_F(TWatchlistReminderCommandsTest, SourceWithoutAViewHasItsReminders) {
   const auto mute = MakeIntf<TFakeSource>(u"Stumm", NewGuid(), TFakeAbilities{true, false});
   TWatchlistItem& clock = Item(Books, mute, u"Wecker", In(30));
   ExpectEditor(true);
-  Form->Reminders().DoTabReminderAdd(mute, Results({&clock}));
+  Recorded->Reminders.DoTabReminderAdd(mute, Results({&clock}));
   EXPECT_THAT(Reminded(), ElementsAre("Wecker"));
-  EXPECT_TRUE(Form->Reminders().DoTabReminderDelete(false, mute, Results({&clock})));
+  EXPECT_TRUE(Recorded->Reminders.DoTabReminderDelete(false, mute, Results({&clock})));
   EXPECT_THAT(Reminded(), IsEmpty());
 }
 
@@ -323,7 +323,7 @@ TEST_F(TWatchlistReminderCommandsTest, RemindersAreDeletedWithTheirAppointments)
                           "(EntryId: E1)",
                           DeletedLine(Emma)));
   EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust", "RefreshResult Emma"));
-  EXPECT_THAT(View.Calls, ElementsAre("Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion"));
   EXPECT_TRUE(Handler()->LstRemind().GetChanged());
   EXPECT_EQ(User.ShownCount(), 0) << "nothing is asked";
 }
@@ -394,10 +394,10 @@ TEST_F(TWatchlistReminderCommandsTest, ListIsFreeAgainAfterAFailure) {
 TEST_F(TWatchlistReminderCommandsTest, ResultsWithoutAReminderArePassedOver) {
   const TIntf<IInterfaceList> results = Results({&Faust});
   results->Add({});
-  EXPECT_TRUE(Form->Reminders().DoTabReminderDelete(false, Auction, results));
+  EXPECT_TRUE(Recorded->Reminders.DoTabReminderDelete(false, Auction, results));
   EXPECT_THAT(Auction->ViewCalls(), IsEmpty());
   EXPECT_THAT(Log.Lines(), IsEmpty());
-  EXPECT_THAT(View.Calls, ElementsAre("Focused"));
+  EXPECT_THAT(View.Calls, ElementsAre("Focused of Auktion"));
 }
 
 TEST_F(TWatchlistReminderCommandsTest, EmptyPlacesOfASelectionAreNotEdited) {
@@ -408,7 +408,7 @@ TEST_F(TWatchlistReminderCommandsTest, EmptyPlacesOfASelectionAreNotEdited) {
   Add(results);
   EXPECT_THAT(Reminded(), ElementsAre("Faust"));
   results->Add({});
-  Form->Reminders().AutoEnableReminder(false, *results);
+  Recorded->Reminders.AutoEnableReminder(false, *results);
   EXPECT_THAT(Reminded(), ElementsAre("Faust"));
 }
 

@@ -55,50 +55,23 @@ TEST_F(TfrmKKWatchlistTest, SectionIsNamed) {
   EXPECT_EQ(Form->Caption(), u"Beobachten");
 }
 
-TEST_F(TfrmKKWatchlistTest, StartIsPutOffBy300Milliseconds) {
-  TRecordingView view;
-  TfrmKKWatchlist form;
-  form.SetView(&view);
-  form.Initialize(MakeIntf<TFakeApplication>());
-  EXPECT_THAT(view.Calls, IsEmpty());
-  Loop.Advance(299);
-  EXPECT_THAT(view.Calls, IsEmpty());
-  Loop.Advance(1);
-  EXPECT_THAT(view.Calls, ElementsAre("Build"));
-  Loop.Advance(1000);
-  EXPECT_THAT(view.Calls, ElementsAre("Build"));
-}
-
-TEST_F(TfrmKKWatchlistTest, SettingSwitchesTheDelayOff) {
-  Ini.WriteString(u"General", u"DelayedStart", u"0");
-  ASSERT_FALSE(TIniFileSectionGeneral().GetDelayedStart());
-  TRecordingView view;
-  TfrmKKWatchlist form;
-  form.SetView(&view);
-  form.Initialize(MakeIntf<TFakeApplication>());
-  EXPECT_THAT(view.Calls, ElementsAre("Build"));
-  form.InitializeWithDelay();
-  EXPECT_THAT(view.Calls, ElementsAre("Build"));
-}
-
 TEST_F(TfrmKKWatchlistTest, SectionThatGoesBeforeItsDelayNeverStarts) {
   const int before = Loop.TimerCount();
-  TRecordingView view;
   {
     TfrmKKWatchlist form;
-    form.SetView(&view);
     form.Initialize(MakeIntf<TFakeApplication>());
     form.Uninitialize();
-    EXPECT_EQ(Loop.TimerCount(), before);
     form.Initialize(MakeIntf<TFakeApplication>());
   }
   EXPECT_EQ(Loop.TimerCount(), before);
+  Auction->ViewCalls().clear();
   Loop.Advance(1000);
-  EXPECT_THAT(view.Calls, IsEmpty());
+  EXPECT_THAT(Auction->ViewCalls(), IsEmpty());
 }
 
 TEST_F(TfrmKKWatchlistTest, FormOutlivesItsHandler) {
   auto form = std::make_unique<TfrmKKWatchlist>();
+  Recorded.reset();
   Form.reset();
   FreeHandler();
   form.reset();
@@ -124,14 +97,13 @@ TEST_F(TfrmKKWatchlistTest, RefreshedResultReplacesTheItems) {
   TWatchlistItem& faust = Item(Books, Auction, u"Faust");
   const TGuid id = faust.SearchResultId();
   Form->Updates().UpdateItem(faust);
-  View.Calls.clear();
   Clock.Advance(5000);
   Auction->Finish(true, FakeResult(u"Faust II"));
   EXPECT_EQ(faust.GetName(), u"Faust II");
   EXPECT_EQ(faust.SearchResultId(), id);
   EXPECT_EQ(faust.LastUpdateDate(), Clock.Now());
   EXPECT_EQ(Flags(Auction), "RI");
-  EXPECT_THAT(View.Calls, ElementsAre("Row", "Details", "Node", "Progress of updater"));
+  EXPECT_THAT(Auction->ViewCalls(), ElementsAre("RefreshResult Faust II"));
 }
 
 TEST_F(TfrmKKWatchlistTest, LastUpdateIsLocalTimeNotTheHostsCorrectedOne) {
@@ -145,12 +117,11 @@ TEST_F(TfrmKKWatchlistTest, LastUpdateIsLocalTimeNotTheHostsCorrectedOne) {
 TEST_F(TfrmKKWatchlistTest, FailedRefreshLeavesNoMark) {
   TWatchlistItem& faust = Item(Books, Auction, u"Faust");
   Form->Updates().UpdateItem(faust);
-  View.Calls.clear();
   Auction->Finish(false, FakeResult(u"Faust II"));
   EXPECT_EQ(faust.GetName(), u"Faust");
   EXPECT_TRUE(faust.LastUpdateDate().IsZero());
   EXPECT_EQ(Flags(Auction), "-");
-  EXPECT_THAT(View.Calls, ElementsAre("Progress of updater"));
+  EXPECT_THAT(Auction->ViewCalls(), IsEmpty());
 }
 
 TEST_F(TfrmKKWatchlistTest, RefreshOfAnItemDeletedMeanwhileIsDropped) {
@@ -177,15 +148,6 @@ TEST_F(TfrmKKWatchlistTest, RefreshOfASourceThatIsGoneIsDropped) {
   removed->Updater().SetOnProgress({});
   removed->Updater().SetOnUpdateFinished({});
   removed->Updater().SetOnAfterAdd({});
-}
-
-TEST_F(TfrmKKWatchlistTest, OneFailingViewDoesNotKeepTheOthersFromBeingRefreshed) {
-  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
-  Form->Updates().UpdateItem(faust);
-  View.Calls.clear();
-  View.Fails = true;
-  Auction->Finish(true);
-  EXPECT_THAT(View.Calls, ElementsAre("Row", "Details", "Node", "Progress of updater"));
 }
 
 TEST_F(TfrmKKWatchlistTest, EndsAreToldWhenTheListHasTakenTheResultIn) {
@@ -229,10 +191,8 @@ TEST_F(TfrmKKWatchlistTest, SectionThatIsGoneHearsNothing) {
   TWatchlistItem& faust = Item(Books, Auction, u"Faust");
   Form->Updates().UpdateItem(faust);
   Form->Uninitialize();
-  View.Calls.clear();
   Auction->Finish(true);
   EXPECT_THAT(Ends, IsEmpty());
-  EXPECT_THAT(View.Calls, IsEmpty());
 }
 
 // Adding with a first refresh.
@@ -242,12 +202,11 @@ TEST_F(TfrmKKWatchlistTest, AddedResultBecomesAnItemAndIsSaved) {
   EXPECT_TRUE(Form->FormAddProgress().Visible());
   EXPECT_EQ(Form->FormAddProgress().Parent(), Form.get());
   EXPECT_FALSE(Folder.Has(cWatchlistFileName));
-  View.Calls.clear();
   Auction->Finish(true);
   EXPECT_THAT(Names(Group(Books, Auction).LstItem()), ElementsAre("Faust"));
   EXPECT_TRUE(Folder.Has(cWatchlistFileName));
   EXPECT_FALSE(Form->FormAddProgress().Visible());
-  EXPECT_THAT(View.Calls, ElementsAre("Build keep", "Progress of updater"));
+  EXPECT_NE(Form->Panes().Tree.GetNodeByObj(&Group(Books, Auction).LstItem().GetItems(0)), nullptr);
   EXPECT_EQ(Handler()->LstRemind().GetCount(), 0) << "no reminder unless the setting says so";
 }
 
@@ -315,40 +274,14 @@ TEST_F(TfrmKKWatchlistTest, ResultThatWasNotAddedGetsAReminderToo) {
   EXPECT_EQ(Books.GetItemCount(true), 0);
 }
 
-// Delivered reminders.
-
-TEST_F(TfrmKKWatchlistTest, DeliveredReminderLosesItsMarksOnTheScreen) {
-  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
-  Deliver(faust);
-  EXPECT_THAT(View.Calls, ElementsAre("Row of Faust", "Details of Faust"));
-}
-
-TEST_F(TfrmKKWatchlistTest, SideBarThatCantShowADeliveredReminderShowsNothing) {
-  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
-  View.Fails = true;
-  Deliver(faust);
-  EXPECT_THAT(View.Calls, ElementsAre("Row of Faust", "Details of Faust", "No result"));
-}
-
-TEST_F(TfrmKKWatchlistTest, RemindersReachTheSectionFromItsDelayedStartToItsEnd) {
-  Form.reset();
-  const auto isBound = [] {
-    return static_cast<bool>(Handler()->RemindHandler().OnProcessElapsedItem());
-  };
-  EXPECT_FALSE(isBound());
-  TfrmKKWatchlist form;
-  form.Initialize(MakeIntf<TFakeApplication>());
-  EXPECT_FALSE(isBound());
-  Loop.Advance(300);
-  EXPECT_TRUE(isBound());
-  form.Uninitialize();
-  EXPECT_FALSE(isBound());
-}
-
 // Imports.
 
 class TFakeImport : public TWatchlistImport {
  public:
+  bool Display(TForm* iOwner) override {
+    Owner = iOwner;
+    return Answer;
+  }
   bool ExecuteInBackground(TStringView iFileName) override {
     FileName = iFileName;
     return Answer;
@@ -358,6 +291,7 @@ class TFakeImport : public TWatchlistImport {
     return Answer;
   }
   bool Answer = true;
+  TForm* Owner = nullptr;
   TString FileName;
   std::string Bytes;
 };
@@ -365,25 +299,28 @@ class TFakeImport : public TWatchlistImport {
 TEST_F(TfrmKKWatchlistTest, ImportThatSucceededIsSavedAndShown) {
   TFakeImport import;
   Form->SetImport(&import);
+  TWatchlistCategory& clocks = Category(u"Uhren");
   EXPECT_TRUE(Form->ImportInBackgroundFromFile(u"liste.wch"));
   EXPECT_EQ(import.FileName, u"liste.wch");
   EXPECT_TRUE(Folder.Has(cWatchlistFileName));
-  EXPECT_THAT(View.Calls, ElementsAre("Build keep"));
+  EXPECT_NE(Form->Panes().Tree.GetNodeByObj(&clocks), nullptr);
+  TWatchlistCategory& games = Category(u"Spiele");
   TMemoryStream stream("<watchlist/>");
   EXPECT_TRUE(Form->ImportInBackgroundFromKKMobileStream(stream));
   EXPECT_EQ(import.Bytes, "<watchlist/>");
-  EXPECT_THAT(View.Calls, ElementsAre("Build keep", "Build keep"));
+  EXPECT_NE(Form->Panes().Tree.GetNodeByObj(&games), nullptr);
 }
 
 TEST_F(TfrmKKWatchlistTest, ImportThatFailedChangesNothing) {
   TFakeImport import;
   import.Answer = false;
   Form->SetImport(&import);
+  TWatchlistCategory& clocks = Category(u"Uhren");
   EXPECT_FALSE(Form->ImportInBackgroundFromFile(u"liste.wch"));
   TMemoryStream stream;
   EXPECT_FALSE(Form->ImportInBackgroundFromKKMobileStream(stream));
   EXPECT_FALSE(Folder.Has(cWatchlistFileName));
-  EXPECT_THAT(View.Calls, IsEmpty());
+  EXPECT_EQ(Form->Panes().Tree.GetNodeByObj(&clocks), nullptr);
 }
 
 TEST_F(TfrmKKWatchlistTest, WithoutAnImportTheLogSaysSo) {
@@ -395,9 +332,9 @@ TEST_F(TfrmKKWatchlistTest, WithoutAnImportTheLogSaysSo) {
                           "info Form: Import von Kaufkobolde Mobile ist noch nicht möglich."));
 }
 
-TEST_F(TfrmKKWatchlistTest, WithoutAViewNothingIsShownAndAllWorks) {
-  Form->SetView(nullptr);
+TEST_F(TfrmKKWatchlistTest, SectionThatIsNeverShownWorksJustTheSame) {
   TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  Form->BuildCategoriesTree(false);
   Form->Updates().UpdateItem(faust);
   Auction->Finish(true, FakeResult(u"Faust II"));
   TWatchlistCategory& clocks = Form->Categories().AddCategory(nullptr, u"Uhren", {});
