@@ -52,7 +52,6 @@ void TDesktop::Begin(THostPlugins& ioPlugins, const TIntf<IApplication>& iApplic
   FApplication = iApplication;
   FSearch.Initialize(iApplication);
   OpenSearches();
-  FSearch.RefreshToolbar();
   FWindow.SetButtons(ToolbarButtons());
   ShowFirstSection();
 }

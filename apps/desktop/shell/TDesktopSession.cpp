@@ -16,8 +16,8 @@ namespace {
 constexpr int cLongestPaintMs = 500;
 constexpr int cBetweenSavesMs = 3000;
 constexpr int cBetweenLooksMs = 200;
-// More dialogs in one another than these are none that end.
-constexpr int cMaxDialogs = 50;
+// A dialog that is still there then wants the user to decide something first.
+constexpr int cMaxTries = 3;
 
 void TellProblem(TStringView iProblem) {
   MessageDlg(Format(u"Beim Beenden ging etwas schief, vielleicht ist die Beobachtenliste nicht "
@@ -32,11 +32,13 @@ TDesktopSession::TDesktopSession(TDesktopArguments iCall, THostServices& ioServi
                                  TTrayIcon& ioTray)
     : FCall(std::move(iCall)),
       FServices(ioServices),
-      FDesktop(ioTray),
+      FDesktop(std::in_place, ioTray),
+      FApplication(MakeIntf<TDesktopApplication>(*FDesktop)),
+      FCalls(std::in_place, *FDesktop),
       FSystemEnd([this] { RequestSystemEnd(); }) {
   QApplication::setQuitOnLastWindowClosed(false);
-  FDesktop.SetOnQuit([this] { RequestEnd(); });
-  QObject::connect(qApp, &QGuiApplication::commitDataRequest, &FDesktop.Window(),
+  FDesktop->SetOnQuit([this] { RequestEnd(); });
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, &FDesktop->Window(),
                    [this](QSessionManager&) { Save(); });
 }
 
@@ -52,17 +54,17 @@ TDesktopExit TDesktopSession::Run() {
 }
 
 void TDesktopSession::Open() {
-  BeginServer();
-  FCalls.push_back(std::move(FCall));
+  FCalls->Listen();
+  FCalls->Add(std::move(FCall));
   const auto start = [this] {
     if (FStartTimer == 0) return;
     FLoop.StopTimer(std::exchange(FStartTimer, 0));
     Start();
   };
   FStartTimer = FLoop.StartTimer(cLongestPaintMs, start);
-  FDesktop.Window().SetOnPainted(start);
-  FDesktop.Open();
-  if (!FDesktop.Window().isVisible()) FLoop.Post(start);
+  FDesktop->Window().SetOnPainted(start);
+  FDesktop->Open();
+  if (!FDesktop->Window().isVisible()) FLoop.Post(start);
 }
 
 void TDesktopSession::Start() {
@@ -80,14 +82,15 @@ void TDesktopSession::StartOrRaise() {
   if (!GuardData()) return Leave();
   if (FMustEnd) return;
   FHost.emplace(
-      [this](const TNotification& iNotification) { FDesktop.PopUps().Show(iNotification); });
+      [this](const TNotification& iNotification) { FDesktop->PopUps().Show(iNotification); });
+  FCalls->Prepare(FHost->Plugins());
   TellRefusedPackages();
   if (FMustEnd) return;
   FHost->Start(FApplication);
   FHost->Deliveries().StartOutbox();
-  FDesktop.Begin(FHost->Plugins(), FApplication);
+  FDesktop->Begin(FHost->Plugins(), FApplication);
   FSaveTimer = FLoop.StartTimer(cBetweenSavesMs, [this] { SaveReminders(); });
-  TakeCalls();
+  FCalls->Go();
 }
 
 bool TDesktopSession::GuardData() {
@@ -124,64 +127,6 @@ void TDesktopSession::TellRefusedPackages() {
              {TMsgDlgBtn::mbOK});
 }
 
-void TDesktopSession::BeginServer() {
-  try {
-    FServer.emplace(HostFolders().Data, FLoop, [this] { AnswerCallers(); });
-  } catch (const std::exception& e) {
-    // Second starts will say that the data are in use; all else works.
-    LogError(u"Host", u"Ein zweiter Start wird nicht bemerkt: %s", {MessageOf(e)});
-  }
-}
-
-void TDesktopSession::AnswerCallers() {
-  while (FServer) {
-    const auto peer = FServer->TakeCaller();
-    if (!peer) return;
-    if (peer->Begin()) Answer(*peer);
-  }
-}
-
-void TDesktopSession::Answer(THostPeer& ioPeer) {
-  const THostMessage& call = ioPeer.Call();
-  const auto refuse = [&](TStringView iText, TDesktopExit iExit) {
-    THostMessage complaint;
-    complaint.Kind = THostMessage::TKind::Complain;
-    complaint.Text = iText;
-    ioPeer.Send(complaint);
-    ioPeer.SendExit(static_cast<int>(iExit));
-  };
-  if (call.Kind != THostMessage::TKind::Start) {
-    return refuse(
-        u"Fehler: Diese Beobachtenliste ist gerade im Programm \"kaufkobolde\" geöffnet. Bitte "
-        u"dort bedienen oder es vorher beenden.",
-        TDesktopExit::deFailed);
-  }
-  if (FMustEnd) return refuse(u"Das Programm wird gerade beendet.", TDesktopExit::deFailed);
-  try {
-    FCalls.push_back(TDesktopArguments::Parse(call.Words));
-  } catch (const EDesktopUsage& e) {
-    return refuse(e.Message(), TDesktopExit::deUsage);
-  }
-  ioPeer.SendExit(static_cast<int>(TDesktopExit::deDone));
-  FDesktop.ComeBack(call.Text);
-  TakeCalls();
-}
-
-void TDesktopSession::TakeCalls() {
-  if (FMustEnd || !IsRunning()) return;
-  if (QApplication::activeModalWidget() != nullptr) {
-    if (FCallTimer == 0) FCallTimer = FLoop.StartTimer(cBetweenLooksMs, [this] { TakeCalls(); });
-    return;
-  }
-  if (FCallTimer != 0) FLoop.StopTimer(std::exchange(FCallTimer, 0));
-  for (const TDesktopArguments& call : std::exchange(FCalls, {})) {
-    FDesktop.TakeHostLine(call.HostLine);
-    TDroppedText all;
-    for (const TString& word : call.Words) all.Add(TDroppedText::OfWord(word));
-    FDesktop.Take(all);
-  }
-}
-
 void TDesktopSession::Save() {
   if (IsRunning() && FHost->Plugins().HasList()) FHost->Plugins().List().Save();
 }
@@ -193,24 +138,40 @@ void TDesktopSession::SaveReminders() {
 }
 
 void TDesktopSession::RequestEnd() {
-  if (CancelDialogs()) Leave();
+  if (FEndTimer != 0 || FMustEnd) return;
+  FClosing = nullptr;
+  FCalls->SetIsEnding(true);
+  FEndTimer = FLoop.StartTimer(cBetweenLooksMs, [this] { GoOnToEnd(); });
+  GoOnToEnd();
 }
 
 void TDesktopSession::RequestSystemEnd() {
   FIsSystemEnd = true;
-  CancelDialogs();
-  Leave();
+  // Should a dialog keep the program longer than the system waits.
+  if (QApplication::activeModalWidget() != nullptr) {
+    Guarded(u"TDesktopSession.RequestSystemEnd", [this] { Save(); });
+  }
+  RequestEnd();
 }
 
-bool TDesktopSession::CancelDialogs() {
-  for (int i = 0; i < cMaxDialogs; ++i) {
-    QWidget* const dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr) return true;
-    dialog->close();
-    FLoop.ProcessMessages();
-    if (QApplication::activeModalWidget() == dialog) return false;
+// One dialog at a time, from the loop: what shows one returns before the one behind it can end.
+void TDesktopSession::GoOnToEnd() {
+  while (QWidget* const menu = QApplication::activePopupWidget()) {
+    if (!menu->close()) break;
   }
-  return false;
+  QWidget* const dialog = QApplication::activeModalWidget();
+  if (dialog == nullptr) return FCalls->IsAnswering() ? void() : Leave();
+  if (dialog != FClosing) {
+    FClosing = dialog;
+    FTries = 0;
+  }
+  if (++FTries > cMaxTries && !FIsSystemEnd) {
+    FLoop.StopTimer(std::exchange(FEndTimer, 0));
+    FCalls->SetIsEnding(false);
+    FCalls->Go();
+    return;
+  }
+  dialog->close();
 }
 
 void TDesktopSession::Leave() {
@@ -221,28 +182,38 @@ void TDesktopSession::Leave() {
 TDesktopExit TDesktopSession::End() {
   if (std::exchange(FHasEnded, true)) return FExit;
   FMustEnd = true;
-  FDesktop.Hide();
-  FServer.reset();
-  for (TMainLoop::TTimerId* timer : {&FSaveTimer, &FStartTimer, &FCallTimer}) {
+  FDesktop->Hide();
+  FCalls->Close();
+  for (TMainLoop::TTimerId* timer : {&FSaveTimer, &FStartTimer, &FEndTimer}) {
     if (*timer != 0) FLoop.StopTimer(std::exchange(*timer, 0));
   }
+  const TString problem = EndPlugins();
+  FApplication->Leave();
+  FApplication = nullptr;
+  FCalls.reset();
+  FDesktop.reset();
+  // Widgets die late. Nothing that came from a package may be alive when the packages go.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  if (FHost) FHost->Unload();
+  FHost.reset();
+  if (problem.empty()) return FExit;
+  if (!FIsSystemEnd) TellProblem(problem);
+  return FExit = TDesktopExit::deFailed;
+}
+
+TString TDesktopSession::EndPlugins() {
+  if (!FHost) return {};
+  FHost->EndWork();
+  FDesktop->Leave();
   TString problem;
-  if (FHost) {
-    FHost->EndWork();
-    FDesktop.Leave();
+  {
     const TLoggedErrors errors;
     FHost->Uninitialize();
     problem = errors.First();
-    FDesktop.PopUps().Clear();
   }
-  FApplication->Leave();
-  if (!problem.empty()) {
-    FExit = TDesktopExit::deFailed;
-    if (!FIsSystemEnd) TellProblem(problem);
-  }
-  if (FHost) FHost->Unload();
-  FHost.reset();
-  return FExit;
+  FDesktop->PopUps().Clear();
+  FCalls->Forget();
+  return problem;
 }
 
 }  // namespace kk

@@ -1,16 +1,15 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include "apps/desktop/shell/TDesktop.h"
 #include "apps/desktop/shell/TDesktopApplication.h"
 #include "apps/desktop/shell/TDesktopArguments.h"
+#include "apps/desktop/shell/TDesktopCalls.h"
 #include "apps/desktop/shell/TSystemEnd.h"
 #include "apps/desktop/skin/TQtFormHost.h"
 #include "apps/desktop/skin/TQtMainLoop.h"
 #include "host/base/TInstalled.h"
-#include "host/program/THostServer.h"
 #include "host/program/THostServices.h"
 #include "host/program/THostSession.h"
 
@@ -39,14 +38,15 @@ class TDesktopSession {
   TDesktopExit End();
 
   /// The plug-ins are started and the first section stands.
-  bool IsRunning() const { return FDesktop.HasBegun(); }
+  bool IsRunning() const { return FDesktop && FDesktop->HasBegun(); }
   /// The user wants the program to end. Dialogs are cancelled first; one that stays keeps the
   /// program from ending.
   void RequestEnd();
   /// The system wants it: nothing keeps the program from ending.
   void RequestSystemEnd();
 
-  TDesktop& Desktop() { return FDesktop; }
+  /// Until End.
+  TDesktop& Desktop() { return *FDesktop; }
   /// Null before the packages are loaded and after the end.
   THostSession* Host() { return FHost ? &*FHost : nullptr; }
 
@@ -56,15 +56,12 @@ class TDesktopSession {
   /// False if the user would rather end the program.
   bool GuardData();
   void TellRefusedPackages();
-  void BeginServer();
-  void AnswerCallers();
-  void Answer(THostPeer& ioPeer);
-  /// Calls that came while a dialog stood, once it is gone.
-  void TakeCalls();
   void Save();
   void SaveReminders();
-  bool CancelDialogs();
+  void GoOnToEnd();
   void Leave();
+  /// Answers what went wrong, for the user.
+  TString EndPlugins();
 
   TDesktopArguments FCall;
   THostServices& FServices;
@@ -73,15 +70,16 @@ class TDesktopSession {
   TInstalled<TMainLoop> FLoopInstalled{&SetMainLoop, &FLoop};
   TQtFormHost FForms;
   TInstalled<IFormHost> FFormsInstalled{&SetFormHost, &FForms};
-  TDesktop FDesktop;
-  TIntf<TDesktopApplication> FApplication = MakeIntf<TDesktopApplication>(FDesktop);
+  std::optional<TDesktop> FDesktop;
+  TIntf<TDesktopApplication> FApplication;
+  std::optional<TDesktopCalls> FCalls;
   std::optional<THostSession> FHost;
-  std::optional<THostServer> FServer;
   TSystemEnd FSystemEnd;
-  std::vector<TDesktopArguments> FCalls;
   TMainLoop::TTimerId FSaveTimer = 0;
   TMainLoop::TTimerId FStartTimer = 0;
-  TMainLoop::TTimerId FCallTimer = 0;
+  TMainLoop::TTimerId FEndTimer = 0;
+  QPointer<QWidget> FClosing;  ///< the dialog that was asked to close
+  int FTries = 0;
   TDesktopExit FExit = TDesktopExit::deDone;
   bool FMustEnd = false;
   bool FIsSystemEnd = false;

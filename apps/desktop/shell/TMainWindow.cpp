@@ -47,7 +47,7 @@ bool IsField(const QObject* iObject) {
 }  // namespace
 
 TMainWindow::TMainWindow() : FStack(new QStackedWidget), FMessage(new QLabel) {  // the window's
-  setWindowTitle(ToQt(cProgram));
+  ShowTitle();
   setWindowIcon(TDrawings::ProgramIcon());
   FMessage->setAlignment(Qt::AlignCenter);
   FMessage->setWordWrap(true);
@@ -98,7 +98,7 @@ void TMainWindow::AddSection(TfrmKKCommonSectionBase& ioForm) {
 void TMainWindow::RemoveSection(TfrmKKCommonSectionBase& ioForm) {
   if (FSection == &ioForm) {
     FSection = nullptr;
-    setWindowTitle(ToQt(cProgram));
+    ShowTitle();
     FStack->setCurrentWidget(FMessage);
   }
   std::erase_if(FSections, [&](const auto& iSection) { return iSection->Form == &ioForm; });
@@ -111,7 +111,7 @@ void TMainWindow::ShowSection(TfrmKKCommonSectionBase& ioForm) {
   TfrmKKCommonSectionBase* const before = std::exchange(FSection, &ioForm);
   FStack->setCurrentWidget(section->Page.get());
   if (before != nullptr && before != &ioForm) before->SetVisible(false);
-  setWindowTitle(ToQt(ioForm.Caption()) + ToQt(u" – ") + ToQt(cProgram));
+  ShowTitle();
 }
 
 void TMainWindow::Open(TSection& ioSection) {
@@ -179,22 +179,27 @@ void TMainWindow::Paste() {
 }
 
 bool TMainWindow::eventFilter(QObject* iObject, QEvent* iEvent) {
-  return Takes(iObject, *iEvent) || QMainWindow::eventFilter(iObject, iEvent);
+  const auto* const widget = qobject_cast<const QWidget*>(iObject);
+  if (widget != nullptr && widget->window() == this && Takes(*widget, *iEvent)) return true;
+  return QMainWindow::eventFilter(iObject, iEvent);
 }
 
 // Here and not in the window's own handlers: a field would else take a file for text.
-bool TMainWindow::Takes(QObject* iObject, QEvent& ioEvent) {
+bool TMainWindow::Takes(const QWidget& iWidget, QEvent& ioEvent) {
   switch (ioEvent.type()) {
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
-      break;
+      return QApplication::activeModalWidget() == nullptr && TakeDrop(ioEvent, IsField(&iWidget));
     default:
       return false;
   }
-  if (QApplication::activeModalWidget() != nullptr) return false;
-  const auto* const widget = qobject_cast<const QWidget*>(iObject);
-  return widget != nullptr && widget->window() == this && TakeDrop(ioEvent, IsField(widget));
+}
+
+void TMainWindow::ShowTitle() {
+  QString title = ToQt(cProgram);
+  if (FSection != nullptr) title = ToQt(FSection->Caption()) + ToQt(u" – ") + title;
+  setWindowTitle(title);
 }
 
 bool TMainWindow::TakeDrop(QEvent& ioEvent, bool iIsField) {

@@ -70,9 +70,10 @@ class TMainWindow : public QMainWindow {
   };
   TSection* Find(const TfrmKKCommonSectionBase& iForm);
   void BuildMenu();
+  void ShowTitle();
   void Open(TSection& ioSection);
   void Paste();
-  bool Takes(QObject* iObject, QEvent& ioEvent);
+  bool Takes(const QWidget& iWidget, QEvent& ioEvent);
   bool TakeDrop(QEvent& ioEvent, bool iIsField);
 
   QStackedWidget* FStack;
