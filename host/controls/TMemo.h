@@ -19,6 +19,9 @@ class TMemo : public TControl {
   /// The user has changed the text to this one, lines divided by line breaks; not if it is there
   /// to be read alone.
   bool EnterText(TStringView iText);
+  /// As many lines as it shows without scrolling; 0 for as many as there is room for.
+  int VisibleLines() const { return FVisibleLines; }
+  void SetVisibleLines(int iLines) { SetValue(FVisibleLines, iLines); }
   bool ReadOnly() const { return FReadOnly; }
   void SetReadOnly(bool iReadOnly) { SetValue(FReadOnly, iReadOnly); }
 
@@ -31,6 +34,7 @@ class TMemo : public TControl {
  private:
   TStringList FLines;
   bool FReadOnly = false;
+  int FVisibleLines = 0;
 };
 
 }  // namespace kk

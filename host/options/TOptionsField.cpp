@@ -15,10 +15,13 @@ constexpr TStringView cAddressKey = u"EMail";
 
 TOptionsField::TOptionsField(TPanel& ioFrame, TStringView iName, TStringView iCaption,
                              TStringView iKey, TStringView iComplaint)
-    : Label(&ioFrame, u"lbl" + TString(iName), iCaption),
-      Edit(&ioFrame, u"edt" + TString(iName)),
+    : Row(&ioFrame, u"pnl" + TString(iName)),
+      Label(&Row, u"lbl" + TString(iName), iCaption),
+      Edit(&Row, u"edt" + TString(iName)),
       FKey(iKey),
-      FComplaint(iComplaint) {}
+      FComplaint(iComplaint) {
+  Row.SetArrangement(TArrangement::arRow);
+}
 
 TString TOptionsField::Stored() const { return IniFile().ReadString(cSection, FKey, {}); }
 

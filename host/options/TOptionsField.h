@@ -6,12 +6,12 @@
 
 namespace kk {
 
-/// A text of the settings' section "Communication" on a page: a label, and below it a line to edit
-/// it. Main thread.
+/// A text of the settings' section "Communication" on a page: a label and a line to edit it, in a
+/// row. Main thread.
 class TOptionsField {
  public:
-  /// iName: what follows "lbl" and "edt" in the controls' names. iComplaint: what a user reads who
-  /// has entered something else than the key takes (TCommunicationCheck).
+  /// iName: what follows "pnl", "lbl" and "edt" in the controls' names. iComplaint: what a user
+  /// reads who has entered something else than the key takes (TCommunicationCheck).
   TOptionsField(TPanel& ioFrame, TStringView iName, TStringView iCaption, TStringView iKey,
                 TStringView iComplaint = {});
 
@@ -24,6 +24,7 @@ class TOptionsField {
   /// What is in the field, without the blanks at its ends.
   TString Entered() const { return Trim(Edit.Text()); }
 
+  TPanel Row;
   TLabel Label;
   TEdit Edit;
 

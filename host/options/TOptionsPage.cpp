@@ -14,8 +14,7 @@ TOptionsPage::TOptionsPage(TIntf<ISettingsNode> iNode, TPanel& ioPages)
   try {
     Load();
   } catch (const std::exception& e) {
-    FFailure.SetCaption(Format(u"Diese Seite kann nicht gezeigt werden: %s",
-                               {ReplaceAll(MessageOf(e), u"&", u"&&")}));
+    FFailure.SetCaption(Format(u"Diese Seite kann nicht gezeigt werden: %s", {MessageOf(e)}));
     FFailure.SetVisible(true);
   }
 }

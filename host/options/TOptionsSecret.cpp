@@ -13,15 +13,14 @@ constexpr TStringView cSection = u"Communication";
 
 TOptionsSecret::TOptionsSecret(TPanel& ioFrame, TStringView iName, TStringView iCaption,
                                TStringView iRemoveCaption, TStringView iKey)
-    : Label(&ioFrame, u"lbl" + TString(iName), iCaption),
-      Row(&ioFrame, u"pnl" + TString(iName)),
+    : Row(&ioFrame, u"pnl" + TString(iName)),
+      Label(&Row, u"lbl" + TString(iName), iCaption),
       Edit(&Row, u"edt" + TString(iName)),
       Remove(&Row, u"btn" + TString(iName), iRemoveCaption),
       State(&ioFrame, u"lblState" + TString(iName)),
       FKey(iKey) {
   Row.SetArrangement(TArrangement::arRow);
   Edit.SetPassword(true);
-  Edit.SetStretches(true);
   Edit.SetOnChange(TNotifyEvent::Of<&TOptionsSecret::EditChange>(this));
   Remove.SetOnClick(TNotifyEvent::Of<&TOptionsSecret::RemoveClick>(this));
 }

@@ -12,7 +12,7 @@ namespace kk {
 /// Main thread.
 class TOptionsSecret : public TObject {
  public:
-  /// iName: what follows "lbl", "edt" and "btn" in the controls' names.
+  /// iName: what follows "pnl", "lbl", "edt" and "btn" in the controls' names.
   TOptionsSecret(TPanel& ioFrame, TStringView iName, TStringView iCaption,
                  TStringView iRemoveCaption, TStringView iKey);
 
@@ -21,8 +21,8 @@ class TOptionsSecret : public TObject {
   /// Raises Exception if it could be kept nowhere.
   void Save();
 
-  TLabel Label;
   TPanel Row;
+  TLabel Label;
   TEdit Edit;
   TButton Remove;
   TLabel State;

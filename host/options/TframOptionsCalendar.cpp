@@ -27,7 +27,6 @@ TString DeleteTrial(TOutlook& ioCalendar, TStringView iId) {
 TframOptionsCalendar::TframOptionsCalendar() : TframOptionsBase(u"framOptionsCalendar") {
   Hold({&Url, &User, &Folder}, {&Password});
   pnlTest.SetArrangement(TArrangement::arRow);
-  lblTest.SetStretches(true);
   btnTest.SetOnClick(TNotifyEvent::Of<&TframOptionsCalendar::btnTestClick>(this));
 }
 

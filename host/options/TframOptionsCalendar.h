@@ -9,15 +9,13 @@ class TframOptionsCalendar final : public TframOptionsBase {
  public:
   TframOptionsCalendar();
 
-  TOptionsField Url{*this, u"CalendarUrl", u"A&dresse des Kalenders (CalDAV)", u"CalendarUrl",
+  TOptionsField Url{*this, u"CalendarUrl", u"A&dresse (CalDAV)", u"CalendarUrl",
                     u"Die Adresse des Kalenders muss mit https:// oder http:// beginnen, ohne "
                     u"Benutzer und Kennwort darin."};
-  TOptionsField User{*this, u"CalendarUser", u"Ben&utzer am Kalender", u"CalendarUser"};
-  TOptionsSecret Password{*this, u"CalendarPassword", u"&Kennwort am Kalender", u"&Entfernen",
+  TOptionsField User{*this, u"CalendarUser", u"Ben&utzer", u"CalendarUser"};
+  TOptionsSecret Password{*this, u"CalendarPassword", u"&Kennwort", u"&Entfernen",
                           u"CalendarPassword"};
-  TOptionsField Folder{*this, u"CalendarFolder",
-                       u"O&rdner für Termine (.ics), wenn es keine Adresse gibt",
-                       u"CalendarFolder"};
+  TOptionsField Folder{*this, u"CalendarFolder", u"O&rdner, wenn ohne Adresse", u"CalendarFolder"};
   TPanel pnlTest{this, u"pnlTest"};
   TButton btnTest{&pnlTest, u"btnTest", u"&Testen"};
   TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};

@@ -54,9 +54,7 @@ TframOptionsEmail::TframOptionsEmail() : TframOptionsBase(u"framOptionsEmail") {
   using TSelf = TframOptionsEmail;
   Hold({&EMail, &From, &Server, &User}, {&Password});
   pnlCode.SetArrangement(TArrangement::arRow);
-  edtCode.SetStretches(true);
   pnlTest.SetArrangement(TArrangement::arRow);
-  lblTest.SetStretches(true);
   EMail.Edit.SetOnChange(TNotifyEvent::Of<&TSelf::edtEMailChange>(this));
   btnSendCode.SetOnClick(TNotifyEvent::Of<&TSelf::btnSendCodeClick>(this));
   btnConfirm.SetOnClick(TNotifyEvent::Of<&TSelf::btnConfirmClick>(this));

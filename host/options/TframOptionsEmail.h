@@ -13,18 +13,17 @@ class TframOptionsEmail final : public TframOptionsBase {
   void LoadSettings() override;
   void SaveSettings() override;
 
-  TOptionsField EMail{*this, u"EMail", u"&E-Mail-Adresse für Erinnerungen", u"EMail",
+  TOptionsField EMail{*this, u"EMail", u"&E-Mail-Adresse", u"EMail",
                       u"Die E-Mail-Adresse muss eine wie name@example.org sein."};
   TLabel lblConfirmed{this, u"lblConfirmed"};
-  TOptionsField From{*this, u"EMailFrom", u"Abse&nder (leer: die Adresse selbst)", u"EMailFrom",
+  TOptionsField From{*this, u"EMailFrom", u"Abse&nder, wenn ein anderer", u"EMailFrom",
                      u"Der Absender muss eine Adresse wie name@example.org sein."};
   TOptionsField Server{
-      *this, u"SmtpUrl", u"&Postausgang, etwa smtps://mail.example.org:465", u"SmtpUrl",
+      *this, u"SmtpUrl", u"&Postausgang (smtps://...)", u"SmtpUrl",
       u"Der Postausgang muss mit smtps:// oder smtp:// beginnen und nur Server und "
       u"Port nennen. Benutzer und Kennwort haben eigene Felder."};
-  TOptionsField User{*this, u"SmtpUser", u"Ben&utzer am Postausgang", u"SmtpUser"};
-  TOptionsSecret Password{*this, u"SmtpPassword", u"&Kennwort am Postausgang", u"Entfe&rnen",
-                          u"SmtpPassword"};
+  TOptionsField User{*this, u"SmtpUser", u"Ben&utzer", u"SmtpUser"};
+  TOptionsSecret Password{*this, u"SmtpPassword", u"&Kennwort", u"Entfe&rnen", u"SmtpPassword"};
   TPanel pnlCode{this, u"pnlCode", u"Adresse bestätigen"};
   TButton btnSendCode{&pnlCode, u"btnSendCode", u"&Code schicken"};
   TLabel lblCode{&pnlCode, u"lblCode", u"Co&de"};

@@ -22,7 +22,7 @@ class TframOptionsNotification final : public TframOptionsBase {
   TPanel pnlTest{this, u"pnlTest"};
   TButton btnTestWindow{&pnlTest, u"btnTestWindow", u"M&eldung testen"};
   TButton btnTestSound{&pnlTest, u"btnTestSound", u"&Ton testen"};
-  TLabel lblTest{this, u"lblTest", cOptionsTrialNote};
+  TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};
 
  private:
   void btnTestWindowClick(TObject* Sender);

@@ -12,7 +12,6 @@ namespace kk {
 TframOptionsSms::TframOptionsSms() : TframOptionsBase(u"framOptionsSms") {
   Hold({&Number, &Service}, {&Token});
   pnlTest.SetArrangement(TArrangement::arRow);
-  lblTest.SetStretches(true);
   btnTest.SetOnClick(TNotifyEvent::Of<&TframOptionsSms::btnTestClick>(this));
 }
 

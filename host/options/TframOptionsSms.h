@@ -10,13 +10,12 @@ class TframOptionsSms final : public TframOptionsBase {
  public:
   TframOptionsSms();
 
-  TOptionsField Number{*this, u"SMS", u"&Rufnummer für Erinnerungen", u"SMS",
+  TOptionsField Number{*this, u"SMS", u"&Rufnummer", u"SMS",
                        u"Die Rufnummer muss eine wie +4915112345678 sein."};
-  TOptionsField Service{*this, u"SmsUrl", u"A&dresse des SMS-Dienstes", u"SmsUrl",
+  TOptionsField Service{*this, u"SmsUrl", u"A&dresse des Dienstes", u"SmsUrl",
                         u"Die Adresse des SMS-Dienstes muss mit https:// oder http:// beginnen, "
                         u"ohne Benutzer und Kennwort darin."};
-  TOptionsSecret Token{*this, u"SmsToken", u"&Zugangsschlüssel des SMS-Dienstes", u"&Entfernen",
-                       u"SmsToken"};
+  TOptionsSecret Token{*this, u"SmsToken", u"&Zugangsschlüssel", u"&Entfernen", u"SmsToken"};
   TPanel pnlTest{this, u"pnlTest"};
   TButton btnTest{&pnlTest, u"btnTest", u"&Testen"};
   TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};

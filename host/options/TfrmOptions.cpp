@@ -81,7 +81,7 @@ void TfrmOptions::vstPagesFocusChanged(TObject*) {
   if (FSelected != nullptr) FSelected->SetVisible(false);
   FSelected = dynamic_cast<TOptionsPage*>(vstPages.FocusedNode()->Object());
   FSelected->SetVisible(true);
-  lblCaption.SetCaption(ReplaceAll(FSelected->Caption(), u"&", u"&&"));
+  lblCaption.SetCaption(FSelected->Caption());
 }
 
 bool TfrmOptions::Apply() {

@@ -16,7 +16,7 @@ inline constexpr TStringView _resSearchNoSource =
 inline constexpr TStringView _resSearchEmptyHint =
     u"Geben Sie oben ein, was gesucht werden soll, und drücken Sie die Eingabetaste. Umschalt und "
     u"Eingabetaste beginnen eine weitere Zeile. Was gefunden wird, steht dann hier.";
-inline constexpr TStringView _resSearchTryExample = u"&Beispielladen ausprobieren";
+inline constexpr TStringView _resSearchTryExample = u"Beispielladen ausprobieren";
 
 inline constexpr TStringView _resSearchNothingToSearch = u"Geben Sie zuerst etwas ein.";
 inline constexpr TStringView _resSearchTooLong =
@@ -28,7 +28,9 @@ inline constexpr TStringView _resSearchOneResult = u"1 Ergebnis";
 inline constexpr TStringView _resSearchResults = u"%d Ergebnisse";
 inline constexpr TStringView _resSearchWithOneProblem = u"%s, 1 Problem";
 inline constexpr TStringView _resSearchWithProblems = u"%s, %d Probleme";
-inline constexpr TStringView _resSearchProblemSummary = u"Bei der Suche gab es %d Probleme.";
+inline constexpr TStringView _resSearchProblemShortened = u"Der Text ist gekürzt.";
+inline constexpr TStringView _resSearchOneMoreProblem = u"Und ein weiteres Problem.";
+inline constexpr TStringView _resSearchMoreProblems = u"Und %d weitere Probleme.";
 inline constexpr TStringView _resSearchShowProblems = u"Alle &Probleme anzeigen...";
 inline constexpr TStringView _resSearchProblemsCaption = u"Probleme bei der Suche";
 inline constexpr TStringView _resSearchClose = u"&Schließen";

@@ -13,6 +13,7 @@ namespace kk {
 namespace {
 
 constexpr int cProgressMs = 250;
+constexpr int cFieldLines = 4;
 constexpr int cExplorerBarWidth = 220;
 constexpr int cExplorerBarMinWidth = 50;
 // What stands below the list of one problem; the rest is in the window of all.
@@ -26,7 +27,7 @@ void TakeUsedLines(const TStringList& iLines, TStringList& oUsed) {
   }
 }
 
-// As a caption has it, where "&" marks an access key.
+// For the caption of a label that leads to a field, where "&" marks an access key.
 TString AsCaption(TStringView iText) { return ReplaceAll(iText, u"&", u"&&"); }
 
 TString CountText(int iCount) {
@@ -75,15 +76,13 @@ void TfrmSearch::Layout() {
   pnlMain.SetStretches(true);
   pnlLeft.SetStretches(true);
   pnlInput.SetArrangement(TArrangement::arRow);
-  pnlText.SetStretches(true);
-  mmText.SetStretches(true);
+  mmText.SetVisibleLines(cFieldLines);
   pnlResults.SetArrangement(TArrangement::arStack);
   pnlResults.SetStretches(true);
-  pnlEmpty.SetStretches(true);
-  pnlProblems.SetArrangement(TArrangement::arRow);
-  lblProblem.SetStretches(true);
+  pnlMoreProblems.SetArrangement(TArrangement::arRow);
   tbstrpSources.SetVisible(false);
-  btnTryExample.SetVisible(false);
+  lblTryExample.SetVisible(false);
+  lblTryExample.SetLooksLikeLink(true);
   pnlExplorerBar.SetWidth(cExplorerBarWidth);
   pnlExplorerBar.SetMinSize(cExplorerBarMinWidth, 0);
   pnlExplorerBar.SetHasSplitter(true);
@@ -93,7 +92,7 @@ void TfrmSearch::Layout() {
 void TfrmSearch::BindEvents() {
   btnSearch.SetOnClick(TNotifyEvent::Of<&TfrmSearch::btnSearchClick>(this));
   btnCancel.SetOnClick(TNotifyEvent::Of<&TfrmSearch::btnCancelClick>(this));
-  btnTryExample.SetOnClick(TNotifyEvent::Of<&TfrmSearch::btnTryExampleClick>(this));
+  lblTryExample.SetOnClick(TNotifyEvent::Of<&TfrmSearch::lblTryExampleClick>(this));
   btnProblems.SetOnClick(TNotifyEvent::Of<&TfrmSearch::btnProblemsClick>(this));
   mmText.SetOnKeyPress(TKeyPressEvent::Of<&TfrmSearch::mmTextKeyPress>(this));
   SetDefaultButton(&btnSearch);
@@ -198,7 +197,7 @@ void TfrmSearch::ShowState() {
   btnCancel.SetEnabled(isRunning);
   pnlEmpty.SetVisible(state == TSearchState::ssNone);
   lblEmpty.SetVisible(hasSource);
-  btnTryExample.SetVisible(hasSource && FOnTryExample);
+  lblTryExample.SetVisible(hasSource && FOnTryExample);
   pnlResults.SetVisible(state != TSearchState::ssNone);
   isRunning ? StartProgress() : StopProgress();
   ShowStatus();
@@ -219,10 +218,12 @@ void TfrmSearch::ShowProblems() {
   const std::vector<TString>& problems = FSelected != nullptr ? FSelected->Problems() : cNone;
   pnlProblems.SetVisible(!problems.empty());
   if (problems.empty()) return lblProblem.SetCaption({});
-  const bool isOne = problems.size() == 1;
-  lblProblem.SetCaption(isOne ? AsCaption(ShortenedText(problems[0], cMaxProblem))
-                              : Format(_resSearchProblemSummary, {problems.size()}));
-  btnProblems.SetVisible(!isOne || problems[0].size() > cMaxProblem);
+  lblProblem.SetCaption(ShortenedText(problems[0], cMaxProblem));
+  pnlMoreProblems.SetVisible(problems.size() > 1 || lblProblem.Caption() != problems[0]);
+  const size_t more = problems.size() - 1;
+  if (more == 0) return lblMoreProblems.SetCaption(_resSearchProblemShortened);
+  lblMoreProblems.SetCaption(more == 1 ? TString(_resSearchOneMoreProblem)
+                                       : Format(_resSearchMoreProblems, {more}));
 }
 
 void TfrmSearch::ShowMoreHint() {
@@ -248,7 +249,7 @@ void TfrmSearch::btnCancelClick(TObject*) {
   if (FSelected != nullptr) FSelected->Cancel();
 }
 
-void TfrmSearch::btnTryExampleClick(TObject*) {
+void TfrmSearch::lblTryExampleClick(TObject*) {
   if (FOnTryExample) FOnTryExample(this);
 }
 

@@ -65,11 +65,13 @@ class TfrmSearch final : public TfrmKKCommonSectionBase {
   TTabStrip tbstrpSources{&pnlLeft, u"tbstrpSources"};
   TPanel pnlEmpty{&pnlLeft, u"pnlEmpty"};
   TLabel lblEmpty{&pnlEmpty, u"lblEmpty", _resSearchEmptyHint};
-  TButton btnTryExample{&pnlEmpty, u"btnTryExample", _resSearchTryExample};
+  TLabel lblTryExample{&pnlEmpty, u"lblTryExample", _resSearchTryExample};
   TPanel pnlResults{&pnlLeft, u"pnlResults"};
   TPanel pnlProblems{&pnlLeft, u"pnlProblems"};
   TLabel lblProblem{&pnlProblems, u"lblProblem"};
-  TButton btnProblems{&pnlProblems, u"btnProblems", _resSearchShowProblems};
+  TPanel pnlMoreProblems{&pnlProblems, u"pnlMoreProblems"};
+  TLabel lblMoreProblems{&pnlMoreProblems, u"lblMoreProblems"};
+  TButton btnProblems{&pnlMoreProblems, u"btnProblems", _resSearchShowProblems};
   TPanel pnlExplorerBar{&pnlMain, u"pnlExplorerBar"};
   TExplorerBar xplrbr{&pnlExplorerBar, u"xplrbr"};
   TStatusBar sttsbr{this, u"sttsbr"};
@@ -93,7 +95,7 @@ class TfrmSearch final : public TfrmKKCommonSectionBase {
 
   void btnSearchClick(TObject* Sender);
   void btnCancelClick(TObject* Sender);
-  void btnTryExampleClick(TObject* Sender);
+  void lblTryExampleClick(TObject* Sender);
   void btnProblemsClick(TObject* Sender);
   void mmTextKeyPress(TObject* Sender, char16_t& ioKey);
   void DoTabSelect(TObject* Sender);

@@ -12,9 +12,19 @@ TMemoBinder::TMemoBinder(TSkin& ioSkin, TMemo& ioMemo)
          [this] { Control().EnterText(FromQt(View().toPlainText())); });
 }
 
+void TMemoBinder::RenderHeight() {
+  const int lines = Control().VisibleLines();
+  if (lines <= 0) return;
+  const int frame =
+      2 * View().frameWidth() + static_cast<int>(2 * View().document()->documentMargin());
+  View().setFixedHeight(lines * View().fontMetrics().lineSpacing() + frame);
+  View().setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
 // A line break at the end makes no line: what the user has just typed stays.
 void TMemoBinder::Render() {
   View().setReadOnly(Control().ReadOnly());
+  RenderHeight();
   TStringList shown;
   shown.SetText(FromQt(View().toPlainText()));
   const TStringList& lines = Control().Lines();

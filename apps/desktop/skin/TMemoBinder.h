@@ -14,6 +14,7 @@ class TMemoBinder final : public TBinderOf<TMemo, QPlainTextEdit> {
 
  protected:
   void Render() override;
+  void RenderHeight();
   bool SharesKey(char16_t iKey) const override { return iKey == cKeyReturn; }
 };
 

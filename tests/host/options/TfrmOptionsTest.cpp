@@ -171,7 +171,7 @@ TEST_F(TfrmOptionsTest, ShowsThePagesAndTheSelectedOnesFrame) {
     TVirtualNode& node = *ioForm.vstPages.First()->NextSibling();
     EXPECT_EQ(ioForm.vstPages.Text(node), u"Zwei & mehr");
     EXPECT_TRUE(ioForm.vstPages.FocusNode(node));
-    EXPECT_EQ(ioForm.lblCaption.Caption(), u"Zwei && mehr");
+    EXPECT_EQ(ioForm.lblCaption.Caption(), u"Zwei & mehr");
     EXPECT_FALSE(First->Edit.CanUse());
     EXPECT_TRUE(Second->Edit.CanUse());
     EXPECT_TRUE(ioForm.SelectPage(First->Id));
@@ -245,7 +245,7 @@ TEST_F(TfrmOptionsTest, APageThatCantLoadSaysSoAndIsNotSaved) {
     EXPECT_FALSE(ioForm.SelectedPage()->IsLoaded());
     EXPECT_TRUE(ioForm.SelectedPage()->Failure().CanUse());
     EXPECT_EQ(ToUtf8(ioForm.SelectedPage()->Failure().Caption()),
-              "Diese Seite kann nicht gezeigt werden: Rot && Grün");
+              "Diese Seite kann nicht gezeigt werden: Rot & Grün");
     EXPECT_EQ(ioForm.lblCaption.Caption(), u"Eins");
     ioForm.btnOK.Click();
   }));

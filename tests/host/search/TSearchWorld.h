@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/base/Exception.h"
+#include "host/contract/INotifications.h"
 #include "host/contract/ISectionHost.h"
 #include "host/contract/IToolbarExtender.h"
 #include "host/contract/TCommonExplorerBarExtender.h"

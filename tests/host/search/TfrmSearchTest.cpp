@@ -207,8 +207,8 @@ TEST_F(TSearchTest, OneProblemStandsBelowTheList) {
   Shop->Finish(u"https://a.example/?x=1&y=2: Die Seite gibt es nicht.\n");
   EXPECT_EQ(Status(), "kein Ergebnis, 1 Problem");
   EXPECT_TRUE(Form.pnlProblems.Visible());
-  EXPECT_EQ(Problem(), "https://a.example/?x=1&&y=2: Die Seite gibt es nicht.");
-  EXPECT_FALSE(Form.btnProblems.Visible());
+  EXPECT_EQ(Problem(), "https://a.example/?x=1&y=2: Die Seite gibt es nicht.");
+  EXPECT_FALSE(Form.btnProblems.CanUse());
   Search(u"https://b.example/");
   EXPECT_FALSE(Form.pnlProblems.Visible());
 }
@@ -217,7 +217,8 @@ TEST_F(TSearchTest, SeveralProblemsCanBeReadInFull) {
   Search(u"a\nb");
   Shop->Finish(u"Die erste Seite gibt es nicht.\n\nDie zweite antwortet nicht.");
   EXPECT_EQ(Status(), "kein Ergebnis, 2 Probleme");
-  EXPECT_EQ(Problem(), "Bei der Suche gab es 2 Probleme.");
+  EXPECT_EQ(Problem(), "Die erste Seite gibt es nicht.");
+  EXPECT_EQ(Form.lblMoreProblems.Caption(), u"Und ein weiteres Problem.");
   Forms.Expect<TfrmSearchProblems>([](TfrmSearchProblems& ioForm) {
     EXPECT_EQ(ioForm.Caption(), u"Probleme bei der Suche");
     EXPECT_THAT(ioForm.mmProblems.Lines().Lines(),
@@ -228,11 +229,20 @@ TEST_F(TSearchTest, SeveralProblemsCanBeReadInFull) {
   EXPECT_TRUE(Form.btnProblems.Click());
 }
 
+TEST_F(TSearchTest, CountsTheProblemsBehindTheFirst) {
+  Search(u"a");
+  Shop->Finish(u"eins\nzwei\ndrei");
+  EXPECT_EQ(Status(), "kein Ergebnis, 3 Probleme");
+  EXPECT_EQ(Problem(), "eins");
+  EXPECT_EQ(Form.lblMoreProblems.Caption(), u"Und 2 weitere Probleme.");
+}
+
 TEST_F(TSearchTest, ALongProblemIsCutBelowTheListAndWholeInTheWindow) {
   const TString text(1000, u'x');
   Search(u"a");
   Shop->Finish(text);
   EXPECT_LT(Form.lblProblem.Caption().size(), 300u);
+  EXPECT_EQ(Form.lblMoreProblems.Caption(), u"Der Text ist gekürzt.");
   Forms.Expect<TfrmSearchProblems>([&](TfrmSearchProblems& ioForm) {
     EXPECT_THAT(ioForm.mmProblems.Lines().Lines(), ElementsAre(text));
     ioForm.btnClose.Click();
@@ -274,10 +284,10 @@ TEST_F(TSearchTest, OffersTheExampleShopIfSomebodyServesIt) {
     TObject* Sender = nullptr;
   } shell;
   shell.Form = &Form;
-  EXPECT_FALSE(Form.btnTryExample.Click());
+  EXPECT_FALSE(Form.lblTryExample.Click());
   Form.SetOnTryExample(TNotifyEvent::Of<&TShell::DoTry>(&shell));
-  EXPECT_EQ(Form.btnTryExample.Caption(), u"&Beispielladen ausprobieren");
-  EXPECT_TRUE(Form.btnTryExample.Click());
+  EXPECT_EQ(Form.lblTryExample.Caption(), u"Beispielladen ausprobieren");
+  EXPECT_TRUE(Form.lblTryExample.Click());
   EXPECT_EQ(shell.Sender, &Form);
   EXPECT_THAT(Shop->Texts, ElementsAre("http://127.0.0.1:1/a"));
 }
