@@ -422,6 +422,7 @@ bool TResultTable::ClickCell(int iRow, int iColumn, const TPoint& iMousePos) {
     const bool moved = TellSelection();
     if (!additional) return moved;
     additional->Click(MakeIntf<TResultCellMouseInfo>(result, iMousePos));
+    Changed();  // what was clicked may look otherwise now
     return true;
   });
 }

@@ -3,12 +3,16 @@
 #include <algorithm>
 
 #include "host/base/Guard.h"
+#include "host/common/TKKIniFile.h"
 #include "host/contract/IAdditionalColumns.h"
 #include "host/contract/INotifications.h"
+#include "host/results/TResultLayout.h"
 
 namespace kk {
 
 namespace {
+
+constexpr TStringView cLayoutSection = u"Lists";
 
 // One that fails keeps no other from being asked; one may add or drop some meanwhile.
 template <class I, class Function>
@@ -63,23 +67,42 @@ struct TResultView::TMenuPart {
   bool Failed = false;
 };
 
-TResultView::TResultView(std::vector<TResultColumn> iColumns)
+TResultView::TResultView(std::vector<TResultColumn> iColumns, TStringView iLayoutKey)
     : FTable(nullptr, u"tblResults"),
       FResultsOfTable(MakeIntf<TResults>(FTable)),
-      FResults(FResultsOfTable) {
+      FResults(FResultsOfTable),
+      FLayoutKey(iLayoutKey) {
   for (TResultColumn& column : iColumns) {
     FTable.AddColumn(std::move(column), FTable.ColumnCount());
   }
   FTable.SetMenu(this);
   FTable.SetOnSelectionChanged(TNotifyEvent::Of<&TResultView::DoSelectionChanged>(this));
   FTable.SetOnOpen(TNotifyEvent::Of<&TResultView::DoOpen>(this));
+  FTable.SetOnLayoutChanged(TNotifyEvent::Of<&TResultView::DoLayoutChanged>(this));
 }
 
 TResultView::~TResultView() { FResultsOfTable->Detach(); }
 
 void TResultView::SetContainer(TPanel* iPanel) {
   FTable.SetContainer(iPanel);
-  if (iPanel != nullptr) FLastingExtensions = FExtensions.size();
+  if (iPanel == nullptr) return;
+  FLastingExtensions = FExtensions.size();
+  if (FLayoutKey.empty()) return;
+  Guarded(u"TResultView.SetContainer",
+          [this] { FLayout = IniFile().ReadString(cLayoutSection, FLayoutKey, {}); });
+  ApplyLayout();
+}
+
+void TResultView::ApplyLayout() {
+  // What the user did since counts more.
+  if (!FLayout.empty() && !FLayoutChanged) TResultLayout::Apply(FLayout, FTable);
+}
+
+void TResultView::SaveLayout() {
+  if (FLayoutKey.empty() || !std::exchange(FLayoutChanged, false)) return;
+  FLayout = TResultLayout::TextOf(FTable);
+  Guarded(u"TResultView.SaveLayout",
+          [this] { IniFile().WriteString(cLayoutSection, FLayoutKey, FLayout); });
 }
 
 void TResultView::AddExtensions(const TIntf<IInterfaceList>& iExtensions) {
@@ -112,6 +135,7 @@ void TResultView::AddColumns(const IInterfaceList& iColumns) {
     column.Additional = additional;
     FTable.AddColumn(std::move(column), PlaceOf(*additional));
   }
+  ApplyLayout();
 }
 
 // In front of the first column that has to stand to the right of it.
@@ -179,6 +203,7 @@ void TResultView::ReleaseList() {
 }
 
 void TResultView::ReleaseListData() {
+  SaveLayout();
   DropExtensions(FLastingExtensions);
   FTable.SetResults(nullptr);
   FTable.SetContainer(nullptr);

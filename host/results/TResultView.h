@@ -23,8 +23,9 @@ using TNotifyOpenResult = TDelegate<void(TObject* Sender, const TIntf<ISearchRes
 /// from being asked. IExplorerBarExtender is the business of who shows the view. Main thread.
 class TResultView : public TObject, private IResultTableMenu {
  public:
-  /// The view's own columns, from the left.
-  explicit TResultView(std::vector<TResultColumn> iColumns);
+  /// The view's own columns, from the left. iLayoutKey: where the settings file keeps how the user
+  /// has laid out the table, in the section "Lists"; it is kept nowhere if that is empty.
+  explicit TResultView(std::vector<TResultColumn> iColumns, TStringView iLayoutKey = {});
   ~TResultView() override;
 
   TResultTable& Table() { return FTable; }
@@ -51,7 +52,8 @@ class TResultView : public TObject, private IResultTableMenu {
   /// Tells the extensions that the view closes.
   void ReleaseList();
   /// Drops the results, and the extensions that came with the container; those from before, which
-  /// nobody adds again, stay. Takes the table out of its panel.
+  /// nobody adds again, stay. Takes the table out of its panel, and writes its layout if the user
+  /// has changed it.
   void ReleaseListData();
   /// Drops everything that others put in, at the end of the program.
   void Close();
@@ -71,8 +73,11 @@ class TResultView : public TObject, private IResultTableMenu {
   int PlaceOf(const IAdditionalColumn& iColumn) const;
   void DropExtensions(size_t iFrom);
   void DropAdditionalColumns();
+  void ApplyLayout();
+  void SaveLayout();
   void DoSelectionChanged(TObject*);
   void DoOpen(TObject*);
+  void DoLayoutChanged(TObject*) { FLayoutChanged = true; }
 
   TResultTable FTable;
   TIntf<TResults> FResultsOfTable;
@@ -81,6 +86,9 @@ class TResultView : public TObject, private IResultTableMenu {
   size_t FLastingExtensions = 0;
   TMenuItem FOwnEntries;
   std::vector<TMenuPart> FMenuParts;
+  TString FLayoutKey;
+  TString FLayout;              // as it was read with the first panel
+  bool FLayoutChanged = false;  // by the user
   TNotifyEvent FOnSelectionChanged;
   TNotifyOpenResult FOnOpen;
 };

@@ -11,6 +11,10 @@ inline constexpr TGroupIdentification cPagePluginGroup{1};
 /// The watch list's plug-in, which is offered this source.
 inline constexpr TGuid cWatchlistPluginId = GuidLiteral("{FC3B5C09-B3C7-43DF-BBFE-DFE2158FFCE2}");
 
+/// Keys of the settings file for the layouts of its lists.
+inline constexpr char16_t cPageListLayoutKey[] = u"PageWatchlist";
+inline constexpr char16_t cPageSearchLayoutKey[] = u"PageSearch";
+
 /// The columns of its lists; settings of views may hold the ids.
 inline constexpr TGuid cPageColumnName = GuidLiteral("{CD3370FE-4407-4C01-8CB5-EB7B66FB26D1}");
 inline constexpr TGuid cPageColumnPrice = GuidLiteral("{BE17FA1A-7FAA-4A0B-883C-0FCBBDA86DD9}");

@@ -97,7 +97,8 @@ std::vector<TResultColumn> PageColumns() {
 
 }  // namespace
 
-TPageList::TPageList(TStringView iEmptyText) : TResultView(PageColumns()) {
+TPageList::TPageList(TStringView iLayoutKey, TStringView iEmptyText)
+    : TResultView(PageColumns(), iLayoutKey) {
   Table().SetEmptyText(iEmptyText);
   TMenuItem& open =
       OwnEntries().Add(_resPageOpen, TNotifyEvent::Of<&TPageList::DoOpenFocused>(this));

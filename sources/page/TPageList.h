@@ -8,8 +8,9 @@ namespace kk {
 /// popup menu that opens the page in the browser. Main thread.
 class TPageList : public TResultView {
  public:
-  /// iEmptyText: what is told while there are no results.
-  explicit TPageList(TStringView iEmptyText);
+  /// iLayoutKey: under which the settings file keeps the table's layout. iEmptyText: what is told
+  /// while there are no results.
+  TPageList(TStringView iLayoutKey, TStringView iEmptyText);
 
  private:
   void DoOpenPage(TObject* Sender, const TIntf<ISearchResult>& iResult);

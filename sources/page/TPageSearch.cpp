@@ -17,7 +17,7 @@ constexpr size_t cMaxShown = 80;
 }  // namespace
 
 TPageSearch::TPageSearch(TIntf<TPageUpdate> iUpdate)
-    : FUpdate(std::move(iUpdate)), FList(_resPageSearchListEmpty) {}
+    : FUpdate(std::move(iUpdate)), FList(cPageSearchLayoutKey, _resPageSearchListEmpty) {}
 
 TPageSearch::~TPageSearch() { Cancel(); }
 

@@ -59,7 +59,7 @@ TString Joined(const std::vector<TString>& iParts, TStringView iSeparator) {
 }  // namespace
 
 TPageVisualization::TPageVisualization(TIntf<TPageUpdate> iUpdate)
-    : FUpdate(std::move(iUpdate)), FList(_resPageListEmpty) {}
+    : FUpdate(std::move(iUpdate)), FList(cPageListLayoutKey, _resPageListEmpty) {}
 
 TString TPageVisualization::GetCaption() const { return _resPageName; }
 

@@ -57,7 +57,7 @@ class PageList : public testing::Test {
   TTestMainLoop Loop;
   TFakeOpener Opener;
   TPanel Panel{nullptr};
-  TPageList List{u"Nichts da."};
+  TPageList List{u"", u"Nichts da."};
 };
 
 TEST_F(PageList, ShowsWhatThePageSaysInTheWordsOfTheConverter) {

@@ -106,7 +106,8 @@ TEST_F(PageSearch, EachAddressGivesTheProductOfItsPage) {
   FServer.Start();
   TPanel panel(nullptr);
   FSource->SetContainer(&panel);
-  EXPECT_THAT(ProblemsOf("Ein Titel\n" + At("/p/Hacke") + "\n" + At("/p/Amboss") + "\n"), IsEmpty());
+  EXPECT_THAT(ProblemsOf("Ein Titel\n" + At("/p/Hacke") + "\n" + At("/p/Amboss") + "\n"),
+              IsEmpty());
   EXPECT_THAT(Names(), UnorderedElementsAre("Hacke", "Amboss"));
   const auto results = FSource->GetSearchResults();
   const auto page = Supports<IPageSearchResult>(results->GetItems(0));
