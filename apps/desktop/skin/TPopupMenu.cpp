@@ -1,6 +1,7 @@
 #include "apps/desktop/skin/TPopupMenu.h"
 
 #include <QActionGroup>
+#include <QApplication>
 
 #include "apps/desktop/skin/AsUser.h"
 #include "apps/desktop/skin/QtOwned.h"
@@ -28,6 +29,8 @@ void TPopupMenu::Open(QWidget& ioParent, const TMenuItem& iMenu, const QPoint& i
 
 void TPopupMenu::Open(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries,
                       const QPoint& iGlobalPos) {
+  // Entries have one observer, and the user has one menu.
+  if (auto* open = dynamic_cast<TPopupMenu*>(QApplication::activePopupWidget())) open->close();
   if (iEntries.empty()) return;
   auto* menu =
       QtOwned<TPopupMenu>(ioParent, iEntries);  // owned by its parent, and gone when it closes
@@ -41,8 +44,16 @@ TPopupMenu::TPopupMenu(QWidget& ioParent, const std::vector<TMenuItem*>& iEntrie
   for (TMenuItem* entry : FEntries) entry->SetObserver(this);
 }
 
-TPopupMenu::~TPopupMenu() {
-  for (TMenuItem* entry : FEntries) entry->SetObserver(nullptr);
+TPopupMenu::~TPopupMenu() { Release(); }
+
+void TPopupMenu::hideEvent(QHideEvent* iEvent) {
+  Release();
+  QMenu::hideEvent(iEvent);
+}
+
+// It dies later than it closes, and by then another one may show the same entries.
+void TPopupMenu::Release() {
+  for (TMenuItem* entry : std::exchange(FEntries, {})) entry->SetObserver(nullptr);
 }
 
 void TPopupMenu::Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries) {
@@ -100,8 +111,9 @@ void TPopupMenu::ControlGone(TControl& iControl) {
   if (action == FActions.end()) return;
   action->second->setEnabled(false);
   FActions.erase(action);
-  std::erase_if(FEntries, [&](const TControl* iEntry) { return iEntry == &iControl; });
-  if (FEntries.empty()) close();
+  const auto gone =
+      std::erase_if(FEntries, [&](const TControl* iEntry) { return iEntry == &iControl; });
+  if (gone > 0 && FEntries.empty()) close();
 }
 
 }  // namespace kk

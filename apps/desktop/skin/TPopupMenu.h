@@ -27,11 +27,13 @@ class TPopupMenu final : public QMenu, private IControlObserver {
  private:
   void ControlChanged(TControl& iControl) override;
   void ControlGone(TControl& iControl) override;
+  void hideEvent(QHideEvent* iEvent) override;
+  void Release();
   void Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries);
   QAction& Add(QMenu& ioMenu, TMenuItem& iEntry);
   QString CaptionOf(const TMenuItem& iEntry) const;
 
-  std::vector<TMenuItem*> FEntries;  // those of them that live
+  std::vector<TMenuItem*> FEntries;  // those that live, while it observes them
   std::map<const TControl*, QAction*> FActions;
 };
 

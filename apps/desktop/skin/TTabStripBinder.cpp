@@ -1,8 +1,10 @@
 #include "apps/desktop/skin/TTabStripBinder.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QResizeEvent>
 #include <QShortcut>
 
 #include "apps/desktop/skin/QtOwned.h"
@@ -80,9 +82,11 @@ void TTabStripBinder::Render() {
   bool isAnyVisible = false;
   for (int place = 0; place < count; ++place) isAnyVisible |= Control().GetItems(place).Visible();
   FChevron->setVisible(Control().ChevronMenu() != nullptr && isAnyVisible);
-  // The bar brings the selected tab into view when it lays itself out, and no other one ever has
-  // to.
-  if (Control().TakeHeadToShow() != nullptr) FBar->setElideMode(FBar->elideMode());
+  if (Control().TakeHeadToShow() == nullptr) return;
+  // The bar brings the selected tab into view as often as its room is another one, and no other tab
+  // ever has to come.
+  QResizeEvent resized(FBar->size(), FBar->size());
+  QCoreApplication::sendEvent(FBar, &resized);
 }
 
 void TTabStripBinder::RenderHead(int iPlace) {

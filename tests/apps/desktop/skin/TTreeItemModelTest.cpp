@@ -8,6 +8,7 @@
 #include <map>
 
 #include "OffscreenQt.h"
+#include "TTesterMessages.h"
 #include "apps/desktop/skin/QtText.h"
 #include "host/base/Exception.h"
 
@@ -101,25 +102,6 @@ void ChangeAtRandom(TNumberTree& ioTree) {
     }
   }
 }
-
-// What Qt's own tester finds ends up in the list.
-class TTesterMessages {
- public:
-  TTesterMessages() {
-    Current = this;
-    FBefore = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext& iContext, const QString& iText) {
-          if (iContext.category == std::string("qt.modeltest")) Current->Texts.push_back(iText);
-        });
-  }
-  ~TTesterMessages() { qInstallMessageHandler(FBefore); }
-
-  std::vector<QString> Texts;
-  static inline TTesterMessages* Current = nullptr;
-
- private:
-  QtMessageHandler FBefore;
-};
 
 RC_GTEST_PROP(TTreeItemModel, SatisfiesQtUnderAnyChanges, ()) {
   TNumberTree world;
