@@ -75,7 +75,7 @@ void TfrmSearch::Layout() {
   pnlMain.SetArrangement(TArrangement::arRow);
   pnlMain.SetStretches(true);
   pnlLeft.SetStretches(true);
-  pnlInput.SetArrangement(TArrangement::arRow);
+  pnlButtons.SetArrangement(TArrangement::arRow);
   mmText.SetVisibleLines(cFieldLines);
   pnlResults.SetArrangement(TArrangement::arStack);
   pnlResults.SetStretches(true);
@@ -217,6 +217,7 @@ void TfrmSearch::ShowProblems() {
   static const std::vector<TString> cNone;
   const std::vector<TString>& problems = FSelected != nullptr ? FSelected->Problems() : cNone;
   pnlProblems.SetVisible(!problems.empty());
+  pnlMoreProblems.SetVisible(false);
   if (problems.empty()) return lblProblem.SetCaption({});
   lblProblem.SetCaption(ShortenedText(problems[0], cMaxProblem));
   pnlMoreProblems.SetVisible(problems.size() > 1 || lblProblem.Caption() != problems[0]);

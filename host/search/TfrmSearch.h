@@ -56,10 +56,9 @@ class TfrmSearch final : public TfrmKKCommonSectionBase {
   TPanel pnlMain{this, u"pnlMain"};
   TPanel pnlLeft{&pnlMain, u"pnlLeft"};
   TPanel pnlInput{&pnlLeft, u"pnlInput"};
-  TPanel pnlText{&pnlInput, u"pnlText"};
-  TLabel lblPrompt{&pnlText, u"lblPrompt", _resSearchNoSource};
-  TMemo mmText{&pnlText, u"mmText"};
-  TPanel pnlButtons{&pnlInput, u"pnlButtons"};
+  TLabel lblPrompt{&pnlInput, u"lblPrompt", _resSearchNoSource};
+  TMemo mmText{&pnlInput, u"mmText"};
+  TPanel pnlButtons{&pnlLeft, u"pnlButtons"};
   TButton btnSearch{&pnlButtons, u"btnSearch", _resSearchStart};
   TButton btnCancel{&pnlButtons, u"btnCancel", _resSearchCancel};
   TTabStrip tbstrpSources{&pnlLeft, u"tbstrpSources"};
@@ -69,7 +68,7 @@ class TfrmSearch final : public TfrmKKCommonSectionBase {
   TPanel pnlResults{&pnlLeft, u"pnlResults"};
   TPanel pnlProblems{&pnlLeft, u"pnlProblems"};
   TLabel lblProblem{&pnlProblems, u"lblProblem"};
-  TPanel pnlMoreProblems{&pnlProblems, u"pnlMoreProblems"};
+  TPanel pnlMoreProblems{&pnlLeft, u"pnlMoreProblems"};
   TLabel lblMoreProblems{&pnlMoreProblems, u"lblMoreProblems"};
   TButton btnProblems{&pnlMoreProblems, u"btnProblems", _resSearchShowProblems};
   TPanel pnlExplorerBar{&pnlMain, u"pnlExplorerBar"};

@@ -8,6 +8,7 @@ namespace kk {
 TMemoBinder::TMemoBinder(TSkin& ioSkin, TMemo& ioMemo)
     : TBinderOf(ioSkin, ioMemo, QtOwned<QPlainTextEdit>()) {
   View().setTabChangesFocus(true);
+  RenderHeight();  // its panel is arranged before it is rendered
   OnUser(&View(), &QPlainTextEdit::textChanged,
          [this] { Control().EnterText(FromQt(View().toPlainText())); });
 }
