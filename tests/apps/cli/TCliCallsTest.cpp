@@ -52,7 +52,7 @@ TEST_F(TCliCallsTest, ACallIsAnsweredAsIfItWereMadeAlone) {
 
 TEST_F(TCliCallsTest, QuestionsAreTheCallersAndTheWindowIsNotAsked) {
   World.List().Item(u"Haus", u"Lampe");
-  TTestCaller caller(Data.Path(), {u"delete", u"Lampe"}, {u"j"});
+  TTestCaller caller(Data.Path(), {u"delete", u"Lampe"}, {u"1"});
   EXPECT_EQ(AnswerUntilTheEndOf(caller), 0);
   EXPECT_THAT(caller.Console().Prompts(), Not(IsEmpty()));
   EXPECT_THAT(World.Console.Prompts(), IsEmpty());
