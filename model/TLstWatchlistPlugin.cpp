@@ -23,6 +23,11 @@ TWatchlistPlugin* TLstWatchlistPlugin::FindById(const TGuid& iPluginId) const {
   return index < 0 ? nullptr : &At(index);
 }
 
+TWatchlistPlugin& TLstWatchlistPlugin::FindOrAdd(const TIntf<IWatchlistIntegration>& iIntegration) {
+  TWatchlistPlugin* group = FindById(iIntegration->GetId());
+  return group != nullptr ? *group : Add(std::make_unique<TWatchlistPlugin>(iIntegration));
+}
+
 void TLstWatchlistPlugin::FindEmptyPlugins(TLstWatchlistPlugin& ioLst) const {
   for (TWatchlistPlugin* group : *this) {
     if (group->LstItem().GetCount() == 0) ioLst.Add(*group);

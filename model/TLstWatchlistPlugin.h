@@ -22,6 +22,8 @@ class TLstWatchlistPlugin : public TLstTree<TWatchlistPlugin, TLstWatchlistPlugi
   /// The first group of this source; -1 or null if there is none.
   int IndexOfId(const TGuid& iPluginId) const;
   TWatchlistPlugin* FindById(const TGuid& iPluginId) const;
+  /// The first group of this source, which is made at the end if there is none. The list owns.
+  TWatchlistPlugin& FindOrAdd(const TIntf<IWatchlistIntegration>& iIntegration);
   /// Appends every group without items, in order, to a list that borrows.
   void FindEmptyPlugins(TLstWatchlistPlugin& ioLst) const;
   /// The first item with this id over the groups in order; null if there is none.

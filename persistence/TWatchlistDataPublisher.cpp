@@ -1,23 +1,109 @@
 #include "persistence/TWatchlistDataPublisher.h"
 
+#include <array>
+
 #include "host/base/Exception.h"
+#include "host/base/Guard.h"
+#include "host/common/TFileHelper.h"
+#include "persistence/TWatchlistHandler.h"
+#include "plugin/texts/UnitKKPluginWatchlistConsts.h"
+#include "plugin/texts/UnitKKPluginWatchlistResourceStrings.h"
 
 namespace kk {
 
-TString TWatchlistDataPublisher::GetDataStreamName(int) const {
-  throw ERangeError(u"TWatchlistDataPublisher.GetDataStreamName");
+namespace {
+
+struct TDataStream {
+  TGuid Id;
+  TStringView Name;
+};
+
+constexpr std::array cDataStreams{TDataStream{cDataStreamID, _resDataStreamName},
+                                  TDataStream{cDataStreamIDMobile, _resDataStreamNameMobile}};
+
+const TDataStream& DataStream(int iIndex, TStringView iOperation) {
+  if (iIndex < 0 || iIndex >= static_cast<int>(cDataStreams.size())) {
+    throw ERangeError(u"TWatchlistDataPublisher." + TString(iOperation));
+  }
+  return cDataStreams[static_cast<size_t>(iIndex)];
 }
 
-TGuid TWatchlistDataPublisher::GetDataStreamId(int) const {
-  throw ERangeError(u"TWatchlistDataPublisher.GetDataStreamId");
+// The file goes when the import has ended, whatever became of it.
+class TTempFile {
+ public:
+  explicit TTempFile(TString iName) : Name(std::move(iName)) {}
+  ~TTempFile() {
+    Guarded(u"TWatchlistDataPublisher", [this] { DeleteFile(Name); });
+  }
+  TTempFile(const TTempFile&) = delete;
+  TTempFile& operator=(const TTempFile&) = delete;
+
+  const TString Name;
+};
+
+void LoadFrom(TStringView iFileName, TMemoryStream& ioStream) {
+  ioStream.Clear();
+  ioStream.Write(ReadFileBytes(iFileName));
+  ioStream.SetPosition(0);
 }
 
-bool TWatchlistDataPublisher::GetHasDataForExport(int) const {
-  throw ERangeError(u"TWatchlistDataPublisher.GetHasDataForExport");
+}  // namespace
+
+int TWatchlistDataPublisher::GetDataStreamCount() const {
+  return static_cast<int>(cDataStreams.size());
 }
 
-bool TWatchlistDataPublisher::GetDataStream(const TGuid&, TMemoryStream&) { return false; }
+TString TWatchlistDataPublisher::GetDataStreamName(int iIndex) const {
+  return TString(DataStream(iIndex, u"GetDataStreamName").Name);
+}
 
-bool TWatchlistDataPublisher::SetDataStream(const TGuid&, TMemoryStream&) { return false; }
+TGuid TWatchlistDataPublisher::GetDataStreamId(int iIndex) const {
+  return DataStream(iIndex, u"GetDataStreamId").Id;
+}
+
+bool TWatchlistDataPublisher::GetHasDataForExport(int iIndex) const {
+  DataStream(iIndex, u"GetHasDataForExport");
+  return Handler()->GetItemCount() > 0;
+}
+
+bool TWatchlistDataPublisher::GetDataStream(const TGuid& iId, TMemoryStream& ioDataStream) {
+  if (SameGuid(iId, cDataStreamIDMobile)) return GetMobileStream(ioDataStream);
+  if (!SameGuid(iId, cDataStreamID)) return false;
+  ioDataStream.Clear();
+  Handler()->SaveAll();
+  LoadFrom(Handler()->GetFileName(), ioDataStream);
+  return true;
+}
+
+bool TWatchlistDataPublisher::GetMobileStream(TMemoryStream& ioDataStream) const {
+  ioDataStream.Clear();
+  const TString fileName = TempFileName();
+  Handler()->SaveAllForMobileExport(fileName);
+  if (!FileExists(fileName)) return false;
+  LoadFrom(fileName, ioDataStream);
+  DeleteFile(fileName);
+  return true;
+}
+
+bool TWatchlistDataPublisher::SetDataStream(const TGuid& iId, TMemoryStream& iDataStream) {
+  if (SameGuid(iId, cDataStreamIDMobile)) {
+    iDataStream.SetPosition(0);
+    return FDoImportFromKKMobile(this, iDataStream);
+  }
+  return SameGuid(iId, cDataStreamID) && ImportFile(iDataStream);
+}
+
+bool TWatchlistDataPublisher::ImportFile(TMemoryStream& iDataStream) {
+  if (!FDoImportFromFile) return false;
+  const TTempFile file(TempFileName());
+  iDataStream.SetPosition(0);
+  constexpr unsigned cOfThisUser = 0600;
+  WriteFileAtomically(file.Name, iDataStream.Bytes(), cOfThisUser);
+  return FDoImportFromFile(this, file.Name);
+}
+
+TString TWatchlistDataPublisher::TempFileName() const {
+  return TFileHelper::GetTempFileName(IntToStr(reinterpret_cast<intptr_t>(this)) + u".tmp");
+}
 
 }  // namespace kk

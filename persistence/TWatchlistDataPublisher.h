@@ -10,29 +10,32 @@ namespace kk {
 using TNotifyEventImportFromFile = TDelegate<bool(TObject* Sender, TStringView iFileName)>;
 using TNotifyEventImportFromKKMobile = TDelegate<bool(TObject* Sender, TMemoryStream& iStream)>;
 
-/// The watch list's data for the host. The streams come with the export: until then there are none,
-/// every index raises ERangeError, and every id is answered by false. Main thread.
+/// The watch list's data for the host, as two streams: the whole file, and the document for the
+/// program on the telephone. Reading one saves first; writing one imports it in the background.
+/// Failures of files raise EInOutError. Main thread.
 class TWatchlistDataPublisher : public TInterfaced<IPluginDataPublisher>, public TObject {
  public:
-  /// The receivers outlive the publisher.
+  /// The receivers outlive the publisher. The first may be empty: nothing is imported then.
   TWatchlistDataPublisher(TNotifyEventImportFromFile iDoImportFromFile,
                           TNotifyEventImportFromKKMobile iDoImportFromKKMobile)
       : FDoImportFromFile(iDoImportFromFile), FDoImportFromKKMobile(iDoImportFromKKMobile) {}
 
-  int GetDataStreamCount() const override { return 0; }
+  int GetDataStreamCount() const override;
   TString GetDataStreamName(int iIndex) const override;
   TGuid GetDataStreamId(int iIndex) const override;
+  /// Whether there is any item.
   bool GetHasDataForExport(int iIndex) const override;
+  /// The stream's content is replaced. False for an id that is none, and if nothing was written.
   bool GetDataStream(const TGuid& iId, TMemoryStream& ioDataStream) override;
+  /// Whether it was imported. False for an id that is none.
   bool SetDataStream(const TGuid& iId, TMemoryStream& iDataStream) override;
 
-  /// What writing a stream will call.
-  const TNotifyEventImportFromFile& DoImportFromFile() const { return FDoImportFromFile; }
-  const TNotifyEventImportFromKKMobile& DoImportFromKKMobile() const {
-    return FDoImportFromKKMobile;
-  }
-
  private:
+  /// Of this object alone.
+  TString TempFileName() const;
+  bool GetMobileStream(TMemoryStream& ioDataStream) const;
+  bool ImportFile(TMemoryStream& iDataStream);
+
   TNotifyEventImportFromFile FDoImportFromFile;
   TNotifyEventImportFromKKMobile FDoImportFromKKMobile;
 };

@@ -6,6 +6,7 @@
 #include "host/base/Log.h"
 #include "host/common/TFileCompression.h"
 #include "host/common/TFileHelper.h"
+#include "persistence/CatchAllCategory.h"
 #include "persistence/TWatchlistCategoryLoader.h"
 #include "persistence/TWatchlistItemLoader.h"
 #include "plugin/texts/UnitKKPluginWatchlistConsts.h"
@@ -33,14 +34,6 @@ void AttachSearchResults(const TLstWatchlistItem& iItems, const TIntf<IInterface
     const auto item = byId.find(result->GetId());
     if (item != byId.end()) item->second->SetSearchResult(result);
   }
-}
-
-TWatchlistPlugin& GroupOf(TWatchlistCategory& ioCategory,
-                          const TIntf<IWatchlistIntegration>& iIntegration) {
-  TLstWatchlistPlugin& groups = ioCategory.LstPlugin();
-  TWatchlistPlugin* group = groups.FindById(iIntegration->GetId());
-  if (group != nullptr) return *group;
-  return groups.Add(std::make_unique<TWatchlistPlugin>(iIntegration));
 }
 
 // The answers of FindCategoryById on a whole tree, each in constant time.
@@ -76,7 +69,7 @@ void PlaceItems(TLstWatchlistItem& ioItems, const TIntf<IWatchlistIntegration>& 
     TWatchlistCategory* category =
         categories.FindOrCatchAll(ioItems.GetItems(last).ParentCategoryId());
     if (category == nullptr) return;  // what is left goes with the list
-    GroupOf(*category, iIntegration).LstItem().Add(ioItems.Extract(last));
+    category->LstPlugin().FindOrAdd(iIntegration).LstItem().Add(ioItems.Extract(last));
   }
 }
 
@@ -87,10 +80,7 @@ void TWatchlistFileLoader::FoundCategories(bool iFound) {
 }
 
 void TWatchlistFileLoader::AddEmptyCategory(TLstWatchlistCategory& ioLst) {
-  auto category = std::make_unique<TWatchlistCategory>();
-  category->SetId(cEmptyGuid);
-  category->SetName(_resEmptyCategoryName);
-  ioLst.Add(std::move(category));
+  AddCatchAllCategory(ioLst);
 }
 
 int TWatchlistFileLoader::LoadFileVersion() {

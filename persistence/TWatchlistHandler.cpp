@@ -11,6 +11,7 @@
 #include "persistence/IWatchlistHandlerSite.h"
 #include "persistence/TWatchlistFileLoader.h"
 #include "persistence/TWatchlistFileSaver.h"
+#include "persistence/TWatchlistFileSaverMobileExport.h"
 #include "plugin/texts/UnitKKPluginWatchlistConsts.h"
 #include "plugin/texts/UnitKKPluginWatchlistResourceStrings.h"
 #include "reminders/TRemindHandler.h"
@@ -180,9 +181,8 @@ void TWatchlistHandler::SetIntegrationsUnchanged() {
   for (TWatchlistIntegration* record : *FLstIntegration) record->SetUnchanged();
 }
 
-void TWatchlistHandler::SaveAllForMobileExport(TStringView /*iFileName*/) {
-  LogError(_resLoggingSenderWatchlistHandler,
-           u"Der Export für die mobile Anwendung ist noch nicht gebaut.");
+void TWatchlistHandler::SaveAllForMobileExport(TStringView iFileName) const {
+  TWatchlistFileSaverMobileExport::Save(iFileName, LstCategory(), LstIntegration());
 }
 
 void TWatchlistHandler::MakeBackup() const { TWatchlistFileSaver::MakeBackup(GetFileName()); }

@@ -56,8 +56,8 @@ class TWatchlistHandler : public TObject, public IWatchlistModelRoot {
   void SaveAll() { SaveToFile(); }
   /// Kept in the interface and without effect, as required.
   void SaveCategoriesOnly() {}
-  /// Not built yet: logs an error and writes nothing.
-  void SaveAllForMobileExport(TStringView iFileName);
+  /// Writes the document for the program on the telephone; raises what its saver does.
+  void SaveAllForMobileExport(TStringView iFileName) const;
   /// Whether the last save of this run did not go through; what it logged says why.
   bool LastSaveFailed() const { return FLastSaveFailed; }
   /// The saver's rule on this file. Nothing calls it.

@@ -17,7 +17,7 @@ bool IsHeld(char32_t iChar) {
 }
 
 constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view cDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n";
+constexpr std::string_view cDeclaration = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n";
 
 void AppendUtf8(std::string& ioBytes, char32_t iChar) {
   const auto tail = [&](int iShift) {

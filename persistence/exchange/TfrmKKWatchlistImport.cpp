@@ -2,6 +2,7 @@
 
 #include "host/base/TClock.h"
 #include "host/controls/TfrmMessageDlg.h"
+#include "persistence/TWatchlistFileLoaderMobileImport.h"
 #include "persistence/TWatchlistHandler.h"
 #include "persistence/exchange/TWatchlistFileLoaderImport.h"
 #include "persistence/exchange/TfrmKKWatchlistImportAskForCategory.h"
@@ -24,10 +25,18 @@ bool TfrmKKWatchlistImport::Display(TForm* iOwner) {
 
 bool TfrmKKWatchlistImport::ExecuteInBackground(TStringView iFileName) {
   TfrmKKWatchlistImport form(nullptr);
-  if (!form.LoadData(iFileName)) return false;
-  form.ShowData();
-  form.btnOKClick(nullptr);
-  return form.ModalResult() == cModalOK;
+  return form.LoadData(iFileName) && form.TakeOver();
+}
+
+bool TfrmKKWatchlistImport::ExecuteInBackgroundFromKKMobileStream(TMemoryStream& iStream) {
+  TfrmKKWatchlistImport form(nullptr);
+  return form.LoadDataFromKKMobileStream(iStream) && form.TakeOver();
+}
+
+bool TfrmKKWatchlistImport::TakeOver() {
+  ShowData();
+  btnOKClick(nullptr);
+  return ModalResult() == cModalOK;
 }
 
 bool TfrmKKWatchlistImport::LoadData(TStringView iFileName) {
@@ -50,6 +59,19 @@ bool TfrmKKWatchlistImport::LoadData(TStringView iFileName) {
     MessageDlg(MessageOf(e), TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
   }
   return loaded;
+}
+
+bool TfrmKKWatchlistImport::LoadDataFromKKMobileStream(TMemoryStream& iStream) {
+  try {
+    FLstCategory = std::make_unique<TLstWatchlistCategory>(true);
+    TWatchlistFileLoaderMobileImport().LoadFromStream(iStream, Handler()->LstIntegration(),
+                                                      *FLstCategory);
+    FIncludedCategories = true;
+    return true;
+  } catch (const std::exception& e) {
+    MessageDlg(MessageOf(e), TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
+    return false;
+  }
 }
 
 void TfrmKKWatchlistImport::ShowData() {

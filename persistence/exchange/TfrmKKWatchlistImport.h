@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/TStream.h"
 #include "persistence/exchange/TfrmKKWatchlistExchange.h"
 #include "reminders/TLstRemindItem.h"
 
@@ -16,11 +17,15 @@ class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
   /// mistake and is required: a file without categories brings up the one question for the category
   /// all the same.
   static bool ExecuteInBackground(TStringView iFileName);
+  /// The same with the document of the program on the telephone, which has no reminders.
+  static bool ExecuteInBackgroundFromKKMobileStream(TMemoryStream& iStream);
 
  private:
   explicit TfrmKKWatchlistImport(TForm* iOwner);
   /// With an empty name asks for the file.
   bool LoadData(TStringView iFileName);
+  bool LoadDataFromKKMobileStream(TMemoryStream& iStream);
+  bool TakeOver();
   void ShowData();
   void btnOKClick(TObject* Sender) override;
 

@@ -22,13 +22,6 @@ struct TItemsOf : TLstWatchlistItem {
   }
 };
 
-TWatchlistPlugin& GroupIn(TWatchlistCategory& ioCategory,
-                          const TIntf<IWatchlistIntegration>& iIntegration) {
-  TLstWatchlistPlugin& groups = ioCategory.LstPlugin();
-  TWatchlistPlugin* group = groups.FindById(iIntegration->GetId());
-  return group != nullptr ? *group : groups.Add(std::make_unique<TWatchlistPlugin>(iIntegration));
-}
-
 }  // namespace
 
 TfrmWatchlistImportProgress::TfrmWatchlistImportProgress(TForm* iOwner, const TImportData& iData,
@@ -167,7 +160,7 @@ void TfrmWatchlistImportProgress::ImportItem(TSameSearchResults& ioLive,
   }
   TWatchlistCategory* category = LiveCategoryOf(iItem);
   if (category == nullptr) return;
-  TLstWatchlistItem& items = GroupIn(*category, iIntegration).LstItem();
+  TLstWatchlistItem& items = category->LstPlugin().FindOrAdd(iIntegration).LstItem();
   TWatchlistItem& item = items.Add(std::make_unique<TWatchlistItem>());
   try {
     item.SetSearchResult(iItem.SearchResult());

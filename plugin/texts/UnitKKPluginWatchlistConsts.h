@@ -70,6 +70,25 @@ inline constexpr TStringView cNodeItemSearchResult = u"SearchResult";
 inline constexpr TStringView cNodeItemLastUpdateDate = u"LastUpdateDate";
 inline constexpr TStringView cNodeItemDescription = u"Description";
 
+// The data streams that the host moves between installations.
+inline constexpr TGuid cDataStreamID = GuidLiteral("{CAB78E2F-A46D-4807-9305-55F78AFA0850}");
+inline constexpr TGuid cDataStreamIDMobile = GuidLiteral("{59564D87-BBFC-43DA-9B59-FAE17C0BF390}");
+
+// The document for the program on the telephone.
+inline constexpr int cMobileVersion = 1;
+inline constexpr TStringView cMobileDateFormat = u"yyyy-mm-dd hh:nn:ss";
+inline constexpr TStringView cNodeMobileWatchlist = u"watchlist";
+inline constexpr TStringView cNodeMobileVersion = u"version";
+inline constexpr TStringView cNodeMobileCategories = u"categories";
+inline constexpr TStringView cNodeMobileCategory = u"category";
+inline constexpr TStringView cNodeMobileGuid = u"guid";
+inline constexpr TStringView cNodeMobileName = u"name";
+inline constexpr TStringView cNodeMobileSearchResults = u"searchresults";
+inline constexpr TStringView cNodeMobileSearchResult = u"searchresult";
+inline constexpr TStringView cNodeMobilePluginGuid = u"pluginguid";
+inline constexpr TStringView cNodeMobileCategoryGuid = u"categoryguid";
+inline constexpr TStringView cNodeMobileOfferDate = u"offerdateutc";
+
 // The reminder document.
 inline constexpr TStringView cNodeRemindItemId = u"Id";
 inline constexpr TStringView cNodeRemindItemTime = u"Time";

@@ -361,6 +361,9 @@ inline constexpr TStringView _resImportItems = u"Übernehme Einträge...";
 inline constexpr TStringView _resImportRemindItems = u"Übernehme Erinnerungen...";
 inline constexpr TStringView _resImportDescription = u"Erstellt durch Import am %s um %s";
 
+inline constexpr TStringView _resDataStreamName = u"Beobachten";
+inline constexpr TStringView _resDataStreamNameMobile = u"Beobachten (für Kaufkobolde Mobile)";
+
 // What the section can't do yet.
 inline constexpr TStringView _resNoImportYet = u"Der Import ist noch nicht eingebaut.";
 inline constexpr TStringView _resNoExportYet = u"Der Export ist noch nicht eingebaut.";

@@ -169,11 +169,10 @@ TEST_F(TWatchlistHandlerFileTest, SavingCategoriesOnlyHasNoEffectAsRequired) {
   EXPECT_EQ(Folder.Read(cWatchlistFileName), before);
 }
 
-TEST_F(TWatchlistHandlerFileTest, TheMobileExportSaysThatItIsNotBuilt) {
+TEST_F(TWatchlistHandlerFileTest, WritesTheMobileDocumentOfItsTree) {
+  AddCategory(Tree(), u"Küche");
   Handler()->SaveAllForMobileExport(Folder.File(u"mobil.xml"));
-  EXPECT_THAT(Log.Lines(), ElementsAre("error WatchlistHandler: Der Export für die mobile "
-                                       "Anwendung ist noch nicht gebaut."));
-  EXPECT_THAT(Folder.Names(), IsEmpty());
+  EXPECT_THAT(Folder.Read(u"mobil.xml"), HasSubstr("<name>Küche</name>"));
 }
 
 TEST_F(TWatchlistHandlerFileTest, MakesABackupByTheSaversRule) {

@@ -102,7 +102,7 @@ TEST(TFastWriterBaseSimpleXML, BeginsWithADeclarationUnlessTold) {
   writer.BeginNode(u"a");
   writer.EndNode(u"a");
   EXPECT_EQ(Written(writer),
-            "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a>\r\n</a>\r\n");
+            "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<a>\r\n</a>\r\n");
 }
 
 TEST(TFastWriterBaseSimpleXML, NothingWrittenGivesAnEmptyText) {

@@ -324,6 +324,36 @@ TEST_F(TfrmKKWatchlistImportTest, AnItemWithoutAResultEndsItWithAMessage) {
   EXPECT_EQ(Unassigned().FindItemById(cEmptyGuid), nullptr);
 }
 
+TEST_F(TfrmKKWatchlistImportTest, AMobileDocumentBringsItsCategories) {
+  TMemoryStream stream(
+      "<watchlist><version>1</"
+      "version><categories><category><guid>abcdef01-2222-3333-4444-555555555555</guid><name>Küche</"
+      "name></category>"
+      "</categories></watchlist>");
+  EXPECT_TRUE(TForm::ExecuteInBackgroundFromKKMobileStream(stream));
+  EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen> Küche");
+  EXPECT_EQ(User.ShownCount(), 0);
+}
+
+TEST_F(TfrmKKWatchlistImportTest, AMobileDocumentOfAnotherVersionImportsNothingWithoutAMessage) {
+  TMemoryStream stream(
+      "<watchlist><version>2</"
+      "version><categories><category><guid>abcdef01-2222-3333-4444-555555555555</guid><name>Küche</"
+      "name></category>"
+      "</categories></watchlist>");
+  EXPECT_TRUE(TForm::ExecuteInBackgroundFromKKMobileStream(stream));
+  EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen>");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, WhatIsNoMobileDocumentIsToldAndImportsNothing) {
+  TMemoryStream stream("kein XML");
+  User.Expect<TfrmMessageDlg>([](TfrmMessageDlg& box) {
+    EXPECT_EQ(box.Type(), TMsgDlgType::mtError);
+    EXPECT_TRUE(box.Button(TMsgDlgBtn::mbOK)->Click());
+  });
+  EXPECT_FALSE(TForm::ExecuteInBackgroundFromKKMobileStream(stream));
+}
+
 TEST_F(TfrmKKWatchlistImportTest, AFileThatCantBeReadBringsNoDialog) {
   WriteFileAtomically(ExportFile(), "kein Archiv");
   User.ExpectOpenDialog(_resImportCaption, ExportFile());
