@@ -164,6 +164,7 @@ void TWatchlistAccess::MoveCategory(const TGuid& iCategory, const std::optional<
   // The command does nothing then; who asks by ids hears why.
   if (target == &category) throw Exception(_resRefusedIntoItself);
   commands.DoMoveCategory(target, category);
+  FForm->Panes().ShowMoved();
 }
 
 bool TWatchlistAccess::DeleteCategory(const TGuid& iCategory) {
@@ -180,6 +181,7 @@ void TWatchlistAccess::MoveItems(const std::vector<TGuid>& iItems, const TGuid& 
   for (const TBatch& batch : BySource(moving)) {
     commands.MoveItems(batch.Integration, target, batch.Results, batch.Ids);
   }
+  FForm->Panes().ShowMoved();
 }
 
 bool TWatchlistAccess::DeleteItems(const std::vector<TGuid>& iItems) {
@@ -202,6 +204,7 @@ bool TWatchlistAccess::SetNote(const std::vector<TGuid>& iItems,
   lines.Assign(iLines);
   // Source by source, because the command marks the source of its first item alone.
   for (const TBatch& batch : batches) commands.SetDescriptions(batch.Ids, lines);
+  FForm->Panes().RefreshCurrentSearchResult();
   return true;
 }
 

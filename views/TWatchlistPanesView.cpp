@@ -20,7 +20,7 @@ void TWatchlistPanesView::AddCategoryToTree(TWatchlistCategory& iCategory) {
 
 void TWatchlistPanesView::CategoryChanged(TWatchlistCategory& iCategory) {
   FPanes.Tree.RepaintNode(iCategory);
-  FPanes.Tree.ShowInExplorerBar(&iCategory);
+  RefreshSelectedCategory(iCategory);
 }
 
 void TWatchlistPanesView::AddPluginToTree(TWatchlistCategory& iCategory, TWatchlistPlugin& iGroup) {

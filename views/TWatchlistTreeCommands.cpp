@@ -85,6 +85,7 @@ void TWatchlistTreeCommands::EditCategory(TWatchlistCategory& iCategory) {
   iCategory.SetDescription(description);
   iCategory.SetName(name);
   FCommands.Seams.View.CategoryChanged(iCategory);
+  FTree.ShowInExplorerBar(&iCategory);
 }
 
 // Looks like a mistake and is required: unlike the same edit in a result list, it does not mark the

@@ -1,7 +1,5 @@
 #include "views/TWatchlistUpdateCommands.h"
 
-#include <algorithm>
-
 #include "views/WatchlistModel.h"
 
 namespace kk {
@@ -28,15 +26,6 @@ int UpdateTree(const Tree& iTree) {
     count += Queue(*integration, items);
   }
   return count;
-}
-
-template <class Tree>
-bool AnyGroupCanUpdate(const Tree& iTree) {
-  TLstWatchlistPlugin groups(false);
-  iTree.GetPlugins(groups);
-  return std::any_of(groups.begin(), groups.end(), [](const TWatchlistPlugin* iGroup) {
-    return TWatchlistUpdateCommands::CanUpdate(*iGroup);
-  });
 }
 
 }  // namespace
@@ -84,19 +73,6 @@ int TWatchlistUpdateCommands::DoTabUpdate(const TIntf<IWatchlistIntegration>& iI
     if (item != nullptr) items.Add(*item);
   }
   return Queue(*integration, items);
-}
-
-bool TWatchlistUpdateCommands::CanUpdateAnything() { return AnyGroupCanUpdate(RootCategories()); }
-
-bool TWatchlistUpdateCommands::CanUpdate(const TWatchlistCategory& iCategory) {
-  return AnyGroupCanUpdate(iCategory);
-}
-
-bool TWatchlistUpdateCommands::CanUpdate(const TWatchlistPlugin& iGroup) {
-  const TLstWatchlistItem& items = iGroup.LstItem();
-  return SupportsUpdate(iGroup.Integration()) &&
-         std::any_of(items.begin(), items.end(),
-                     [](const TWatchlistItem* iItem) { return iItem->CanUpdate(); });
 }
 
 bool TWatchlistUpdateCommands::CanUpdate(const TWatchlistItem& iItem) {

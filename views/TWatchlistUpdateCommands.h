@@ -22,10 +22,7 @@ class TWatchlistUpdateCommands {
   int DoTabUpdate(const TIntf<IWatchlistIntegration>& iIntegration,
                   const TIntf<IInterfaceList>& iResults);
 
-  /// Whether there is anything to refresh: anywhere, in a category's subtree, in a group.
-  static bool CanUpdateAnything();
-  static bool CanUpdate(const TWatchlistCategory& iCategory);
-  static bool CanUpdate(const TWatchlistPlugin& iGroup);
+  /// Whether there is anything to refresh about the item.
   static bool CanUpdate(const TWatchlistItem& iItem);
 };
 

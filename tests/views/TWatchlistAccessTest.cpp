@@ -381,5 +381,41 @@ TEST_F(TWatchlistAccessTest, DetachedAccessRefusesEverything) {
   EXPECT_EQ(Refusal([&] { Access->SetOnUpdateFinished({}); }), "nothing raised");
 }
 
+// A section on the screen follows.
+
+TEST_F(TWatchlistAccessTest, SectionOnTheScreenShowsWhatIsCommandedByIds) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  TWatchlistItem& emma = Item(Books, Auction, u"Emma");
+  Form->BuildCategoriesTree(false);
+  Form->Show();
+  TWatchlistCategoryTree& tree = Form->Panes().Tree;
+  tree.SelectNode(*tree.GetNodeByObj(&Books));
+  Auction->Results().Select({faust.SearchResult()});
+  Form->Panes().SetCurrentSearchResult(faust.SearchResult());
+  const auto shows = [this](TStringView iText) {
+    for (const TKK5SkinExplorerGroup* group : Form->Panes().explrbr.Groups()) {
+      for (const auto& item : group->VisibleItems()) {
+        if (item->GetCaption() == iText || item->GetValue() == iText) return true;
+      }
+    }
+    return false;
+  };
+  Access->SetNote({faust.SearchResultId()}, {u"Für Oma"});
+  EXPECT_TRUE(shows(u"Für Oma"));
+  Access->RenameCategory(Books.Id(), u"Romane");
+  EXPECT_TRUE(shows(u"Romane"));
+  Access->RenameCategory(Clocks.Id(), u"Wecker");
+  EXPECT_TRUE(shows(u"Romane")) << "the other one stays";
+  EXPECT_TRUE(shows(u"2"));
+  Access->MoveItems({emma.SearchResultId(), faust.SearchResultId()}, Clocks.Id());
+  EXPECT_TRUE(shows(u"-"));
+  const TVirtualNode& group = *tree.GetNodeByObj(&Clocks)->FirstChild();
+  EXPECT_EQ(group.GetItems(0).Object(), &emma) << "sorted";
+  const TGuid early = Access->AddCategory(Clocks.Id(), u"Zeit", {});
+  Access->MoveCategory(early, {});
+  Access->MoveCategory(Books.Id(), {});
+  EXPECT_EQ(tree.vstCategories.First()->NextSibling()->Object(), &Books) << "sorted";
+}
+
 }  // namespace
 }  // namespace kk

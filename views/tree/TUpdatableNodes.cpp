@@ -1,5 +1,7 @@
 #include "views/tree/TUpdatableNodes.h"
 
+#include <algorithm>
+
 #include "host/contract/ISearchResultUpdate.h"
 #include "persistence/TWatchlistHandler.h"
 #include "views/tree/WatchlistNodes.h"
@@ -10,6 +12,18 @@ namespace {
 
 bool SupportsUpdate(const TWatchlistPlugin& iGroup) {
   return static_cast<bool>(Supports<ISearchResultUpdate>(iGroup.Integration()));
+}
+
+// Stops at the first group that does: it is asked at each change of the focus.
+bool AnySupportsUpdate(const TLstWatchlistCategory& iCategories) {
+  return std::any_of(
+      iCategories.begin(), iCategories.end(), [](const TWatchlistCategory* iCategory) {
+        const TLstWatchlistPlugin& groups = iCategory->LstPlugin();
+        return std::any_of(
+                   groups.begin(), groups.end(),
+                   [](const TWatchlistPlugin* iGroup) { return SupportsUpdate(*iGroup); }) ||
+               AnySupportsUpdate(iCategory->LstCategory());
+      });
 }
 
 }  // namespace
@@ -39,12 +53,7 @@ bool TUpdatableNodes::CanUpdateNode(const TVirtualNode* iNode) {
   return AnyCanUpdate(groups);
 }
 
-bool TUpdatableNodes::AnySourceCanUpdate() {
-  TLstWatchlistPlugin groups(false);
-  Handler()->LstCategory().GetPlugins(groups);
-  return std::any_of(groups.begin(), groups.end(),
-                     [](const TWatchlistPlugin* iGroup) { return SupportsUpdate(*iGroup); });
-}
+bool TUpdatableNodes::AnySourceCanUpdate() { return AnySupportsUpdate(Handler()->LstCategory()); }
 
 bool TUpdatableNodes::AnyCanUpdate(const TLstWatchlistPlugin& iGroups) {
   return std::any_of(iGroups.begin(), iGroups.end(),
