@@ -26,6 +26,7 @@ TDesktop::TDesktop(TTrayIcon& ioTray)
   FWindow.SetOnClose([this] { return DoClose(); });
   FWindow.SetOnQuit([this] { FOnQuit(); });
   FWindow.SetOnAbout([] { ShowAbout(); });
+  FWindow.SetOnTryExample([this] { DoTryExample(nullptr); });
   FWindow.SetOnDrop([this](const TDroppedText& iText) { Take(iText); });
   FTray.SetOnToggle([this] { ToggleTray(); });
   FTray.SetOnQuit([this] { FOnQuit(); });
@@ -177,9 +178,11 @@ void TDesktop::ShowAbout() {
 void TDesktop::DoSearchClick(TObject* /*Sender*/) { FSearch.Show(); }
 
 void TDesktop::DoTryExample(TObject* /*Sender*/) {
+  if (!HasBegun()) return;
   if (!FShop) FShop.emplace();
   TString addresses;
   for (const TString& article : FShop->Articles()) addresses += article + u'\n';
+  FSearch.Show();
   FSearch.SearchFor(Trim(addresses));
 }
 

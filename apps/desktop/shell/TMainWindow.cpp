@@ -72,6 +72,9 @@ void TMainWindow::BuildMenu() {
   connect(quit, &QAction::triggered, this, [this] { Raise(FOnQuit); });
   FView = menuBar()->addMenu(ToQt(u"&Ansicht"));
   QMenu* const help = menuBar()->addMenu(ToQt(u"&Hilfe"));
+  QAction* const example = help->addAction(ToQt(u"Beispielladen &ausprobieren"));
+  connect(example, &QAction::triggered, this, [this] { Raise(FOnTryExample); });
+  help->addSeparator();
   QAction* const about = help->addAction(ToQt(u"Ü&ber Kaufkobolde"));
   about->setShortcut(QKeySequence(Qt::Key_F1));
   connect(about, &QAction::triggered, this, [this] { Raise(FOnAbout); });

@@ -55,6 +55,7 @@ class TMainWindow : public QMainWindow {
   void SetOnClose(std::function<bool()> iEvent) { FOnClose = std::move(iEvent); }
   void SetOnQuit(std::function<void()> iEvent) { FOnQuit = std::move(iEvent); }
   void SetOnAbout(std::function<void()> iEvent) { FOnAbout = std::move(iEvent); }
+  void SetOnTryExample(std::function<void()> iEvent) { FOnTryExample = std::move(iEvent); }
   void SetOnDrop(std::function<void(const TDroppedText&)> iEvent) { FOnDrop = std::move(iEvent); }
 
  protected:
@@ -85,6 +86,7 @@ class TMainWindow : public QMainWindow {
   std::function<bool()> FOnClose;
   std::function<void()> FOnQuit;
   std::function<void()> FOnAbout;
+  std::function<void()> FOnTryExample;
   std::function<void(const TDroppedText&)> FOnDrop;
 };
 
