@@ -462,23 +462,17 @@ TEST_F(TPluginWatchlistTest, PublisherCallbacksNeedAForm) {
   TFakeImport import;
   Form().SetImport(&import);
   const auto publisher = Plugin->GetDataPublisher();
-  auto& object = dynamic_cast<TWatchlistDataPublisher&>(*publisher);
-  EXPECT_TRUE(object.DoImportFromFile()(&object, u"liste.wch"));
-  EXPECT_FALSE(object.DoImportFromKKMobile()(&object, stream)) << "there is none yet";
+  EXPECT_TRUE(publisher->SetDataStream(cDataStreamID, stream));
+  EXPECT_EQ(import.FileNames.size(), 1U);
 }
 
-TEST_F(TPluginWatchlistTest, PublisherHasNoStreamsYet) {
+TEST_F(TPluginWatchlistTest, PublisherOffersTwoStreams) {
+  Initialize();
   const TIntf<IPluginDataPublisher> publisher = Plugin->GetDataPublisher();
-  TMemoryStream stream("Inhalt");
-  stream.SetPosition(2);
-  EXPECT_EQ(publisher->GetDataStreamCount(), 0);
-  EXPECT_THROW(publisher->GetDataStreamName(0), ERangeError);
-  EXPECT_THROW(publisher->GetDataStreamId(0), ERangeError);
-  EXPECT_THROW(publisher->GetHasDataForExport(0), ERangeError);
-  EXPECT_FALSE(publisher->GetDataStream(NewGuid(), stream));
-  EXPECT_FALSE(publisher->SetDataStream(NewGuid(), stream));
-  EXPECT_EQ(stream.Bytes(), "Inhalt");
-  EXPECT_EQ(stream.GetPosition(), 2U);
+  TMemoryStream stream;
+  EXPECT_EQ(publisher->GetDataStreamCount(), 2);
+  EXPECT_TRUE(publisher->GetDataStream(cDataStreamID, stream));
+  EXPECT_EQ(stream.Bytes(), Folder.Read(cWatchlistFileName));
 }
 
 // Extensions of other plug-ins' views.
