@@ -25,13 +25,14 @@ std::vector<TResultColumn> ThreeColumns() {
           OwnColumn(cThirdColumn, u"Drei", names)};
 }
 
+TString Look(TStringView iId, TStringView iRest) { return TString(iId) + TString(iRest); }
+
 class ResultLayout : public testing::Test {
  protected:
   ResultLayout() {
     for (auto& column : ThreeColumns()) Table.AddColumn(column, Table.ColumnCount());
   }
   void Apply(const TString& iText) { TResultLayout::Apply(iText, Table); }
-  static TString Look(TStringView iId, TStringView iRest) { return TString(iId) + TString(iRest); }
 
   TTestMainLoop Loop;
   TResultTable Table{nullptr};
@@ -139,6 +140,15 @@ TEST_F(ResultViewLayout, UsersLayoutIsThereInTheNextRun) {
   other.Table().DragColumnWidth(0, 50);
   other.Close();
   EXPECT_FALSE(FIni.HasKey(u"Lists", u""));
+}
+
+TEST_F(ResultViewLayout, WhatTheUserDidSinceCountsMoreThanTheFile) {
+  FIni.WriteString(u"Lists", u"Test", Look(cName, u":222:1"));
+  TResultView view(ThreeColumns(), u"Test");
+  view.SetContainer(&FPanel);
+  view.Table().DragColumnWidth(0, 77);
+  view.AddExtension(Extension());
+  EXPECT_EQ(view.Table().Columns(0).Width, 77);
 }
 
 TEST_F(ResultViewLayout, WorksWithoutASettingsFile) {
