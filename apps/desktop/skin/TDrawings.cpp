@@ -8,8 +8,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 #include <algorithm>
-#include <memory>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawingColors.h"
 #include "host/base/Log.h"
@@ -86,9 +86,7 @@ class TDrawingEngine : public QIconEngine {
     for (const int side : {16, 22, 24, 32, 48, 64, 128, 256}) sizes.append({side, side});
     return sizes;
   }
-  QIconEngine* clone() const override {
-    return std::make_unique<TDrawingEngine>(FBitmap).release();  // Qt's own
-  }
+  QIconEngine* clone() const override { return QtOwned<TDrawingEngine>(FBitmap); }
 
  private:
   TBitmap FBitmap;
@@ -98,7 +96,7 @@ class TDrawingEngine : public QIconEngine {
 
 QIcon TDrawings::Icon(const TBitmap& iBitmap) {
   if (Find(iBitmap) == nullptr) return {};
-  return QIcon(std::make_unique<TDrawingEngine>(iBitmap).release());  // the icon's own
+  return QIcon(QtOwned<TDrawingEngine>(iBitmap));
 }
 
 QPixmap TDrawings::Pixmap(const TBitmap& iBitmap, QSize iSize, qreal iRatio, QIcon::Mode iMode) {

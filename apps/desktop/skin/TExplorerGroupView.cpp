@@ -132,6 +132,7 @@ QLabel* TExplorerGroupView::NewLabel() {
   auto* label = QtOwned<QLabel>(FBody);
   label->setTextFormat(Qt::PlainText);
   label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  label->setContentsMargins(TLinkButton::cMargin, 0, 0, 0);
   return label;
 }
 
@@ -147,7 +148,8 @@ void TExplorerGroupView::Fill(const TRow& iRow) {
     link->updateGeometry();
   } else if (auto* text = dynamic_cast<QLabel*>(iRow.First)) {
     text->setText(caption);
-    text->setWordWrap(iRow.WordWrap);
+    // A caption beside a value breaks before the bar gets too wide for its pane.
+    text->setWordWrap(iRow.WordWrap || iRow.Second != nullptr);
   }
   if (iRow.Second != nullptr) iRow.Second->setText(ToQt(iRow.Value));
 }

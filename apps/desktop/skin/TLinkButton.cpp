@@ -6,16 +6,11 @@
 
 namespace kk {
 
-namespace {
-
-constexpr int cMargin = 2;
-
-}  // namespace
-
 TLinkButton::TLinkButton(QWidget* iParent) : QAbstractButton(iParent) {
   setCursor(Qt::PointingHandCursor);
   setFocusPolicy(Qt::StrongFocus);
-  QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  // Not fixed: a wrapped one needs more lines than its hint, which is for one.
+  QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
   const int icon = fontMetrics().height();

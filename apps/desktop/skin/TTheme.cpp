@@ -1,10 +1,13 @@
 #include "apps/desktop/skin/TTheme.h"
 
 #include <QApplication>
+#include <QStyle>
 #include <QToolTip>
 #include <utility>
 
+#include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/TColorScheme.h"
+#include "apps/desktop/skin/TOutlineStyle.h"
 
 namespace kk {
 namespace {
@@ -50,6 +53,9 @@ void Show(const QPalette& iPalette) {
 }  // namespace
 
 TTheme::TTheme(TThemeChoice iChoice, const std::string& iBusAddress) {
+  // A desktop's own style knows best.
+  if (QApplication::style()->name() == QStringLiteral("fusion"))
+    QApplication::setStyle(QtOwned<TOutlineStyle>());
   if (iChoice != TThemeChoice::tcSystem) {
     Take(iChoice == TThemeChoice::tcDark ? DarkPalette() : LightPalette());
     return;

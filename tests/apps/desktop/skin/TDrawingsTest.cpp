@@ -14,10 +14,10 @@
 #include <set>
 #include <sstream>
 
+#include "OffscreenQt.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawingColors.h"
 #include "apps/desktop/skin/TTheme.h"
-#include "OffscreenQt.h"
 #include "tests/support/TLogRecorder.h"
 
 namespace kk {

@@ -233,6 +233,22 @@ TEST(TExplorerBarBinder, LeadsTheTabKeyFromTitleToLinksInOrder) {
   EXPECT_EQ(walked, QStringList({"Erste", "Kategorie bearbeiten...", "edt"}));
 }
 
+TEST(TExplorerBarBinder, CutsNothingOffInANarrowPane) {
+  TBarWindow window;
+  window.Link->SetCaption(u"Höchstens 25 EUR bieten, denn das Glas hat einen kleinen Sprung");
+  window.Link->SetWordWrap(true);
+  window.Name->SetCaption(u"Letzte Aktualisierung:");
+  window.Name->SetValue(u"21.11.2026, 01:56:26");
+  window.Skin().Widget()->resize(200, 400);
+  window.Turn();
+  const QWidget& viewport = *window.Area().viewport();
+  ASSERT_TRUE(CrankUntil([&] { return viewport.width() <= 200; }));
+  EXPECT_LE(window.Area().widget()->width(), viewport.width());
+  const TLinkButton& link = window.LinkButton();
+  EXPECT_GT(link.heightForWidth(link.width()), 2 * link.fontMetrics().height());
+  EXPECT_TRUE(CrankUntil([&] { return link.height() >= link.heightForWidth(link.width()); }));
+}
+
 TEST(TLinkButton, TakesAsManyLinesAsItsWordsNeed) {
   NeedQt();
   TLinkButton link(nullptr);

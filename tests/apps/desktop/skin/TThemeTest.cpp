@@ -4,13 +4,19 @@
 #include <signal.h>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QToolTip>
 #include <QWidget>
+#include <algorithm>
 #include <chrono>
 #include <memory>
 
-#include "apps/desktop/skin/TDrawingColors.h"
 #include "OffscreenQt.h"
+#include "apps/desktop/skin/TDrawingColors.h"
 #include "tests/support/TServerProcess.h"
 #include "tests/support/TSessionBus.h"
 
@@ -178,6 +184,40 @@ TEST_F(TThemeTest, WithoutAnAddressTheBusOfTheEnvironmentIsAsked) {
   const TTestEnvironment environment(FBus.Environment());
   const TTheme theme(TThemeChoice::tcSystem);
   EXPECT_TRUE(CrankUntil(&TTheme::IsDark));
+}
+
+// The strongest contrast to the window's ground along the left edge of the widget's picture.
+double EdgeOf(QWidget& ioWidget) {
+  const QImage image = ioWidget.grab().toImage();
+  const QColor ground = ioWidget.palette().color(QPalette::Window);
+  double contrast = 0;
+  for (int x = 0; x < 6; ++x)
+    contrast = std::max(contrast,
+                        TDrawingColors::Contrast(image.pixelColor(x, image.height() / 2), ground));
+  return contrast;
+}
+
+TEST_F(TThemeTest, EdgesOfEmptyBoxesAreSeenOnTheDarkGround) {
+  const TTheme theme(TThemeChoice::tcDark, FBus.Address());
+  QCheckBox box;
+  QRadioButton button;
+  QLineEdit edit;
+  for (QWidget* widget : std::initializer_list<QWidget*>{&box, &button, &edit}) {
+    widget->resize(100, 30);
+    EXPECT_GE(EdgeOf(*widget), 3) << widget->metaObject()->className();
+    widget->setEnabled(false);
+    EXPECT_LT(EdgeOf(*widget), 3) << widget->metaObject()->className();
+  }
+}
+
+TEST_F(TThemeTest, OnALightGroundTheStyleIsFusion) {
+  const TTheme theme(TThemeChoice::tcLight, FBus.Address());
+  QCheckBox box;
+  box.resize(100, 30);
+  const QImage ours = box.grab().toImage();
+  const std::unique_ptr<QStyle> fusion(QStyleFactory::create(QStringLiteral("fusion")));
+  box.setStyle(fusion.get());
+  EXPECT_EQ(ours, box.grab().toImage());
 }
 
 TEST_F(TThemeTest, TextCanBeReadInBothPalettes) {

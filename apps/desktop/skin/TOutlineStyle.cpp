@@ -1,0 +1,49 @@
+#include "apps/desktop/skin/TOutlineStyle.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace kk {
+namespace {
+
+constexpr qreal cRound = 2;
+
+bool IsDark(const QPalette& iPalette) {
+  return iPalette.color(QPalette::Window).lightness() <
+         iPalette.color(QPalette::WindowText).lightness();
+}
+
+// Half way from the ground to the text is 3 to 1 or more in the program's palettes.
+QColor Edge(const QStyleOption& iOption) {
+  QColor edge = iOption.palette.color(QPalette::WindowText);
+  edge.setAlphaF((iOption.state & QStyle::State_Enabled) != 0 ? 0.5F : 0.25F);
+  return edge;
+}
+
+}  // namespace
+
+TOutlineStyle::TOutlineStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+void TOutlineStyle::drawPrimitive(PrimitiveElement iElement, const QStyleOption* iOption,
+                                  QPainter* ioPainter, const QWidget* iWidget) const {
+  QProxyStyle::drawPrimitive(iElement, iOption, ioPainter, iWidget);
+  const bool isRound = iElement == PE_IndicatorRadioButton;
+  const bool isBox = iElement == PE_IndicatorCheckBox || iElement == PE_IndicatorItemViewItemCheck;
+  const bool isField = iElement == PE_FrameLineEdit;
+  if (!isRound && !isBox && !isField) return;
+  const bool isFocused = (iOption->state & State_HasFocus) != 0;
+  if (!IsDark(iOption->palette) || (isField && isFocused)) return;  // the focus has a colour
+  ioPainter->save();
+  ioPainter->setRenderHint(QPainter::Antialiasing);
+  ioPainter->setPen(Edge(*iOption));
+  ioPainter->setBrush(Qt::NoBrush);
+  const QRectF rect = QRectF(iOption->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  if (isRound) {
+    ioPainter->drawEllipse(rect);
+  } else {
+    ioPainter->drawRoundedRect(rect, cRound, cRound);
+  }
+  ioPainter->restore();
+}
+
+}  // namespace kk

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace kk {
+
+/// Fusion with edges that are seen on a dark ground: its own are shades of the window's colour, and
+/// there an empty check box is hardly told from what is around it. On a light ground it is Fusion.
+class TOutlineStyle : public QProxyStyle {
+ public:
+  TOutlineStyle();
+
+  void drawPrimitive(PrimitiveElement iElement, const QStyleOption* iOption, QPainter* ioPainter,
+                     const QWidget* iWidget = nullptr) const override;
+};
+
+}  // namespace kk
