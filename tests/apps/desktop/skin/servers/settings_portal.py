@@ -48,10 +48,10 @@ class Portal(dbus.service.Object):
 
     def change(self, value):
         self.value = dbus.UInt32(value)
+        self.SettingChanged(GROUP, KEY, self.value)
         # What is another's must not be mistaken for it.
         self.SettingChanged("org.gnome.desktop.interface", KEY, dbus.UInt32(1 - value))
         self.SettingChanged(GROUP, "accent-color", dbus.UInt32(1 - value))
-        self.SettingChanged(GROUP, KEY, self.value)
         print("changed", value, flush=True)
         return True
 
