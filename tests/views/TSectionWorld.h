@@ -7,6 +7,7 @@
 
 #include "host/common/TOutlook.h"
 #include "host/contract/TCommonPlugin.h"
+#include "host/contract/TPluginIntegration.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "tests/support/TWatchlistWorld.h"
 #include "views/TfrmKKWatchlist.h"
@@ -22,6 +23,14 @@ class TFakePlugin : public TCommonPlugin<IPlugin> {
   TString GetSignature() const override { return {}; }
   TString GetDescription() const override { return {}; }
   TString GetLongDescription() const override { return {}; }
+
+  /// Its door for others.
+  TIntf<IPluginIntegration> Door = MakeIntf<TPluginIntegration>(TIntf<IIntegrationInfo>());
+
+ protected:
+  bool QueryDelegated(const TGuid& iIid, void** oInterface) override {
+    return Door->QueryInterface(iIid, oInterface);
+  }
 };
 
 /// Notes what the commands tell the section's views, one line a call.
@@ -130,7 +139,7 @@ class TRecordingCalendar : public IOutlookFactory {
 class TSectionWorld : public TWatchlistWorld {
  public:
   TSectionWorld() {
-    CreateHandler(MakeIntf<TFakePlugin>());
+    CreateHandler(Plugin);
     Handler()->LstIntegration().Add(Auction);
     Handler()->LstIntegration().Add(Shop);
     Handler()->LoadFromFile();
@@ -153,6 +162,7 @@ class TSectionWorld : public TWatchlistWorld {
     FreeBuriedCategories();
   }
 
+  TIntf<TFakePlugin> Plugin = MakeIntf<TFakePlugin>();
   TRecordingView View;
   TRecordingCalendar Calendar;
   TIntf<TFakeApplication> Application = MakeIntf<TFakeApplication>();

@@ -1,6 +1,8 @@
 #include "TShownSection.h"
 #include "host/contract/IToolbarExtender.h"
+#include "host/contract/TCommonExplorerBarExtender.h"
 #include "host/controls/IMouseWheel.h"
+#include "host/controls/TCommonExplorerBarItem.h"
 #include "reminders/TRemindHandler.h"
 
 namespace kk {
@@ -305,6 +307,47 @@ TEST_F(TWatchlistStartUpTest, ToolbarIsFilledAtTheFirstShowAndEmptiedAtTheEnd) {
   Form->Uninitialize();
   EXPECT_TRUE(Form->tlbrNavigation.Children().empty());
   End();
+}
+
+// What others add to the explorer bar.
+
+// Adds one link to the panel "Details", or to each that it is given.
+class TLinkExtender : public TCommonExplorerBarExtender {
+ public:
+  void AddItems(const TIntf<IExplorerBarPanel>& iPanel) override {
+    if (Everywhere || iPanel->GetId() == cExplorerBarPanelDetailsId) iPanel->Add(Link);
+  }
+  void DeleteItems(const TIntf<IExplorerBarPanel>& iPanel) override { iPanel->Delete(Link); }
+  TIntf<IExplorerBarItem> Link = MakeIntf<TCommonExplorerBarLink>(NewGuid(), 10, u"Vergleichen");
+  bool Everywhere = false;
+
+ protected:
+  ~TLinkExtender() = default;
+};
+class TViewExtender : public TInterfaced<TLinkExtender> {};
+class TInjectedExtender : public TInterfaced<TLinkExtender, TFakeSearchResults> {};
+
+TEST_F(TWatchlistStartUpTest, WhatAViewAddsToTheBarComesAndGoesWithItsTab) {
+  Auction->ViewParts().push_back(TIntf<IExplorerBarExtender>(MakeIntf<TViewExtender>()));
+  Start();
+  Form->Show();
+  GoTo(Books);
+  EXPECT_TRUE(BarShows(u"Vergleichen"));
+  GoTo(Clocks);
+  EXPECT_FALSE(BarShows(u"Vergleichen"));
+  Auction->ViewParts().clear();
+}
+
+TEST_F(TWatchlistStartUpTest, WhatPluginsHaveInjectedStandsInTheBarFromTheStart) {
+  const auto extender = MakeIntf<TInjectedExtender>();
+  extender->Everywhere = true;
+  Plugin->Door->AddIntegration(TIntf<IExplorerBarExtender>(extender));
+  Start();
+  EXPECT_TRUE(BarShows(u"Vergleichen"));
+  Form->Show();
+  GoTo(Books);
+  GoTo(Clocks);
+  EXPECT_TRUE(BarShows(u"Vergleichen")) << "whatever is selected";
 }
 
 // Export, import, print.

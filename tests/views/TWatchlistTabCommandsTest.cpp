@@ -65,6 +65,20 @@ TEST_F(TWatchlistTabCommandsTest, DeletedItemLeavesTheQueueAndShortensTheRun) {
   EXPECT_EQ(Form->Status().Gauge().Text(), u"Aktualisierung: 2");
 }
 
+TEST_F(TWatchlistTabCommandsTest, BarFollowsTheListOfTheCommand) {
+  const TWatchlistItem& bell = Item(Books, Shop, u"Glocke");
+  const TWatchlistItem& gong = Item(Books, Shop, u"Gong");
+  Form->BuildCategoriesTree(true);
+  Mark(Auction, {&Faust});
+  Shop->Results().Selected = {bell.SearchResult()};
+  Shop->Results().Focused = gong.SearchResult();
+  User.ExpectQuestion(cDeleteOne, true);
+  ASSERT_TRUE(ClickList(Shop, u"Löschen"));
+  EXPECT_EQ(Panes().CurrentTab()->Integration(), Auction);
+  EXPECT_EQ(Bar().GetCurrentSearchResult(), gong.SearchResult())
+      << "though its tab is not in front";
+}
+
 TEST_F(TWatchlistTabCommandsTest, LastItemOfTheListTakesGroupAndTabAlong) {
   User.ExpectQuestion(u"Sollen die 3 markierten Einträge wirklich gelöscht werden?", true);
   ASSERT_TRUE(ClickList(Auction, u"Alle löschen"));

@@ -205,6 +205,26 @@ TEST_F(TWatchlistTreeCommandsTest, NoteFromTheTreeDoesNotMarkItsSource) {
   EXPECT_EQ(Faust.Description().Get(0), u"Für Oma");
 }
 
+TEST_F(TWatchlistTreeCommandsTest, EditedNodeIsPaintedAnew) {
+  struct TPainted : ITreeObserver {
+    void BeforeTreeChange(const TTreeChange&) override {}
+    void AfterTreeChange(const TTreeChange&) override {}
+    void NodeChanged(TVirtualNode& iNode) override { Object = iNode.Object(); }
+    void ScrollIntoView(TVirtualNode&) override {}
+    const TObject* Object = nullptr;
+  } painted;
+  GoTo(Faust);
+  Nodes().SetTreeObserver(&painted);
+  ExpectNote(u"Für Oma");
+  ASSERT_TRUE(ClickMenu(&Faust, {cEdit}));
+  EXPECT_EQ(painted.Object, &Faust);
+  GoTo(Clocks);
+  ExpectCategoryDialog(u"Wecker");
+  ASSERT_TRUE(Pane().btnRenameGroup.Click());
+  EXPECT_EQ(painted.Object, &Clocks);
+  Nodes().SetTreeObserver(nullptr);
+}
+
 TEST_F(TWatchlistTreeCommandsTest, WhatGoesWhileItsDialogStandsIsNotEdited) {
   User.Expect<TfrmKKWatchlistEditItemDescription>([this](TfrmKKWatchlistEditItemDescription& form) {
     Tree().DeleteItemById(Faust.SearchResultId());
