@@ -120,6 +120,7 @@ void TResultTable::SetResults(const TIntf<IInterfaceList>& iResults) {
   ForEachResult(iResults, [&](const auto& iResult) { rows.push_back(NewRow(iResult)); });
   if (rows.empty() && FRows.empty()) return;
   Reorder(rows, OrderOf(rows));
+  if (TakeSameRows(rows)) return;
   {
     const TChanging change(*this, {});
     FFocused = nullptr;
@@ -138,6 +139,21 @@ void TResultTable::SetResults(const TIntf<IInterfaceList>& iResults) {
   FSelectionChanged |=
       static_cast<size_t>(FSelectedCount) != selected.size() || hadFocus != (FFocused != nullptr);
   TellSelection();
+}
+
+bool TResultTable::TakeSameRows(const TRows& iRows) {
+  const auto isSame = [](const auto& iA, const auto& iB) { return iA->Id == iB->Id; };
+  if (!std::equal(iRows.begin(), iRows.end(), FRows.begin(), FRows.end(), isSame)) return false;
+  for (size_t i = 0; i < FRows.size(); ++i) {
+    if (FRows[i]->Result != iRows[i]->Result) ShowResult(*FRows[i], iRows[i]->Result);
+  }
+  Changed();  // foreign columns may show something else
+  return true;
+}
+
+void TResultTable::ShowResult(TRow& ioRow, const TIntf<ISearchResult>& iResult) {
+  ioRow.Result = iResult;
+  if (FTableObserver != nullptr) FTableObserver->RowChanged(ioRow.Place);
 }
 
 void TResultTable::AddResult(const TIntf<ISearchResult>& iResult) {
@@ -227,9 +243,7 @@ void TResultTable::RemoveGoingRows(int iCount) {
 
 void TResultTable::RefreshResult(const TIntf<ISearchResult>& iResult) {
   TRow* row = iResult ? FindRow(iResult->GetId()) : nullptr;
-  if (row == nullptr) return;
-  row->Result = iResult;
-  if (FTableObserver != nullptr) FTableObserver->RowChanged(row->Place);
+  if (row != nullptr) ShowResult(*row, iResult);
 }
 
 void TResultTable::Renumber(size_t iFrom) {

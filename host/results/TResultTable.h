@@ -66,7 +66,8 @@ class TResultTable : public TControl {
   const TIntf<ISearchResult>& Results(int iRow) const;
   /// The first that came with this id; -1 if there is none. Constant time.
   int IndexOfId(const TGuid& iId) const;
-  /// Other rows; those that have the id of one before keep selection and focus.
+  /// Other rows; those that have the id of one before keep selection and focus. Where the rows are
+  /// the same in the same order, only those with another result are told.
   void SetResults(const TIntf<IInterfaceList>& iResults);
   /// One more row, at its place if the table is sorted, else at the end.
   void AddResult(const TIntf<ISearchResult>& iResult);
@@ -176,6 +177,9 @@ class TResultTable : public TControl {
   /// What they are is known by their flag.
   void RemoveGoingRows(int iCount);
   void MoveFocusAway();
+  /// True if they have the ids of the table's rows in their order, which show their results then.
+  bool TakeSameRows(const TRows& iRows);
+  void ShowResult(TRow& ioRow, const TIntf<ISearchResult>& iResult);
   void Renumber(size_t iFrom);
   /// The rows in the order in which they have to stand.
   std::vector<TRow*> OrderOf(const TRows& iRows) const;

@@ -273,6 +273,18 @@ TEST_F(ResultTable, NewResultsKeepSelectionAndFocusOfTheSameIds) {
   EXPECT_THAT(Events, ElementsAre("selection"));
 }
 
+TEST_F(ResultTable, TheSameRowsAgainTellOnlyWhatIsAnother) {
+  Show({u"a", u"b", u"c"});
+  Table.SelectRows({1}, 1);
+  const auto refreshed = MakeIntf<TPlainResult>(Shown[1]->GetId(), u"bb");
+  Table.SetResults(Plains({Shown[0], refreshed, Shown[2]}));
+  EXPECT_THAT(Watcher.TakeCalls(), ElementsAre("row 1"));
+  EXPECT_EQ(NamesOf(Table), "a bb c");
+  EXPECT_EQ(Table.FocusedRow(), 1);
+  Table.SetResults(Plains({Shown[0], refreshed}));
+  EXPECT_THAT(Watcher.TakeCalls(), ElementsAre("reset"));
+}
+
 TEST_F(ResultTable, RemovingTellsEachPieceFromTheEnd) {
   Show({u"a", u"b", u"c", u"d", u"e"});
   Table.SelectRows({1}, 0);

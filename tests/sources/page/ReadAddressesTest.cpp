@@ -57,6 +57,8 @@ TEST(ReadAddresses, TitlesStandAboveOrBelow) {
   // One address has one title.
   EXPECT_THAT(Read(u"Eine Hacke\nNoch eine Hacke\nhttps://a.example/1"),
               ElementsAre("? Eine Hacke", "https://a.example/1"));
+  EXPECT_THAT(Read(u"Eine Hacke\nhttps://a.example/1\nNoch eine Hacke"),
+              ElementsAre("https://a.example/1", "? Noch eine Hacke"));
   EXPECT_THAT(Read(u"Eine Hacke\na.example/1"), ElementsAre("? Eine Hacke", "https://a.example/1"));
   EXPECT_THAT(Read(u"https://a.example/1\nEine Hacke\nhttps://a.example/2\nhttps://a.example/3"),
               ElementsAre("https://a.example/1", "https://a.example/2", "https://a.example/3"));
