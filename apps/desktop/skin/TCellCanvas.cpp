@@ -37,11 +37,14 @@ TCellCanvas::TCellCanvas(QPainter& ioPainter, const QStyleOptionViewItem& iOptio
 void TCellCanvas::SetRowColors() { FPainter.setPen(TextColor(FOption)); }
 
 void TCellCanvas::DrawText(const TRect& iRect, TStringView iText) {
+  const QFontMetrics& font = FOption.fontMetrics;
   const int margin = TextMargin(FOption);
-  const QRect rect = ToQtRect(iRect).adjusted(margin, 0, -margin, 0);
-  const QString text = ToQt(iText).simplified();
-  FPainter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                    FOption.fontMetrics.elidedText(text, Qt::ElideRight, rect.width()));
+  const int width = iRect.Width() - 2 * margin;
+  // Whole pixels, as the plain cells beside it.
+  const int top = iRect.Top + (iRect.Height() - font.height()) / 2;
+  FPainter.drawText(QRect(iRect.Left + margin, top, width, font.height()),
+                    Qt::AlignLeft | Qt::TextSingleLine,
+                    font.elidedText(ToQt(iText).simplified(), Qt::ElideRight, width));
 }
 
 TSize TCellCanvas::GetBitmapSize(const TBitmap& iBitmap) const {

@@ -9,7 +9,7 @@ TExplorerBarBinder::TExplorerBarBinder(TSkin& ioSkin, TExplorerBar& ioBar)
       FColumn(QtOwned<QWidget>()),
       FLayout(QtOwned<QVBoxLayout>(FColumn)) {
   FLayout->setContentsMargins(0, 0, 0, 0);
-  FLayout->setSpacing(0);
+  FLayout->setSpacing(2);
   FLayout->addStretch(1);
   View().setWidget(FColumn);
   View().setWidgetResizable(true);

@@ -8,6 +8,9 @@ namespace kk {
 /// need. Return and the space bar click it, too.
 class TLinkButton final : public QAbstractButton {
  public:
+  /// What stands free around its words.
+  static constexpr int cMargin = 2;
+
   explicit TLinkButton(QWidget* iParent);
 
   void SetWordWrap(bool iWordWrap);

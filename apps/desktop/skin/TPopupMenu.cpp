@@ -21,6 +21,14 @@ std::vector<TMenuItem*> EntriesOf(const TMenuItem& iMenu) {
   return entries;
 }
 
+// Menus draw it bold, and measure it bold only if they are told.
+void SetDefault(QMenu& ioMenu, QAction& ioAction) {
+  ioMenu.setDefaultAction(&ioAction);
+  QFont font = ioMenu.font();
+  font.setBold(true);
+  ioAction.setFont(font);
+}
+
 }  // namespace
 
 void TPopupMenu::Open(QWidget& ioParent, const TMenuItem& iMenu, const QPoint& iGlobalPos) {
@@ -70,7 +78,7 @@ void TPopupMenu::Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries) {
       choice->addAction(&action);
     }
     action.setChecked(entry->Checked());
-    if (entry->Default()) ioMenu.setDefaultAction(&action);
+    if (entry->Default()) SetDefault(ioMenu, action);
     FActions[entry] = &action;
   }
 }

@@ -21,12 +21,19 @@ Qt::Alignment ToQtAlignment(TResultAlignment iAlignment) {
   return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
-TResultItemModel::TResultItemModel(TResultTable& ioTable) : FTable(&ioTable) {
+TResultItemModel::TResultItemModel(TResultTable& ioTable, QObject* iParent)
+    : QAbstractTableModel(iParent), FTable(&ioTable) {
   FTable->SetTableObserver(this);
 }
 
 TResultItemModel::~TResultItemModel() {
   if (FTable != nullptr) FTable->SetTableObserver(nullptr);
+}
+
+void TResultItemModel::Detach() {
+  if (FTable == nullptr) return;
+  FTable->SetTableObserver(nullptr);
+  TableGone();
 }
 
 void TResultItemModel::TableGone() {

@@ -15,10 +15,13 @@ class TResultItemModel final : public QAbstractTableModel, private IResultTableO
  public:
   /// Becomes the table's observer. The table is borrowed, and may die first: the model has no rows
   /// then.
-  explicit TResultItemModel(TResultTable& ioTable);
+  explicit TResultItemModel(TResultTable& ioTable, QObject* iParent = nullptr);
   ~TResultItemModel() override;
   TResultItemModel(const TResultItemModel&) = delete;
   TResultItemModel& operator=(const TResultItemModel&) = delete;
+
+  /// Lets go: it has no rows from here on. No effect when it has none to let go.
+  void Detach();
 
   /// Between the beginning and the end of a change: what views do by themselves then is nothing
   /// that the user has done.

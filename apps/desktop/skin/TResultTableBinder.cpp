@@ -34,7 +34,8 @@ QItemSelection RunsOf(const std::vector<int>& iRows, const QAbstractItemModel& i
 }  // namespace
 
 TResultTableBinder::TResultTableBinder(TSkin& ioSkin, TResultTable& ioTable)
-    : TBinderOf(ioSkin, ioTable, QtOwned<TResultTableView>()), FItems(ioTable) {
+    : TBinderOf(ioSkin, ioTable, QtOwned<TResultTableView>()),
+      FItems(*QtOwned<TResultItemModel>(ioTable, &View())) {
   TResultTableView& view = View();
   FDelegate = QtOwned<TResultCellDelegate>(&view, ioTable, FItems);
   view.setItemDelegate(FDelegate);
@@ -53,7 +54,10 @@ TResultTableBinder::TResultTableBinder(TSkin& ioSkin, TResultTable& ioTable)
 }
 
 TResultTableBinder::~TResultTableBinder() {
-  if (BoundWidget() != nullptr) View().SetOnSelectionMoved(nullptr);
+  if (BoundWidget() == nullptr) return;
+  View().SetOnSelectionMoved(nullptr);
+  FItems.SetOnScrollIntoView(nullptr);
+  FItems.Detach();
 }
 
 void TResultTableBinder::ConnectHeader() {
@@ -160,7 +164,7 @@ bool TResultTableBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
   if (iEvent->type() == QEvent::KeyPress && PressShortCut(static_cast<QKeyEvent&>(*iEvent))) {
     return true;
   }
-  if (iObject == View().viewport() && ViewportEvent(*iEvent)) return true;
+  if (iObject == View().viewport()) return ViewportEvent(*iEvent);
   return TBinder::eventFilter(iObject, iEvent);
 }
 
@@ -273,9 +277,9 @@ void TResultTableBinder::OpenColumnMenu(const QPoint& iPos) {
 bool TResultTableBinder::PressShortCut(const QKeyEvent& iEvent) {
   const TString keys = ShortCutOf(iEvent);
   if (keys.empty()) return false;
-  bool isUsed = false;
-  Enter([&] { isUsed = Control().PressShortCut(keys); });
-  return isUsed;
+  bool isUsed = true;  // also by who fails
+  const bool isAlive = Enter([&] { isUsed = Control().PressShortCut(keys); });
+  return !isAlive || isUsed;
 }
 
 }  // namespace kk

@@ -53,7 +53,8 @@ class TResultTableBinder final : public TBinderOf<TResultTable, TResultTableView
   void OpenColumnMenu(const QPoint& iPos);
   bool PressShortCut(const QKeyEvent& iEvent);
 
-  TResultItemModel FItems;
+  /// The view's, which may be in the middle of an event when the binder dies.
+  TResultItemModel& FItems;
   TResultCellDelegate* FDelegate;  // the view's
   QPersistentModelIndex FPressed;
 };

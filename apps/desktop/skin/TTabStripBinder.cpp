@@ -114,10 +114,10 @@ bool TTabStripBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
         break;
       case QEvent::MouseMove:
         Hover(FBar->tabAt(static_cast<const QMouseEvent&>(*iEvent).pos()));
-        break;
+        return false;  // it may be gone
       case QEvent::Leave:
         Hover(-1);
-        break;
+        return false;
       // Who scrolls over the tabs has not asked for another one.
       case QEvent::Wheel:
         iEvent->ignore();

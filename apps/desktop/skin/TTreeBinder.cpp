@@ -10,7 +10,8 @@
 namespace kk {
 
 TTreeBinder::TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree)
-    : TBinderOf(ioSkin, ioTree, QtOwned<TRowView>()), FItems(ioTree) {
+    : TBinderOf(ioSkin, ioTree, QtOwned<TRowView>()),
+      FItems(*QtOwned<TTreeItemModel>(ioTree, &View())) {
   QTreeView& view = View();
   view.setModel(&FItems);
   view.setItemDelegate(QtOwned<TRowDelegate>(&view));
@@ -41,6 +42,13 @@ TTreeBinder::TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree)
   });
   FItems.SetOnScrollIntoView([this](const QModelIndex& iIndex) { View().scrollTo(iIndex); });
   ShowExpansionBelow(ioTree.Root());
+}
+
+TTreeBinder::~TTreeBinder() {
+  if (BoundWidget() == nullptr) return;
+  FItems.SetOnCheck(nullptr);
+  FItems.SetOnScrollIntoView(nullptr);
+  FItems.Detach();
 }
 
 void TTreeBinder::Render() {

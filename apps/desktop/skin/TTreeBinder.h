@@ -11,6 +11,7 @@ namespace kk {
 class TTreeBinder final : public TBinderOf<TVirtualStringTree, TRowView> {
  public:
   TTreeBinder(TSkin& ioSkin, TVirtualStringTree& ioTree);
+  ~TTreeBinder() override;
 
   TMenuItem* PopupMenu() const override { return Control().PopupMenu(); }
   bool OpenPopupMenu() override;
@@ -27,7 +28,8 @@ class TTreeBinder final : public TBinderOf<TVirtualStringTree, TRowView> {
   void ShowExpansion(const QModelIndex& iIndex);
   void ShowExpansionBelow(const TVirtualNode& iNode);
 
-  TTreeItemModel FItems;
+  /// The view's, which may be in the middle of an event when the binder dies.
+  TTreeItemModel& FItems;
 };
 
 }  // namespace kk

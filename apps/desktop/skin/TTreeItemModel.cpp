@@ -9,12 +9,19 @@
 
 namespace kk {
 
-TTreeItemModel::TTreeItemModel(TVirtualStringTree& ioTree) : FTree(&ioTree) {
+TTreeItemModel::TTreeItemModel(TVirtualStringTree& ioTree, QObject* iParent)
+    : QAbstractItemModel(iParent), FTree(&ioTree) {
   FTree->SetTreeObserver(this);
 }
 
 TTreeItemModel::~TTreeItemModel() {
   if (FTree != nullptr) FTree->SetTreeObserver(nullptr);
+}
+
+void TTreeItemModel::Detach() {
+  if (FTree == nullptr) return;
+  FTree->SetTreeObserver(nullptr);
+  TreeGone();
 }
 
 void TTreeItemModel::TreeGone() {

@@ -14,10 +14,13 @@ class TTreeItemModel final : public QAbstractItemModel, private ITreeObserver {
  public:
   /// Becomes the tree's observer. The tree is borrowed, and may die first: the model has no rows
   /// then.
-  explicit TTreeItemModel(TVirtualStringTree& ioTree);
+  explicit TTreeItemModel(TVirtualStringTree& ioTree, QObject* iParent = nullptr);
   ~TTreeItemModel() override;
   TTreeItemModel(const TTreeItemModel&) = delete;
   TTreeItemModel& operator=(const TTreeItemModel&) = delete;
+
+  /// Lets go: it has no rows from here on. No effect when it has none to let go.
+  void Detach();
 
   /// Invalid for null, and while all nodes may become others.
   QModelIndex IndexOf(const TVirtualNode* iNode) const;

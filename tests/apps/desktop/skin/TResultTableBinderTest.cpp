@@ -67,9 +67,12 @@ class TTableWindow : public TShownWindow, private IResultTableMenu {
 
   std::shared_ptr<TNameContent> Name = std::make_shared<TNameContent>();
   std::shared_ptr<TNameContent> Length = std::make_shared<TNameContent>(true);
+  std::function<void()> OnSelection;
   TNotebook Book;
   TMenuItem Entry{u"Löschen"};
   TResultTable Table{this, u"tbl"};
+
+  void Drop(TObject*) { DropSkin(); }
 
  private:
   std::vector<TMenuItem*> GetEntries() override { return {&Entry}; }
@@ -80,6 +83,7 @@ class TTableWindow : public TShownWindow, private IResultTableMenu {
     std::string note = "select";
     for (const int row : Table.SelectedRows()) note += " " + std::to_string(row);
     Book.Note(note + " focus " + std::to_string(Table.FocusedRow()));
+    if (OnSelection) OnSelection();
   }
   void Open(TObject*) { Book.Note("open " + std::to_string(Table.FocusedRow())); }
   void LayoutChanged(TObject*) { Book.Note("layout"); }
@@ -119,8 +123,10 @@ TEST(TResultTableBinder, SelectsByMouseOneSeveralAndARange) {
   window.Click(0, 0, Qt::ControlModifier);
   window.Click(1, 0);
   window.Click(2, 0, Qt::ShiftModifier);
-  EXPECT_THAT(window.Book.Take(), ElementsAre("select 1 focus 1", "select 0 1 focus 0",
-                                              "select 1 focus 1", "select 1 2 focus 2"));
+  // A press on one of several goes to it; the release leaves it alone.
+  EXPECT_THAT(window.Book.Take(),
+              ElementsAre("select 1 focus 1", "select 0 1 focus 0", "select 0 1 focus 1",
+                          "select 1 focus 1", "select 1 2 focus 2"));
 }
 
 TEST(TResultTableBinder, TellsOnceForOneKey) {
@@ -329,6 +335,22 @@ TEST(TResultTableBinder, RemovesSelectedRowsWithoutAnEchoOfQts) {
   EXPECT_THAT(window.RowsOfView(), IsEmpty());
   EXPECT_EQ(window.View().currentIndex().row(), 1);
   EXPECT_THAT(window.Book.Take(), IsEmpty());
+}
+
+TEST(TResultTableBinder, SurvivesASkinThatGoesInTheMiddleOfAClickOrAKey) {
+  TTableWindow window;
+  const QPointer<QTreeView> view = &window.View();
+  window.OnSelection = [&] { window.DropSkin(); };
+  QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, window.PlaceOf(1, 2));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(view.isNull());
+  TTableWindow other;
+  const QPointer<QTreeView> second = &other.View();
+  other.Entry.SetOnClick(TNotifyEvent::Of<&TTableWindow::Drop>(&other));
+  other.Click(0, 0);
+  QTest::keyClick(second, Qt::Key_Delete);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(second.isNull());
 }
 
 TEST(TResultTableBinder, SurvivesAWindowThatDiesFirst) {

@@ -33,6 +33,7 @@ class TShownWindow : public TForm {
     QCoreApplication::processEvents();
   }
   TSkin& Skin() { return *FSkin; }
+  void DropSkin() { FSkin.reset(); }
   /// The control's widget.
   template <class Widget>
   Widget& WidgetOf(TControl& ioControl) {

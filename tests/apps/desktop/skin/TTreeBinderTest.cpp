@@ -260,6 +260,17 @@ TEST(TTreeBinder, DoesNothingWhileItIsDisabled) {
   EXPECT_FALSE(window.Autos.Expanded());
 }
 
+TEST(TTreeBinder, SurvivesASkinThatGoesInTheMiddleOfAClick) {
+  TTreeWindow window;
+  const QPointer<QTreeView> view = &window.View();
+  window.OnFocus = [&] { window.DropSkin(); };
+  QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, window.PlaceOf(window.Books));
+  EXPECT_EQ(window.Tree.FocusedNode(), &window.Books);
+  window.Tree.DeleteNode(window.Autos);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(view.isNull());
+}
+
 TEST(TTreeBinder, SurvivesAWindowThatDiesFirstAndAFocusThatRebuildsTheTree) {
   auto window = std::make_unique<TTreeWindow>();
   window->OnFocus = [&] {
