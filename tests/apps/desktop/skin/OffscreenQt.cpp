@@ -12,7 +12,10 @@ void NeedQt() {
   static int count = 1;
   static char name[] = "tests";
   static char* arguments[] = {name, nullptr};
-  static const auto application = std::make_unique<QApplication>(count, arguments);
+  // It stays to the end of the process: what Qt keeps for it in statics of its own goes earlier.
+  static const QApplication* const application =
+      std::make_unique<QApplication>(count, arguments).release();
+  (void)application;
 }
 
 bool CrankUntil(const std::function<bool()>& iCondition) {
@@ -21,6 +24,8 @@ bool CrankUntil(const std::function<bool()>& iCondition) {
     if (std::chrono::steady_clock::now() > end) return false;
     // Waits for an event in the system, not for time to go by.
     QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    // As a loop that runs does at the end of each turn.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
   return true;
 }
