@@ -24,6 +24,7 @@ namespace {
 
 constexpr QSize cFirstSize{1100, 720};
 constexpr int cMaxKey = 9;
+constexpr int cPageMargin = 6;
 constexpr TStringView cProgram = u"Kaufkobolde";
 constexpr char cActivationVariable[] = "XDG_ACTIVATION_TOKEN";
 
@@ -120,7 +121,7 @@ void TMainWindow::ShowSection(TfrmKKCommonSectionBase& ioForm) {
 void TMainWindow::Open(TSection& ioSection) {
   ioSection.Page = std::make_unique<QWidget>();
   auto* const layout = new QVBoxLayout(ioSection.Page.get());  // the page's
-  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setContentsMargins(cPageMargin, 0, cPageMargin, 0);
   ioSection.Skin = std::make_unique<TSkin>(*ioSection.Form, ioSection.Page.get());
   layout->addWidget(ioSection.Skin->Widget());
   FStack->addWidget(ioSection.Page.get());

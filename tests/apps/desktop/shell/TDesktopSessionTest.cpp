@@ -1,0 +1,421 @@
+#include "apps/desktop/shell/TDesktopSession.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QShortcut>
+#include <csignal>
+#include <future>
+
+#include "TDesktopWorld.h"
+#include "apps/desktop/shell/TIniFileSectionMainWindow.h"
+#include "apps/desktop/skin/QtText.h"
+#include "host/contract/TPlugins.h"
+#include "host/controls/TfrmMSNPopUpBase.h"
+#include "host/controls/TfrmMessageDlg.h"
+#include "host/program/TExampleShop.h"
+#include "host/program/THostClient.h"
+#include "tests/support/TFakeSourcePlugin.h"
+#include "tests/support/TLogRecorder.h"
+#include "tests/support/TRawTestServer.h"
+
+namespace kk {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using TEnd = THostClient::THandOver::TEnd;
+
+std::string TextOf(TForm& ioForm) { return ToUtf8(dynamic_cast<TfrmMessageDlg&>(ioForm).Text()); }
+void Press(TForm& ioForm, TMsgDlgBtn iButton) {
+  EXPECT_TRUE(dynamic_cast<TfrmMessageDlg&>(ioForm).Button(iButton)->Click());
+}
+
+class TDesktopSessionTest : public testing::Test {
+ protected:
+  ~TDesktopSessionTest() override { Plugins().Clear(); }
+
+  /// A message box comes up that says this, and the user presses a button.
+  void ExpectMessage(const std::string& iText, TMsgDlgBtn iButton = TMsgDlgBtn::mbOK) {
+    World.Dialogs().Expect("TfrmMessageDlg", [iText, iButton](TForm& ioForm) {
+      EXPECT_THAT(TextOf(ioForm), HasSubstr(iText));
+      Press(ioForm, iButton);
+    });
+  }
+  THostClient::THandOver HandOver(const std::vector<TString>& iWords) {
+    auto answer = std::async(std::launch::async, [&] {
+      return THostClient::HandOver(FromUtf8(World.Folder.Path()), iWords, u"token", 20000);
+    });
+    EXPECT_TRUE(CrankUntil(
+        [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    return answer.get();
+  }
+  std::string SearchText() {
+    return ToUtf8(ReplaceAll(World.Search().mmText.Lines().GetText(), u"\r\n", u"\n"));
+  }
+  QAction* MenuEntry(const QString& iText) {
+    for (QAction* menu : World.Window().menuBar()->actions()) {
+      for (QAction* entry : menu->menu()->actions()) {
+        if (entry->text() == iText) return entry;
+      }
+    }
+    return nullptr;
+  }
+  void Drop(QWidget* iOn, const QMimeData& iData) {
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &iData, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(iOn, &enter);
+    QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &iData, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(iOn, &drop);
+  }
+
+  TDesktopWorld World;
+};
+
+TEST_F(TDesktopSessionTest, WindowStandsBeforeTheListIsLoadedAndSaysSo) {
+  World.Open();
+  EXPECT_TRUE(World.Window().isVisible());
+  EXPECT_FALSE(World.Session().IsRunning());
+  const QList<QLabel*> labels = World.Window().findChildren<QLabel*>();
+  EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel* iLabel) {
+    return iLabel->text() == ToQt(u"Die Beobachtenliste wird geladen...");
+  }));
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  EXPECT_EQ(World.Window().Section(), &World.Search());
+  EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Suchen – Kaufkobolde"));
+}
+
+TEST_F(TDesktopSessionTest, EachSectionTakesThePlaceOfTheOneBefore) {
+  World.Start();
+  World.Go(u"Beobachten");
+  EXPECT_EQ(World.Window().Section(), &World.Watchlist());
+  EXPECT_FALSE(World.Search().Visible());
+  World.Go(u"Suchen");
+  EXPECT_TRUE(World.Search().Visible());
+  EXPECT_FALSE(World.Watchlist().Visible());
+  World.Go(u"Beobachten");
+  EXPECT_TRUE(World.Watchlist().Visible());
+  EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Beobachten – Kaufkobolde"));
+}
+
+TEST_F(TDesktopSessionTest, ClosedSectionGivesWayToSuchen) {
+  World.Start();
+  World.Go(u"Beobachten");
+  World.Watchlist().Close();
+  EXPECT_EQ(World.Window().Section(), &World.Search());
+}
+
+TEST_F(TDesktopSessionTest, ToolbarHasSuchenThePlugInsAndEinstellungenInThisOrder) {
+  World.Start();
+  std::vector<std::string> captions;
+  for (const auto& button : World.Desktop().ToolbarButtons()) {
+    captions.push_back(ToUtf8(button->GetCaption()));
+  }
+  EXPECT_THAT(captions, ElementsAre("Suchen", "Beobachten", "Einstellungen"));
+  EXPECT_EQ(World.Search().tlbrNavigation.Children().size(), 3u);
+}
+
+TEST_F(TDesktopSessionTest, KeysLeadToTheSections) {
+  World.Start();
+  QAction* const watch = MenuEntry(ToQt(u"Beobachten"));
+  ASSERT_NE(watch, nullptr);
+  EXPECT_EQ(watch->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_2));
+  watch->trigger();
+  EXPECT_EQ(World.Window().Section(), &World.Watchlist());
+  MenuEntry(ToQt(u"Suchen"))->trigger();
+  EXPECT_EQ(World.Window().Section(), &World.Search());
+  EXPECT_EQ(MenuEntry(ToQt(u"&Beenden"))->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+TEST_F(TDesktopSessionTest, SettingsOpenAndHelpTellsTheVersion) {
+  World.Start();
+  World.Dialogs().Expect("TfrmOptions", [](TForm& ioForm) { ioForm.CloseByUser(); });
+  World.Go(u"Einstellungen");
+  EXPECT_TRUE(CrankUntil([&] { return World.Dialogs().IsDone(); }));
+  ExpectMessage("Kaufkobolde 7.0");
+  MenuEntry(ToQt(u"Ü&ber Kaufkobolde"))->trigger();
+  EXPECT_TRUE(CrankUntil([&] { return World.Dialogs().IsDone(); }));
+}
+
+TEST_F(TDesktopSessionTest, ExampleShopCanBeTriedByTheMenu) {
+  World.Start();
+  MenuEntry(ToQt(u"Beispielladen &ausprobieren"))->trigger();
+  EXPECT_THAT(SearchText(), HasSubstr("http://127.0.0.1:"));
+}
+
+TEST_F(TDesktopSessionTest, SecondStartIsTakenOver) {
+  const TExampleShop shop;
+  World.Start();
+  World.Go(u"Beobachten");
+  World.Window().hide();
+  EXPECT_EQ(HandOver({shop.Articles()[0]}).End, TEnd::Done);
+  EXPECT_TRUE(CrankUntil([&] { return World.Window().Section() == &World.Search(); }));
+  EXPECT_TRUE(World.Window().isVisible());
+  EXPECT_THAT(SearchText(), HasSubstr(ToUtf8(shop.Articles()[0])));
+}
+
+TEST_F(TDesktopSessionTest, SecondStartWithAWrongCallIsToldSo) {
+  World.Start();
+  const auto answer = HandOver({u"--falsch"});
+  EXPECT_EQ(answer.End, TEnd::Refused);
+  EXPECT_THAT(ToUtf8(answer.Text), HasSubstr("Unbekannte Option: --falsch"));
+}
+
+TEST_F(TDesktopSessionTest, SecondStartWaitsForADialog) {
+  World.Start();
+  World.Dialogs().Expect("TfrmOptions", [this](TForm& ioForm) {
+    EXPECT_EQ(HandOver({u"lampe"}).End, TEnd::Done);
+    EXPECT_THAT(SearchText(), IsEmpty());
+    ioForm.CloseByUser();
+  });
+  World.Go(u"Einstellungen");
+  EXPECT_TRUE(CrankUntil([&] { return !SearchText().empty(); }));
+}
+
+TEST_F(TDesktopSessionTest, ArticleOfTheCommandLineComesIntoTheList) {
+  const TExampleShop shop;
+  World.Open({u"-rem", shop.Articles()[0]});
+  World.Dialogs().Expect("TfrmWatchlistAddSearchResults", [](TForm& ioForm) {
+    EXPECT_TRUE(TheControl<TButton>(ioForm, u"btnAll").Click());
+  });
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning() && World.Dialogs().IsDone(); }));
+  EXPECT_TRUE(CrankUntil([&] {
+    const auto tree = World.List().GetTree();
+    return !tree.Categories.empty() && !tree.Categories[0].Groups.empty() &&
+           !tree.Categories[0].Groups[0].Items.empty();
+  }));
+  EXPECT_EQ(World.Window().Section(), &World.Watchlist());
+}
+
+TEST_F(TDesktopSessionTest, AddressOfTheCommandLineIsLookedAt) {
+  World.Start({u"https://shop.example/lampe"});
+  EXPECT_TRUE(CrankUntil([&] { return !SearchText().empty(); }));
+  EXPECT_EQ(SearchText(), "https://shop.example/lampe\n");
+  World.Search().btnCancel.Click();
+}
+
+TEST_F(TDesktopSessionTest, DroppedAddressesAreLookedForAnywhere) {
+  const TExampleShop shop;
+  World.Start();
+  World.Go(u"Beobachten");
+  QMimeData addresses;
+  addresses.setUrls({QUrl(ToQt(shop.Articles()[0])), QUrl(ToQt(shop.Articles()[1]))});
+  Drop(&World.Window(), addresses);
+  EXPECT_EQ(World.Window().Section(), &World.Search());
+  EXPECT_EQ(SearchText(), ToUtf8(shop.Articles()[0] + u"\n" + shop.Articles()[1] + u"\n"));
+}
+
+TEST_F(TDesktopSessionTest, FileIsNoTextForAField) {
+  World.Start();
+  ASSERT_TRUE(CrankUntil([&] { return World.Window().findChild<QPlainTextEdit*>() != nullptr; }));
+  QMimeData file;
+  file.setUrls({QUrl::fromLocalFile(ToQt(World.Folder.File(u"bild.png")))});
+  ExpectMessage("Mit dieser Datei kann das Programm nichts anfangen");
+  Drop(World.Window().findChild<QPlainTextEdit*>(), file);
+  EXPECT_TRUE(CrankUntil([&] { return World.Dialogs().IsDone(); }));
+  EXPECT_THAT(SearchText(), IsEmpty());
+}
+
+TEST_F(TDesktopSessionTest, MissingExportFileIsToldOf) {
+  World.Open({u"-remimport", World.Folder.File(u"weg.wch")});
+  ExpectMessage("Datei nicht vorhanden");
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().IsRunning() && World.Dialogs().IsDone(); }));
+}
+
+TEST_F(TDesktopSessionTest, ExportFileThatIsNoneIsToldOf) {
+  World.Folder.Write(u"kaputt.wch", "nichts");
+  World.Start();
+  QMimeData file;
+  file.setUrls({QUrl::fromLocalFile(ToQt(World.Folder.File(u"kaputt.wch")))});
+  ExpectMessage("Aus dieser Datei ist nichts übernommen worden");
+  Drop(&World.Window(), file);
+  EXPECT_TRUE(CrankUntil([&] { return World.Dialogs().IsDone(); }));
+}
+
+TEST_F(TDesktopSessionTest, PasteOutsideOfFieldsIsLookedFor) {
+  World.Start();
+  World.Go(u"Beobachten");
+  QGuiApplication::clipboard()->setText(ToQt(u"  ftp://nichts.example \n\n"));
+  for (QShortcut* shortcut : World.Window().findChildren<QShortcut*>()) {
+    Q_EMIT shortcut->activated();
+  }
+  EXPECT_EQ(World.Window().Section(), &World.Search());
+  EXPECT_EQ(SearchText(), "ftp://nichts.example\n");
+}
+
+TEST_F(TDesktopSessionTest, WithoutATrayClosingTheWindowEndsTheProgram) {
+  World.Start();
+  TIniFileSectionGeneral().SetCloseToTray(true);
+  World.Window().close();
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+}
+
+TEST_F(TDesktopSessionTest, GoesOnInTheTrayIfTheSettingSaysSo) {
+  World.TrayIsAvailable = true;
+  World.Start();
+  TIniFileSectionGeneral().SetCloseToTray(true);
+  World.Window().close();
+  EXPECT_FALSE(World.Window().isVisible());
+  EXPECT_FALSE(World.Session().MustEnd());
+  World.Tray().Menu().actions()[0]->trigger();
+  EXPECT_TRUE(World.Window().isVisible());
+  World.Tray().Menu().actions()[0]->trigger();
+  EXPECT_FALSE(World.Window().isVisible());
+  World.Tray().Menu().actions()[1]->trigger();
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+}
+
+TEST_F(TDesktopSessionTest, StartsInTheTrayIfTheSettingSaysSo) {
+  World.Folder.Write(u"kaufkobolde.ini", "[General]\nStartInTray=1\n");
+  World.TrayIsAvailable = true;
+  World.Start();
+  EXPECT_FALSE(World.Window().isVisible());
+  EXPECT_EQ(HandOver({}).End, TEnd::Done);
+  EXPECT_TRUE(CrankUntil([&] { return World.Window().isVisible(); }));
+}
+
+/// A source that does not let the program go to the tray.
+class TStayingPlugin : public TFakeSourcePlugin {
+ public:
+  TStayingPlugin() : TFakeSourcePlugin(u"Bleibt") {}
+  void MinimizeToTrayQuery(bool& ioAllowed) override { ioAllowed = false; }
+};
+
+TEST_F(TDesktopSessionTest, PlugInCanKeepTheProgramOutOfTheTray) {
+  NeedQt();
+  World.TrayIsAvailable = true;
+  World.Open();
+  Plugins().Add(MakeIntf<TStayingPlugin>());
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  EXPECT_FALSE(World.Desktop().GoToTray());
+  EXPECT_TRUE(World.Window().isVisible());
+}
+
+TEST_F(TDesktopSessionTest, EndsWhileARefreshRuns) {
+  const TRawTestServer silent({}, TRawTestServer::TMode::moSilent);
+  World.Open({u"-rem", FromUtf8(silent.Address("/nie"))});
+  World.Dialogs().Expect("TfrmWatchlistAddSearchResults", [](TForm& ioForm) {
+    EXPECT_TRUE(TheControl<TButton>(ioForm, u"btnAll").Click());
+  });
+  ASSERT_TRUE(
+      CrankUntil([&] { return World.Session().IsRunning() && World.List().OpenUpdates() > 0; }));
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+}
+
+TEST_F(TDesktopSessionTest, SystemEndsItAndTheListIsSaved) {
+  World.Start();
+  World.List().AddCategory(std::nullopt, u"Neu", {});
+  raise(SIGTERM);
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+  World.Start();
+  ASSERT_EQ(World.List().GetTree().Categories.size(), 2u);
+}
+
+TEST_F(TDesktopSessionTest, SystemEndsItOverAnOpenDialog) {
+  World.Start();
+  World.Dialogs().Expect("TfrmOptions", [](TForm&) { raise(SIGTERM); });
+  World.Go(u"Einstellungen");
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_TRUE(World.Folder.Has(u"watchlist.dat"));
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+}
+
+TEST_F(TDesktopSessionTest, MissingListIsRestoredFromItsBackup) {
+  World.Start();
+  World.List().AddCategory(std::nullopt, u"Alt", {});
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  World.Folder.Write(u"watchlist.da~", World.Folder.Read(u"watchlist.dat"));
+  ASSERT_EQ(std::remove((World.Folder.Path() + "/watchlist.dat").c_str()), 0);
+
+  World.Open();
+  ExpectMessage("Soll sie wiederhergestellt werden?", TMsgDlgBtn::mbYes);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  EXPECT_EQ(World.List().GetTree().Categories.size(), 2u);
+}
+
+TEST_F(TDesktopSessionTest, BackupThatIsNotWantedIsKeptAsACopy) {
+  World.Folder.Write(u"watchlist.da~", "etwas");
+  World.Open();
+  ExpectMessage("Sicherung", TMsgDlgBtn::mbNo);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  const auto names = World.Folder.Names();
+  EXPECT_TRUE(std::ranges::any_of(
+      names, [](const std::string& iName) { return iName.starts_with("watchlist.da~.2"); }));
+}
+
+TEST_F(TDesktopSessionTest, BackupQuestionCanBeLeft) {
+  World.Folder.Write(u"watchlist.da~", "etwas");
+  World.Open();
+  ExpectMessage("Sicherung", TMsgDlgBtn::mbCancel);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_FALSE(World.Session().IsRunning());
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+  EXPECT_FALSE(World.Folder.Has(u"watchlist.dat"));
+}
+
+TEST_F(TDesktopSessionTest, DamagedListIsPutAsideAndTold) {
+  World.Folder.Write(u"watchlist.dat", "kein Archiv");
+  World.Open();
+  ExpectMessage("watchlist.dat");
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+}
+
+TEST_F(TDesktopSessionTest, RefusedPackagesAreToldOnce) {
+  const TTempFolder packages;
+  packages.Write(u"libkaputt.so", "nichts");
+  qputenv("KAUFKOBOLDE_PLUGINS", packages.Path().c_str());
+  World.Open();
+  ExpectMessage("libkaputt.so");
+  ExpectMessage("libwatchlist.so) ist nicht geladen");
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  qunsetenv("KAUFKOBOLDE_PLUGINS");
+  EXPECT_EQ(World.End(), TDesktopExit::deFailed);
+}
+
+TEST_F(TDesktopSessionTest, FailedSaveIsToldAndTheExitSaysSo) {
+  World.Start();
+  World.List().AddCategory(std::nullopt, u"Neu", {});
+  ASSERT_EQ(mkdir((World.Folder.Path() + "/watchlist.dat").c_str(), 0700), 0);
+  // The last dialog comes when the session's own form host stands.
+  World.Dialogs().Expect("TfrmMessageDlg", [](TForm& ioForm) {
+    EXPECT_THAT(TextOf(ioForm), HasSubstr("nicht gespeichert"));
+    Press(ioForm, TMsgDlgBtn::mbOK);
+  });
+  EXPECT_EQ(World.Quit(), TDesktopExit::deFailed);
+}
+
+TEST_F(TDesktopSessionTest, WindowComesBackInItsPlaceWithItsSection) {
+  World.Start();
+  World.Window().resize(900, 555);
+  World.Go(u"Beobachten");
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  World.Start();
+  EXPECT_EQ(World.Window().size(), QSize(900, 555));
+  EXPECT_EQ(World.Window().Section(), &World.Watchlist());
+}
+
+TEST_F(TDesktopSessionTest, PopUpOfAPlugInIsShownAndFreedLater) {
+  World.Start();
+  auto form = std::make_unique<TfrmMSNPopUpBase>(nullptr, u"popup");
+  TfrmMSNPopUpBase& popUp = *form.release();
+  const auto plugin = MakeIntf<TDesktopApplication>(World.Desktop());
+  EXPECT_TRUE(plugin->ShowNotificationWindow(&popUp));
+  ASSERT_EQ(World.Desktop().PopUps().Windows().size(), 1u);
+  EXPECT_TRUE(World.Desktop().PopUps().Windows()[0]->isVisible());
+  popUp.Close();
+  EXPECT_THAT(World.Desktop().PopUps().Windows(), IsEmpty());
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(plugin->ShowNotificationWindow(nullptr));
+  plugin->Leave();
+  EXPECT_FALSE(plugin->ShowNotificationWindow(&popUp));
+  EXPECT_EQ(plugin->GetCount(), 0);
+}
+
+}  // namespace
+}  // namespace kk
