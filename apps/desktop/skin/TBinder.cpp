@@ -104,7 +104,7 @@ void TBinder::TellLayout() {
 bool TBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
   switch (iEvent->type()) {
     case QEvent::FocusIn:
-      if (iObject == FFocusPart && IsUser()) Enter([this] { FControl.TakeFocus(); });
+      if (iObject == FFocusPart && IsUser()) TakeFocus();
       return false;
     case QEvent::Enter:
       if (iObject == FWidget && IsUser()) AsUser([this] { FControl.EnterMouse(); });
@@ -130,6 +130,10 @@ bool TBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
     default:
       return false;
   }
+}
+
+void TBinder::TakeFocus() {
+  if (Enter([this] { FControl.TakeFocus(); })) FSkin.NoteFocus();
 }
 
 bool TBinder::PressKey(QKeyEvent& iEvent) {

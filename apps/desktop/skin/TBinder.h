@@ -93,6 +93,7 @@ class TBinder : public QObject {
   friend class TSkin;
 
   void RenderCommon();
+  void TakeFocus();
   bool PressKey(QKeyEvent& iEvent);
   /// Looks among the menus of the control and of those that it stands in; iPress: clicks the entry.
   bool UseShortCut(const QKeyEvent& iEvent, bool iPress);

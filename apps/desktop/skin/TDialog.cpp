@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QLayout>
 #include <QScreen>
+#include <QStyle>
 #include <QWindow>
 #include <algorithm>
 
@@ -15,6 +16,8 @@ namespace {
 
 // What a frame of the window manager takes of a screen, as a rule, in device-independent pixels.
 constexpr QSize cFrame{16, 48};
+// In average characters: room for the title.
+constexpr int cNarrowest = 44;
 
 }  // namespace
 
@@ -46,14 +49,22 @@ QScreen& TDialog::Screen() const {
 QSize TDialog::WantedSize() const {
   const QWidget* const content = FSkin.Widget();
   if (content == nullptr) return size();
-  QSize wanted = content->sizeHint().expandedTo({FForm.MinWidth(), FForm.MinHeight()});
+  const int narrowest = cNarrowest * fontMetrics().averageCharWidth();
+  QSize wanted =
+      content->sizeHint().expandedTo({std::max(FForm.MinWidth(), narrowest), FForm.MinHeight()});
   if (content->layout() != nullptr && content->layout()->hasHeightForWidth()) {
     wanted.setHeight(std::max(content->heightForWidth(wanted.width()), FForm.MinHeight()));
   }
-  return wanted.boundedTo(Screen().availableGeometry().size() - cFrame);
+  const QSize most = Screen().availableGeometry().size() - cFrame;
+  if (wanted.height() > most.height()) {
+    wanted += QSize(style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this), 0);
+  }
+  return wanted.boundedTo(most);
 }
 
 void TDialog::Open() {
+  FSkin.ForgetFocus();  // it has got lost on the way into this window
+  FSkin.Mark(FForm);
   FSkin.Flush();
   FSkin.Widget()->layout()->activate();
   resize(WantedSize());
@@ -66,6 +77,7 @@ void TDialog::Open() {
   show();
   raise();
   activateWindow();
+  if (focusWidget() == nullptr) focusNextPrevChild(true);  // the form has named none
 }
 
 void TDialog::Place() {
@@ -84,7 +96,11 @@ void TDialog::Place() {
 
 void TDialog::Grow() {
   const QSize wanted = WantedSize();
-  if (wanted.height() > height() || wanted.width() > width()) resize(wanted.expandedTo(size()));
+  if (wanted.height() <= height() && wanted.width() <= width()) return;
+  resize(wanted.expandedTo(size()));
+  // A bar that stood for a moment took width, made the text higher, and so would stay.
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
 bool TDialog::eventFilter(QObject* iObject, QEvent* iEvent) {

@@ -19,7 +19,7 @@ TFormBinder::~TFormBinder() {
 bool TFormBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
   // What is hidden keeps no keyboard; the focus is given anew where it stands.
   if (iEvent->type() == QEvent::Show && iObject == BoundWidget()) {
-    FFocused = nullptr;
+    Skin().ForgetFocus();
     Skin().Mark(FForm);
   }
   return TPanelBinder::eventFilter(iObject, iEvent);
@@ -35,15 +35,7 @@ void TFormBinder::Render() {
     View().setAutoFillBackground(white);
   }
   RenderDefaultButton();
-  RenderFocus();
-}
-
-void TFormBinder::RenderFocus() {
-  TControl* const focused = FForm.FocusedControl();
-  if (focused == FFocused) return;
-  FFocused = focused;
-  const TBinder* const binder = focused != nullptr ? Skin().BinderOf(*focused) : nullptr;
-  if (binder != nullptr && binder->FocusPart() != nullptr) binder->FocusPart()->setFocus();
+  Skin().ShowFocus(FForm);
 }
 
 // The buttons look so.

@@ -21,12 +21,10 @@ class TFormBinder : public TPanelBinder {
   TForm& Form() const { return FForm; }
 
  private:
-  void RenderFocus();
   void RenderDefaultButton();
 
   TForm& FForm;
-  const TControl* FFocused = nullptr;  // what has got the keyboard last; it may be gone
-  const TButton* FDefault = nullptr;   // as well
+  const TButton* FDefault = nullptr;  // how it looks; it may be gone
 };
 
 }  // namespace kk

@@ -127,6 +127,7 @@ void TSkin::MarkBound(const TControl* iControl) {
 
 void TSkin::Flush() {
   FTurn.stop();
+  if (FRoot == nullptr) return;
   {
     const TRendering rendering(*this);
     while (!FMarked.empty()) {
@@ -165,6 +166,7 @@ void TSkin::ControlGone(TControl& iControl) {
   if (&iControl == FRoot) {
     skins.erase(FRoot);
     FRoot = nullptr;
+    FMarked.clear();
     const TRendering rendering(*this);
     FBinders.clear();
     return;
@@ -197,6 +199,19 @@ void TSkin::SortFocus() {
       before = part;
     }
   });
+}
+
+void TSkin::ShowFocus(const TForm& iForm) {
+  TControl* const focused = iForm.FocusedControl();
+  if (focused == FFocus) return;
+  FFocus = focused;
+  const TBinder* const binder = focused != nullptr ? BinderOf(*focused) : nullptr;
+  if (binder != nullptr && binder->FocusPart() != nullptr) binder->FocusPart()->setFocus();
+}
+
+void TSkin::NoteFocus() {
+  const TForm* const form = FRoot != nullptr ? FRoot->Form() : nullptr;
+  if (form != nullptr) FFocus = form->FocusedControl();
 }
 
 void TSkin::TakeFocusOver() {

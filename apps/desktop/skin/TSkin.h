@@ -12,6 +12,7 @@
 namespace kk {
 
 class TBinder;
+class TForm;
 
 /// Shows a tree of controls as widgets of Qt: each control that has a picture of its own gets a
 /// binder, which holds its widget. What changes is marked, and rendered once for each turn of the
@@ -47,6 +48,12 @@ class TSkin : private IControlObserver {
   /// where that is none of the skin's.
   TBinder* FocusedBinder() const;
 
+  /// Brings the keyboard to the form's focused control, if the program has moved the focus since
+  /// the keyboard came to where it is.
+  void ShowFocus(const TForm& iForm);
+  /// The next ShowFocus does so in any case.
+  void ForgetFocus() { FFocus = nullptr; }
+
   /// The control is to be rendered in this turn of the loop.
   void Mark(const TControl& iControl);
   /// The same if there is such a control and it has a binder; it may be dead.
@@ -68,12 +75,15 @@ class TSkin : private IControlObserver {
   void Drop(const TControl* iControl);
   /// Gives the focus the order in which one reads.
   void SortFocus();
+  /// The user has moved the focus, as far as the form lets him.
+  void NoteFocus();
   /// Qt has moved the focus by itself, because its control can't have it any more.
   void TakeFocusOver();
 
   TControl* FRoot;
   std::unordered_map<const TControl*, std::unique_ptr<TBinder>> FBinders;
   std::vector<const TControl*> FMarked;
+  const TControl* FFocus = nullptr;  // what has got the keyboard last; it may be gone
   QTimer FTurn;
   int FRendering = 0;
   bool FOrderChanged = false;
