@@ -52,7 +52,8 @@ TString NameBySiblings(const TControl& iControl, const TControl& iParent) {
   const TString behind = place + 1 != siblings.end() ? TextOfLabel(place[1]) : TString();
   const auto* const panel = dynamic_cast<const TPanel*>(&iParent);
   if (panel != nullptr && NamesBehind(*panel) && !behind.empty()) return behind;
-  if (dynamic_cast<const TClickControl*>(&iControl) == nullptr) return before;
+  // There "&" marks the key that leads to the control.
+  if (dynamic_cast<const TClickControl*>(&iControl) == nullptr) return Plain(before);
   return place + 1 != siblings.end() ? FirstLabelIn(*place[1]) : TString();
 }
 

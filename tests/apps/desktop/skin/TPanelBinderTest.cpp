@@ -230,7 +230,7 @@ TEST_F(TPanelBinderTest, AnAccessKeyOfALabelLeadsToWhatIsBehindIt) {
   TShownForm shown(form);
   EXPECT_EQ(shown.Of<TTextLabel>(form.lblName).buddy(), &shown.Of<QWidget>(form.edtName));
   EXPECT_EQ(shown.Of<TTextLabel>(lblLast).buddy(), nullptr);
-  EXPECT_EQ(shown.Of<QLineEdit>(form.edtName).accessibleName(), u"&Name:");
+  EXPECT_EQ(shown.Of<QLineEdit>(form.edtName).accessibleName(), u"Name:");
 }
 
 class TTextLabelTest : public TQtWorld {
