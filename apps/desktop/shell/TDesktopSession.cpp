@@ -39,7 +39,9 @@ TDesktopSession::TDesktopSession(TDesktopArguments iCall, THostServices& ioServi
   QApplication::setQuitOnLastWindowClosed(false);
   FDesktop->SetOnQuit([this] { RequestEnd(); });
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, &FDesktop->Window(),
-                   [this](QSessionManager&) { Save(); });
+                   [this](QSessionManager&) {
+                     Guarded(u"TDesktopSession.commitDataRequest", [this] { Save(); });
+                   });
 }
 
 TDesktopSession::~TDesktopSession() {

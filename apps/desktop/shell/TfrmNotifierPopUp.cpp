@@ -7,6 +7,7 @@ namespace kk {
 TfrmNotifierPopUp::TfrmNotifierPopUp(const TNotification& iNotification)
     : TfrmMSNPopUpBase(nullptr, u"TfrmNotifierPopUp"),
       FId(iNotification.Id),
+      FIsLasting(iNotification.Position == TWindowPosition::wpDesktopLasting),
       FLink(iNotification.Link),
       FOnClick(iNotification.OnClick) {
   using TThis = TfrmNotifierPopUp;

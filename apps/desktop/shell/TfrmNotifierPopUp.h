@@ -7,14 +7,14 @@
 namespace kk {
 
 /// A notification in a window of the program's own, where the desktop shows none. It closes by
-/// itself, but not while the pointer rests on it; a click on the link opens it, a click on the
-/// caption closes the window. Main thread.
+/// itself, unless it is to last, and not while the pointer rests on it; a click on the link opens
+/// it, a click on the caption closes the window. Main thread.
 class TfrmNotifierPopUp final : public TfrmMSNPopUpBase {
  public:
   explicit TfrmNotifierPopUp(const TNotification& iNotification);
 
   const TGuid& Id() const { return FId; }
-  bool CanClose() override { return FForcedClose || !IsMouseInside(); }
+  bool CanClose() override { return FForcedClose || !(FIsLasting || IsMouseInside()); }
   /// A window that may not close waits for another display period.
   void MakeInvisible() override;
   TString Link() const override { return FLink; }
@@ -32,6 +32,7 @@ class TfrmNotifierPopUp final : public TfrmMSNPopUpBase {
   void lblLinkClick(TObject* Sender);
 
   const TGuid FId;
+  const bool FIsLasting;
   const TString FLink;
   const TNotifyNotifierCallback FOnClick;
   bool FForcedClose = false;

@@ -129,6 +129,18 @@ TEST_F(TfrmNotifierPopUpTest, StaysWhileThePointerRestsOnIt) {
   EXPECT_FALSE(form.Visible());
 }
 
+TEST_F(TfrmNotifierPopUpTest, LastingOneStaysUntilTheUserClosesIt) {
+  TNotification reminder = Reminder(u"Lampe");
+  reminder.Position = TWindowPosition::wpDesktopLasting;
+  TfrmNotifierPopUp form(reminder);
+  form.Prepare();
+  form.PopUp();
+  form.MakeInvisible();
+  EXPECT_TRUE(form.Visible());
+  EXPECT_TRUE(form.lblClose.Click());
+  EXPECT_FALSE(form.Visible());
+}
+
 TEST_F(TfrmNotifierPopUpTest, ClosesUnderThePointerByItsLink) {
   TfrmNotifierPopUp form(Reminder(u"Lampe"));
   form.Prepare();
