@@ -1,24 +1,17 @@
 #include "views/TWatchlistImport.h"
 
-#include "host/base/Log.h"
-#include "host/controls/TfrmMessageDlg.h"
-#include "plugin/texts/UnitKKPluginWatchlistResourceStrings.h"
+#include "persistence/exchange/TfrmKKWatchlistImport.h"
 
 namespace kk {
 
-bool TWatchlistImport::Display(TForm*) {
-  ShowMessage(_resNoImportYet);
-  return false;
-}
+bool TWatchlistImport::Display(TForm* iOwner) { return TfrmKKWatchlistImport::Display(iOwner); }
 
 bool TWatchlistImport::ExecuteInBackground(TStringView iFileName) {
-  LogInfo(_resLoggingSenderForm, _resLoggingNoImport, {iFileName});
-  return false;
+  return TfrmKKWatchlistImport::ExecuteInBackground(iFileName);
 }
 
-bool TWatchlistImport::ExecuteInBackgroundFromKKMobileStream(TMemoryStream&) {
-  LogInfo(_resLoggingSenderForm, _resLoggingNoMobileImport);
-  return false;
+bool TWatchlistImport::ExecuteInBackgroundFromKKMobileStream(TMemoryStream& iStream) {
+  return TfrmKKWatchlistImport::ExecuteInBackgroundFromKKMobileStream(iStream);
 }
 
 }  // namespace kk

@@ -7,9 +7,8 @@ namespace kk {
 
 class TForm;
 
-/// The import as the section and the command line reach it. As it stands there is none: it imports
-/// nothing, and user and log are told so. The import installs itself with
-/// TfrmKKWatchlist::SetImport. Where objects of the model die, it returns in the same turn of the
+/// The import as the section and the command line reach it; another one can take its place
+/// (TfrmKKWatchlist::SetImport). Where objects of the model die, it returns in the same turn of the
 /// main loop, so that the caller can show the list anew before anyone looks at it. Main thread.
 class TWatchlistImport {
  public:

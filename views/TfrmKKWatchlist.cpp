@@ -8,6 +8,7 @@
 #include "host/contract/IReminderHost.h"
 #include "host/controls/IMouseWheel.h"
 #include "host/controls/TfrmMessageDlg.h"
+#include "persistence/exchange/TfrmKKWatchlistExport.h"
 #include "reminders/TRemindHandler.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "views/WatchlistModel.h"
@@ -221,7 +222,7 @@ void TfrmKKWatchlist::MouseWheelHandler(IMouseWheel& ioWheel) {
 }
 
 void TfrmKKWatchlist::SetImport(TWatchlistImport* iImport) {
-  FImport = iImport != nullptr ? iImport : &FNoImport;
+  FImport = iImport != nullptr ? iImport : &FOwnImport;
 }
 
 void TfrmKKWatchlist::BuildCategoriesTree(bool iKeepSelection) {
@@ -263,7 +264,9 @@ void TfrmKKWatchlist::DoClickExplorerbarMoreImport(TObject*) {
   SaveImported(FImport->Display(this));
 }
 
-void TfrmKKWatchlist::DoClickExplorerbarMoreExport(TObject*) { ShowMessage(_resNoExportYet); }
+void TfrmKKWatchlist::DoClickExplorerbarMoreExport(TObject*) {
+  TfrmKKWatchlistExport::Display(this);
+}
 
 void TfrmKKWatchlist::DoClickExplorerbarMorePrint(TObject*) { ShowMessage(_resNoPrintYet); }
 

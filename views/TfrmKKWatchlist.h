@@ -113,8 +113,8 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   TWatchlistTreeCommands FTreeCommands{FPanes, FCommands};
   TWatchlistTabCommands FTabCommands{FPanes, FCommands};
   TWatchlistAutoRefresh FAutoRefresh{FCommands.Updates};
-  TWatchlistImport FNoImport;
-  TWatchlistImport* FImport = &FNoImport;
+  TWatchlistImport FOwnImport;
+  TWatchlistImport* FImport = &FOwnImport;
   std::unique_ptr<TCommonToolbarKK> FToolbar;
   TNotifyEventSearchResult FOnUpdateFinished;
   TNotifyProcessRemindItem FOnReminderDue;

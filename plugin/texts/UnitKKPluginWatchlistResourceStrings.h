@@ -364,12 +364,17 @@ inline constexpr TStringView _resImportDescription = u"Erstellt durch Import am 
 inline constexpr TStringView _resDataStreamName = u"Beobachten";
 inline constexpr TStringView _resDataStreamNameMobile = u"Beobachten (für Kaufkobolde Mobile)";
 
+// Print.
+inline constexpr TStringView _resPrintCaption = u"Beobachten Kategorien Drucken";
+inline constexpr TStringView _resPrintQuestion = u"Bitte wählen Sie die Kategorien aus:";
+inline constexpr TStringView _resPrintNothing =
+    u"Es existiert keine Beobachten-Kategorie, die mindestens einen Artikel beinhaltet.";
+inline constexpr TStringView _resPrintCategory = u"%s (%d)";
+/// The 7 is a part of the text, not the version of the program.
+inline constexpr TStringView _resPrintTitle = u"Kaufkobolde 7 -> Beobachten -> %s";
+inline constexpr TStringView _resPrintDate = u"Gedruckt am: %s";
+
 // What the section can't do yet.
-inline constexpr TStringView _resNoImportYet = u"Der Import ist noch nicht eingebaut.";
-inline constexpr TStringView _resNoExportYet = u"Der Export ist noch nicht eingebaut.";
 inline constexpr TStringView _resNoPrintYet = u"Das Drucken ist noch nicht eingebaut.";
-inline constexpr TStringView _resLoggingNoImport = u"Import ist noch nicht möglich: %s";
-inline constexpr TStringView _resLoggingNoMobileImport =
-    u"Import von Kaufkobolde Mobile ist noch nicht möglich.";
 
 }  // namespace kk

@@ -443,13 +443,17 @@ TEST_F(TPluginWatchlistTest, RemimportThatFailsIsFalseAndQuiet) {
   EXPECT_EQ(Rebuilds.Count, 0);
 }
 
-TEST_F(TPluginWatchlistTest, RemimportSaysThatThereIsNoImportYet) {
+TEST_F(TPluginWatchlistTest, RemimportBringsAnExportedListBack) {
   Initialize();
-  Folder.Write(u"liste.wch", "x");
+  Category(u"Uhren");
+  Item(Unassigned(), Auction, u"Faust");
+  Handler()->SaveAll();
+  Folder.Write(u"liste.wch", Folder.Read(cWatchlistFileName));
+  Tree().DeleteCategory(*Tree().FindCategoryByName(u"Uhren"));
   Plugin->ProcessCdmLineParams(u"kaufkobolde -remimport " + Folder.File(u"liste.wch"));
-  EXPECT_FALSE(Shown());
-  EXPECT_TRUE(Log.Contains("info Form: Import ist noch nicht möglich: " +
-                           ToUtf8(Folder.File(u"liste.wch"))));
+  EXPECT_TRUE(Shown());
+  EXPECT_NE(Tree().FindCategoryByName(u"Uhren"), nullptr);
+  EXPECT_EQ(Unassigned().GetItemCount(true), 1) << "what is there already stays out";
 }
 
 // The data publisher's way into the form.

@@ -3,6 +3,7 @@
 #include "host/contract/TCommonExplorerBarExtender.h"
 #include "host/controls/IMouseWheel.h"
 #include "host/controls/TCommonExplorerBarItem.h"
+#include "persistence/exchange/TfrmKKWatchlistExport.h"
 #include "reminders/TRemindHandler.h"
 
 namespace kk {
@@ -352,16 +353,32 @@ TEST_F(TWatchlistStartUpTest, WhatPluginsHaveInjectedStandsInTheBarFromTheStart)
 
 // Export, import, print.
 
-TEST_F(TWatchlistStartUpTest, WhatIsNotBuiltYetSaysSo) {
+TEST_F(TWatchlistStartUpTest, ExportComesFromTheSideBarAndSavesNothing) {
   Start();
   Form->Show();
-  User.ExpectMessage(u"Der Export ist noch nicht eingebaut.");
+  User.Expect<TfrmKKWatchlistExport>([&](TfrmKKWatchlistExport& form) {
+    EXPECT_EQ(form.Owner(), Form.get());
+    User.ExpectOpenDialog(u"Beobachten (Export)", Folder.File(u"liste.wch"));
+    EXPECT_TRUE(form.btnOK.Click());
+  });
   EXPECT_TRUE(ClickLink(u"Daten exportieren..."));
-  User.ExpectMessage(u"Der Import ist noch nicht eingebaut.");
+  EXPECT_TRUE(Folder.Has(u"liste.wch"));
+  EXPECT_FALSE(Folder.Has(cWatchlistFileName));
+}
+
+TEST_F(TWatchlistStartUpTest, ImportComesFromTheSideBar) {
+  Start();
+  Form->Show();
+  User.ExpectOpenDialog(u"Beobachten (Import)", {});
   EXPECT_TRUE(ClickLink(u"Daten importieren..."));
+  EXPECT_FALSE(Folder.Has(cWatchlistFileName));
+}
+
+TEST_F(TWatchlistStartUpTest, PrintSaysThatItIsNotBuiltYet) {
+  Start();
+  Form->Show();
   User.ExpectMessage(u"Das Drucken ist noch nicht eingebaut.");
   EXPECT_TRUE(ClickLink(u"Daten drucken..."));
-  EXPECT_FALSE(Folder.Has(cWatchlistFileName));
 }
 
 TEST_F(TWatchlistStartUpTest, ImportOfTheUserIsSavedAndShown) {

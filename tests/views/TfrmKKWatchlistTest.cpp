@@ -323,13 +323,15 @@ TEST_F(TfrmKKWatchlistTest, ImportThatFailedChangesNothing) {
   EXPECT_EQ(Form->Panes().Tree.GetNodeByObj(&clocks), nullptr);
 }
 
-TEST_F(TfrmKKWatchlistTest, WithoutAnImportTheLogSaysSo) {
-  EXPECT_FALSE(Form->ImportInBackgroundFromFile(u"liste.wch"));
-  TMemoryStream stream;
-  EXPECT_FALSE(Form->ImportInBackgroundFromKKMobileStream(stream));
-  EXPECT_THAT(Log.Lines(),
-              ElementsAre("info Form: Import ist noch nicht möglich: liste.wch",
-                          "info Form: Import von Kaufkobolde Mobile ist noch nicht möglich."));
+TEST_F(TfrmKKWatchlistTest, ImportsByItself) {
+  TMemoryStream stream(
+      "<watchlist><version>1</version><categories><category><guid>"
+      "abcdef01-2222-3333-4444-555555555555</guid><name>Uhren</name></category></categories>"
+      "</watchlist>");
+  EXPECT_TRUE(Form->ImportInBackgroundFromKKMobileStream(stream));
+  EXPECT_NE(Tree().FindCategoryByName(u"Uhren"), nullptr);
+  EXPECT_TRUE(Form->ImportInBackgroundFromFile(Folder.File(cWatchlistFileName)));
+  EXPECT_FALSE(Form->ImportInBackgroundFromFile(Folder.File(u"fehlt.wch")));
 }
 
 TEST_F(TfrmKKWatchlistTest, SectionThatIsNeverShownWorksJustTheSame) {
