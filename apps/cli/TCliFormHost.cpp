@@ -51,6 +51,12 @@ void TCliFormHost::Answer(TForm& ioForm) {
   }
 }
 
+bool TCliFormHost::MayReplace(TStringView iFileName) {
+  const auto line = FConsole.ReadLine(
+      Format(u"Die Datei %s gibt es schon. Ersetzen? [j/N] ", {ForTerminal(iFileName)}));
+  return line && SameText(Trim(*line), u"j");
+}
+
 bool TCliFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
   if (!FConsole.IsInteractive()) return false;
   FConsole.Complain(ForTerminal(ioDialog.Title));
@@ -63,6 +69,7 @@ bool TCliFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
       FConsole.Complain(Format(u"Die Datei %s gibt es nicht.", {ForTerminal(name)}));
       continue;
     }
+    if (ioDialog.ForSaving && FileExists(name) && !MayReplace(name)) continue;
     ioDialog.FileName = name;
     return true;
   }

@@ -46,6 +46,7 @@ class TCliFormHost : public IFormHost {
 
  private:
   void Answer(TForm& ioForm);
+  bool MayReplace(TStringView iFileName);
   void Wait(TForm& ioForm);
 
   ICliConsole& FConsole;

@@ -12,8 +12,10 @@
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TSplitterBar.h"
 #include "host/controls/TButton.h"
+#include "host/controls/TCheckBox.h"
 #include "host/controls/TForm.h"
 #include "host/controls/TLabel.h"
+#include "host/controls/TRadioButton.h"
 #include "host/controls/TStatusBar.h"
 #include "host/controls/TfrmKKCommonSectionBase.h"
 
@@ -37,6 +39,14 @@ bool HasButtonsAlone(const TControl& iControl) {
 bool StandsAtFoot(const TControl* iControl) {
   return dynamic_cast<const TStatusBar*>(iControl) != nullptr ||
          (IsRow(iControl) && HasButtonsAlone(*iControl));
+}
+
+// A box or a radio button without words chooses what stands behind it.
+bool IsBareChoice(const TControl& iControl) {
+  const auto* const choice = dynamic_cast<const TClickControl*>(&iControl);
+  return choice != nullptr && choice->Caption().empty() &&
+         (dynamic_cast<const TCheckBox*>(choice) != nullptr ||
+          dynamic_cast<const TRadioButton*>(choice) != nullptr);
 }
 
 // Takes the room that nothing else wants, and does not say that it wants it.
@@ -141,7 +151,11 @@ QBoxLayout* TPanelBinder::MakeBox() {
     const TPlace& place = FPlan.Places[i];
     TBinder* const binder = Skin().BinderOf(*place.Child);
     if (binder == nullptr || binder->BoundWidget() == nullptr) continue;
-    box->addWidget(binder->BoundWidget(), place.Stretches ? 1 : 0);
+    if (!isRow && i > 0 && IsBareChoice(*FPlan.Places[i - 1].Child)) {
+      PutBeside(*box, *binder->BoundWidget());
+    } else {
+      box->addWidget(binder->BoundWidget(), place.Stretches ? 1 : 0);
+    }
     if (place.HasSplitter && isRow) AddSplitter(*box, i);
     if (!place.Visible) continue;
     grows = grows || binder->Grows(isRow ? Qt::Horizontal : Qt::Vertical);
@@ -150,6 +164,15 @@ QBoxLayout* TPanelBinder::MakeBox() {
   if (!grows) InsertSpace(*box, isRow && HasButtonsAlone(Control()) ? 0 : foot);
   SetSpaces(*box);
   return box;
+}
+
+// The column's last widget and this one become a row.
+void TPanelBinder::PutBeside(QBoxLayout& ioColumn, QWidget& ioWidget) {
+  const std::unique_ptr<QLayoutItem> last(ioColumn.takeAt(ioColumn.count() - 1));
+  auto* const row = QtOwned<QHBoxLayout>();
+  if (last && last->widget() != nullptr) row->addWidget(last->widget());
+  row->addWidget(&ioWidget, 1);
+  ioColumn.addLayout(row);
 }
 
 // At the side of the panel where its neighbour takes what it gives.
@@ -190,7 +213,16 @@ QLayout* TPanelBinder::UnderHeading(QLayout& ioContent) {
   FHeading = heading;
   group->addWidget(heading);
   const int indent = View().style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, &View());
-  ioContent.setContentsMargins(indent, 0, 0, 0);
+  const bool isFlush =
+      dynamic_cast<TfrmKKCommonSectionBase*>(Control().Form()) != nullptr && Grows(Qt::Vertical);
+  if (isFlush) {
+    const int above =
+        View().style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing, nullptr, &View());
+    group->setSpacing(0);
+    heading->setContentsMargins(indent, std::max(above, 0), 0, std::max(above, 0));
+  } else {
+    ioContent.setContentsMargins(indent, 0, 0, 0);
+  }
   group->addLayout(&ioContent, 1);
   return group;
 }

@@ -53,6 +53,7 @@ class TPanelBinder : public TBinderOf<TPanel, TPanelWidget> {
   void Arrange();
   QLayout* MakeStack();
   QBoxLayout* MakeBox();
+  static void PutBeside(QBoxLayout& ioColumn, QWidget& ioWidget);
   void AddSplitter(QBoxLayout& ioRow, size_t iPlace);
   void SetSpaces(QBoxLayout& ioBox);
   QLayout* UnderHeading(QLayout& ioContent);

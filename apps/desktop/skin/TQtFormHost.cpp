@@ -38,6 +38,14 @@ QStringList ToQtFilters(TStringView iFilter) {
   return filters;
 }
 
+// "wch" of "Beobachten-Dateien (*.wch)|*.wch|...": what a name without an extension gets.
+QString SuffixOf(TStringView iFilter) {
+  const std::vector<TString> parts = Split(iFilter, u'|');
+  const bool isOne = parts.size() > 1 && StartsWith(parts[1], u"*.") &&
+                     parts[1].find_first_of(u";*?", 2) == TString::npos;
+  return isOne ? ToQt(parts[1].substr(2)) : QString();
+}
+
 }  // namespace
 
 void TQtFormHost::ShowModal(TForm& ioForm) {
@@ -53,13 +61,14 @@ void TQtFormHost::ShowModal(TForm& ioForm) {
 
 bool TQtFormHost::ShowOpenDialog(TOpenDialog& ioDialog) {
   QFileDialog dialog(FrontWindow(), ToQt(ioDialog.Title));
-  dialog.setAcceptMode(QFileDialog::AcceptOpen);
+  dialog.setAcceptMode(ioDialog.ForSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(ioDialog.FileMustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
   }
   const QStringList filters = ToQtFilters(ioDialog.Filter);
   if (!filters.isEmpty()) dialog.setNameFilters(filters);
+  if (ioDialog.ForSaving) dialog.setDefaultSuffix(SuffixOf(ioDialog.Filter));
   if (!ioDialog.FileName.empty()) {
     const QFileInfo file(ToQt(ioDialog.FileName));
     dialog.setDirectory(file.absolutePath());

@@ -12,6 +12,7 @@
 #include "host/controls/TEdit.h"
 #include "host/controls/TLabel.h"
 #include "host/controls/TMemo.h"
+#include "host/controls/TRadioButton.h"
 #include "host/controls/TfrmKKCommonBase.h"
 
 namespace kk {
@@ -64,6 +65,20 @@ TEST_F(TPanelBinderTest, AColumnStandsBelowEachOtherAndARowSideBySide) {
   Resize(shown, {600, 400});
   EXPECT_GE(PlaceOf(shown, form.edtStreet).top(), PlaceOf(shown, form.edtName).bottom());
   EXPECT_GE(PlaceOf(shown, form.edtName).left(), PlaceOf(shown, form.lblName).right());
+}
+
+TEST_F(TPanelBinderTest, AChoiceWithoutWordsStandsBesideWhatFollowsIt) {
+  TfrmKKCommonBase form(nullptr, u"frmChoice", u"Fenster");
+  TRadioButton bare(&form, u"rdbtnBare");
+  TPanel pnlChosen(&form, u"pnlChosen");
+  TEdit edtChosen(&pnlChosen, u"edtChosen");
+  TRadioButton named(&form, u"rdbtnNamed", u"Nach Ablauf von");
+  TEdit edtNamed(&form, u"edtNamed");
+  TShownForm shown(form);
+  Resize(shown, {600, 400});
+  EXPECT_GE(PlaceOf(shown, pnlChosen).left(), PlaceOf(shown, bare).right());
+  EXPECT_LT(PlaceOf(shown, pnlChosen).top(), PlaceOf(shown, bare).bottom());
+  EXPECT_GE(PlaceOf(shown, edtNamed).top(), PlaceOf(shown, named).bottom());
 }
 
 TEST_F(TPanelBinderTest, TheFieldsOfAFormStandInLine) {

@@ -289,6 +289,20 @@ TEST_F(TOpenDialogTest, AFileIsChosen) {
   EXPECT_EQ(dialog.FileName, file);
 }
 
+TEST_F(TOpenDialogTest, AFileIsNamedForWriting) {
+  TOpenDialog dialog{u"Export", u"Listen (*.wch)|*.wch|Alle (*.*)|*.*", false,
+                     FFolder.File(u"Beobachten.wch")};
+  dialog.ForSaving = true;
+  OnFileDialog([](QFileDialog& shown) {
+    EXPECT_EQ(shown.acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(shown.defaultSuffix(), QStringLiteral("wch"));
+    EXPECT_FALSE(shown.testOption(QFileDialog::DontConfirmOverwrite));
+    static_cast<QDialog&>(shown).done(QDialog::Accepted);
+  });
+  EXPECT_TRUE(dialog.Execute());
+  EXPECT_EQ(dialog.FileName, FFolder.File(u"Beobachten.wch"));
+}
+
 TEST_F(TOpenDialogTest, ACancelKeepsTheName) {
   TOpenDialog dialog{u"Datei wählen", u"", false, u"/nirgends/ton.wav"};
   OnFileDialog([](QFileDialog& shown) {
