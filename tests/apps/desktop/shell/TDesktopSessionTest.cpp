@@ -340,13 +340,19 @@ TEST_F(TDesktopSessionTest, MissingListIsRestoredFromItsBackup) {
 }
 
 TEST_F(TDesktopSessionTest, BackupThatIsNotWantedIsKeptAsACopy) {
-  World.Folder.Write(u"watchlist.da~", "etwas");
+  World.Start();
+  World.List().AddCategory(std::nullopt, u"Alt", {});
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  const std::string list = World.Folder.Read(u"watchlist.dat");
+  World.Folder.Write(u"watchlist.da~", list);
+  ASSERT_EQ(std::remove((World.Folder.Path() + "/watchlist.dat").c_str()), 0);
   World.Open();
   ExpectMessage("Sicherung", TMsgDlgBtn::mbNo);
   ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
   const auto names = World.Folder.Names();
-  EXPECT_TRUE(std::ranges::any_of(
-      names, [](const std::string& iName) { return iName.starts_with("watchlist.da~.2"); }));
+  EXPECT_TRUE(std::ranges::any_of(names, [&](const std::string& iName) {
+    return iName.starts_with("watchlist.da~.2") && World.Folder.Read(FromUtf8(iName)) == list;
+  }));
 }
 
 TEST_F(TDesktopSessionTest, BackupQuestionCanBeLeft) {
