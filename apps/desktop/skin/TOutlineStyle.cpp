@@ -7,6 +7,7 @@ namespace kk {
 namespace {
 
 constexpr qreal cRound = 2;
+constexpr int cHeaderMargin = 5;
 
 bool IsDark(const QPalette& iPalette) {
   return iPalette.color(QPalette::Window).lightness() <
@@ -23,6 +24,12 @@ QColor Edge(const QStyleOption& iOption) {
 }  // namespace
 
 TOutlineStyle::TOutlineStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+int TOutlineStyle::pixelMetric(PixelMetric iMetric, const QStyleOption* iOption,
+                               const QWidget* iWidget) const {
+  return iMetric == PM_HeaderMargin ? cHeaderMargin
+                                    : QProxyStyle::pixelMetric(iMetric, iOption, iWidget);
+}
 
 void TOutlineStyle::drawPrimitive(PrimitiveElement iElement, const QStyleOption* iOption,
                                   QPainter* ioPainter, const QWidget* iWidget) const {
