@@ -73,4 +73,13 @@ void TSubMenuBuilderCategory::BuildCategoryMenuForCategory(
   for (auto& entry : entries) ioRootMenuItem.Add(std::move(entry));
 }
 
+bool TSubMenuBuilderCategory::HasTarget(const TLstWatchlistCategory& iLstCategory,
+                                        const TMenuItem& iEntry) {
+  if (iEntry.Tag() == nullptr) return true;
+  // The object may be dead: nothing but its identity is looked at.
+  TLstWatchlistCategory categories(false);
+  iLstCategory.GetCategories(categories, true);
+  return std::find(categories.begin(), categories.end(), iEntry.Tag()) != categories.end();
+}
+
 }  // namespace kk

@@ -25,6 +25,10 @@ class TSubMenuBuilderCategory {
   static void BuildCategoryMenuForCategory(const TLstWatchlistCategory& iLstCategory,
                                            TMenuItem& ioRootMenuItem, TNotifyEvent iOnClick,
                                            TWatchlistCategory* iCategoryToIgnore, bool iRoot);
+
+  /// Whether the category that the entry stands for is still below the list: while a menu stands
+  /// open, categories can go. The top level is always there.
+  static bool HasTarget(const TLstWatchlistCategory& iLstCategory, const TMenuItem& iEntry);
 };
 
 }  // namespace kk

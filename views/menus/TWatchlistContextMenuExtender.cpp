@@ -54,14 +54,6 @@ int CountUpdatable(const TResults& iResults) {
   }));
 }
 
-// While a menu stands open, categories can go.
-bool IsInTree(const TObject* iCategory) {
-  if (Handler() == nullptr) return false;
-  TLstWatchlistCategory categories(false);
-  Handler()->LstCategory().GetCategories(categories, true);
-  return std::find(categories.begin(), categories.end(), iCategory) != categories.end();
-}
-
 }  // namespace
 
 TWatchlistContextMenuExtender::TWatchlistContextMenuExtender(
@@ -144,11 +136,8 @@ void TWatchlistContextMenuExtender::PrepareRefreshItems(const TIntf<ISearchResul
   bool someAtAll = false;
   if (Supports<ISearchResultUpdate>(FIntegration)) {
     Guarded(u"TWatchlistContextMenuExtender.BeforeContextMenuPopup", [&] {
-      int count = CountUpdatable(SelectedOf(iResults));
-      const bool selectedCan = count > 0;
-      if (count == 0) count = CountUpdatable(AllOf(iResults));
-      someSelected = selectedCan;
-      someAtAll = count > 0;
+      someSelected = CountUpdatable(SelectedOf(iResults)) > 0;
+      someAtAll = someSelected || CountUpdatable(AllOf(iResults)) > 0;
     });
   }
   FMenuItemRefreshSelected->SetEnabled(someSelected);
@@ -200,10 +189,10 @@ void TWatchlistContextMenuExtender::DoClickRefreshAll(TObject*) {
 void TWatchlistContextMenuExtender::DoClickMoveSelected(TObject* Sender) {
   const auto& entry = dynamic_cast<const TMenuItem&>(*Sender);
   if (entry.GetCount() > 0) return;
-  TObject* target = entry.Tag();
-  if (target != nullptr && !IsInTree(target)) return;
+  if (Handler() == nullptr) return;
+  if (!TSubMenuBuilderCategory::HasTarget(Handler()->LstCategory(), entry)) return;
   if (FEvents.OnMove) {
-    FEvents.OnMove(this, static_cast<TWatchlistCategory*>(target), GetSelected());
+    FEvents.OnMove(this, static_cast<TWatchlistCategory*>(entry.Tag()), GetSelected());
   }
 }
 

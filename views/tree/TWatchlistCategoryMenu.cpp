@@ -66,9 +66,16 @@ void TWatchlistCategoryMenu::pmnCategoriesPopup(TObject*) {
   PrepareContextMenuForNode(node);
   mntmMove.Clear();
   if (!mntmMove.Enabled()) return;
-  TSubMenuBuilderCategory::BuildCategoryMenuForCategory(Handler()->LstCategory(), mntmMove,
-                                                        FOnClickMove, CategoryAt(node), true);
+  TSubMenuBuilderCategory::BuildCategoryMenuForCategory(
+      Handler()->LstCategory(), mntmMove,
+      TNotifyEvent::Of<&TWatchlistCategoryMenu::DoClickMove>(this), CategoryAt(node), true);
   mntmMove.SetEnabled(mntmMove.GetCount() > 0);
+}
+
+void TWatchlistCategoryMenu::DoClickMove(TObject* Sender) {
+  const auto& entry = dynamic_cast<const TMenuItem&>(*Sender);
+  if (!TSubMenuBuilderCategory::HasTarget(Handler()->LstCategory(), entry)) return;
+  if (FOnClickMove) FOnClickMove(Sender);
 }
 
 }  // namespace kk

@@ -16,7 +16,8 @@ class TWatchlistCategoryMenu : public TObject {
   /// Enables what can be done with the node, which may be absent. What does not depend on a node,
   /// a new category at the root, is always enabled.
   void PrepareContextMenuForNode(const TVirtualNode* iNode);
-  /// The clicked entry is the sender; its tag is the target, null for the top level.
+  /// The clicked entry is the sender; its tag is the target, null for the top level. No event comes
+  /// for a target that went while the menu stood open.
   void SetOnClickMove(TNotifyEvent iEvent) { FOnClickMove = iEvent; }
 
   TMenuItem pmnCategories;
@@ -32,6 +33,7 @@ class TWatchlistCategoryMenu : public TObject {
 
  private:
   void pmnCategoriesPopup(TObject* Sender);
+  void DoClickMove(TObject* Sender);
 
   TVirtualStringTree& FTree;
   TUpdatableNodes& FUpdatable;

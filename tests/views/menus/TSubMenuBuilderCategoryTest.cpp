@@ -134,6 +134,18 @@ TEST_F(TSubMenuBuilderCategoryTest, AppendsBehindWhatIsThereBelowTheRoot) {
   EXPECT_EQ(MenuLines(Menu), (TLines{"schon da", "Verschieben nach ...", "-", "Bücher"}));
 }
 
+TEST_F(TSubMenuBuilderCategoryTest, TheTargetOfAnEntryCanGoWhileTheMenuStandsOpen) {
+  TWatchlistCategory& books = Category(u"Bücher");
+  TWatchlistCategory& novels = Category(u"Romane", &books);
+  Build();
+  const TMenuItem& entry = Menu.GetItems(0).GetItems(2);
+  EXPECT_TRUE(TSubMenuBuilderCategory::HasTarget(Tree(), entry));
+  Tree().DeleteCategory(novels);
+  EXPECT_FALSE(TSubMenuBuilderCategory::HasTarget(Tree(), entry));
+  EXPECT_TRUE(TSubMenuBuilderCategory::HasTarget(Tree(), Menu.GetItems(0)));
+  EXPECT_TRUE(TSubMenuBuilderCategory::HasTarget(Tree(), Menu)) << "the top level is always there";
+}
+
 TEST_F(TSubMenuBuilderCategoryTest, ACategoryWithoutADescriptionHasNoHint) {
   EXPECT_EQ(HintOf({}), "");
 }

@@ -172,8 +172,15 @@ TEST_F(TWatchlistContextMenuExtenderTest, OneSelectedThatCanBeRefreshedIsEnough)
 }
 
 TEST_F(TWatchlistContextMenuExtenderTest, TheWalkOverAllIsLeftOutWhereOneSelectedCanBeRefreshed) {
-  Select({&Shown(u"Atlas")});
-  View().Items.clear();  // what the selection shows is not asked of the whole list
+  struct TNameless : TFakeSearchResult {
+    using TFakeSearchResult::TFakeSearchResult;
+    TGuid GetId() const override { throw Exception(u"weg"); }
+  };
+  TWatchlistItem& atlas = Shown(u"Atlas");
+  View().Items.push_back(MakeIntf<TNameless>(u"Bibel"));
+  EXPECT_FALSE(CanClick(u"Alle aktualisieren")) << "the walk fails";
+  Select({&atlas});
+  EXPECT_TRUE(CanClick(u"Aktualisieren"));
   EXPECT_TRUE(CanClick(u"Alle aktualisieren"));
 }
 

@@ -37,10 +37,14 @@ class TWatchlistCategoryMenuTest : public TTreeTest {
     return captions;
   }
   TNotifyEvent OnMove() { return TNotifyEvent::Of<&TWatchlistCategoryMenuTest::DoClickMove>(this); }
-  void DoClickMove(TObject* Sender) { Clicked = dynamic_cast<TMenuItem*>(Sender)->Tag(); }
+  void DoClickMove(TObject* Sender) {
+    Clicked = dynamic_cast<TMenuItem*>(Sender)->Tag();
+    ++Clicks;
+  }
 
   TWatchlistCategory& Books = Category(u"Bücher");
   TObject* Clicked = nullptr;
+  int Clicks = 0;
 };
 
 TEST_F(TWatchlistCategoryMenuTest, EntriesStandInTheirOrder) {
@@ -161,6 +165,34 @@ TEST_F(TWatchlistCategoryMenuTest, AClickOnATargetTellsWhichOne) {
   Targets(&Node(item));
   EXPECT_TRUE(Pane->Menu.mntmMove.GetItems(1).Click());
   EXPECT_EQ(Clicked, &Books);
+}
+
+TEST_F(TWatchlistCategoryMenuTest, AClickOnTheTopLevelTellsNone) {
+  Pane->Menu.SetOnClickMove(OnMove());
+  Build();
+  Targets(&Node(Books));
+  EXPECT_TRUE(Pane->Menu.mntmMove.GetItems(0).Click());
+  EXPECT_EQ(Clicks, 1);
+  EXPECT_EQ(Clicked, nullptr);
+}
+
+TEST_F(TWatchlistCategoryMenuTest, NothingMovesToATargetThatWentWhileTheMenuStoodOpen) {
+  TWatchlistItem& item = Item(Unassigned(), Shop, u"Roman");
+  Pane->Menu.SetOnClickMove(OnMove());
+  Build();
+  Targets(&Node(item));
+  Pane->DeleteNodeFromTree(&Books);
+  Tree().DeleteCategory(Books);
+  Pane->Menu.mntmMove.GetItems(1).Click();
+  EXPECT_EQ(Clicks, 0);
+}
+
+TEST_F(TWatchlistCategoryMenuTest, WithoutACommandAClickOnATargetDoesNothing) {
+  TWatchlistItem& item = Item(Books, Shop, u"Roman");
+  Build();
+  Targets(&Node(item));
+  EXPECT_TRUE(Pane->Menu.mntmMove.GetItems(1).Click());
+  EXPECT_EQ(Clicks, 0);
 }
 
 TEST_F(TWatchlistCategoryMenuTest, LooksAnewAtWhatCanBeRefreshed) {
