@@ -1,6 +1,6 @@
 #include "views/tabs/TTabControlKK.h"
 
-#include "host/base/Guard.h"
+#include "host/base/WithCleanup.h"
 #include "host/controls/TForm.h"
 #include "host/controls/TUpdating.h"
 
@@ -66,13 +66,12 @@ void TTabControlKK::EndAdd() {
 
 void TTabControlKK::HideAll() {
   BeginAdd();
-  try {
-    for (int i = 0; i < FTabs.GetCount(); ++i) FTabs.GetItems(i).Hide();
-  } catch (...) {  // what was opened is closed
-    EndAdd();
-    throw;
-  }
-  EndAdd();
+  WithCleanup(
+      u"TTabControlKK.HideAll",
+      [this] {
+        for (int i = 0; i < FTabs.GetCount(); ++i) FTabs.GetItems(i).Hide();
+      },
+      [this] { EndAdd(); });
 }
 
 void TTabControlKK::ShowIntegration(const TIntf<IWatchlistIntegration>& iIntegration) {

@@ -1,6 +1,6 @@
 #include "views/tree/TWatchlistCategoryTree.h"
 
-#include "host/base/Guard.h"
+#include "host/base/WithCleanup.h"
 #include "host/contract/IWatchlistVisualization.h"
 #include "host/controls/TForm.h"
 #include "persistence/TWatchlistHandler.h"
@@ -13,21 +13,6 @@ namespace {
 constexpr int cMinPaneWidth = 100;
 
 TLstWatchlistCategory& RootCategories() { return Handler()->LstCategory(); }
-
-// The clean-up runs in any case; behind a failure of the work, that is what passes on.
-template <class Work, class Cleanup>
-void WithCleanup(Work&& iWork, Cleanup&& iCleanup) {
-  struct TFailed {
-    Cleanup& Run;
-    bool Armed = true;
-    ~TFailed() {
-      if (Armed) Guarded(u"ShowCategory", Run);
-    }
-  } failed{iCleanup};
-  iWork();
-  failed.Armed = false;
-  iCleanup();
-}
 
 }  // namespace
 
@@ -59,20 +44,27 @@ void TWatchlistCategoryTree::BuildCategoriesTree(bool iKeepSelection) {
   // It may have died with what was imported: nothing but its identity is looked at.
   const TVirtualNode* const selectedNode = GetSelectedNode();
   const TObject* const selected = selectedNode == nullptr ? nullptr : selectedNode->Object();
-  if (iKeepSelection) ShowCategory(nullptr, true);
-  {
-    const TVirtualStringTree::TUpdate update(vstCategories);
-    Clear();
-    for (TWatchlistCategory* category : RootCategories()) AddCategoryToTree(nullptr, *category);
-    SwitchCategoryControl(nullptr);
-    SortTree();
-  }
+  // A list that fails to hide does not keep the nodes of what has died.
+  WithCleanup(
+      u"TWatchlistCategoryTree.BuildCategoriesTree",
+      [&] {
+        if (iKeepSelection) ShowCategory(nullptr, true);
+      },
+      [this] { Rebuild(); });
   TVirtualNode* const node =
       iKeepSelection && selected != nullptr ? GetNodeByObj(selected) : nullptr;
   if (node == nullptr) return;
   // An item by itself shows nothing: its group brings category and tab.
   if (ItemAt(node) != nullptr) SelectNode(*node->Parent());
   SelectNode(*node);
+}
+
+void TWatchlistCategoryTree::Rebuild() {
+  const TVirtualStringTree::TUpdate update(vstCategories);
+  Clear();
+  for (TWatchlistCategory* category : RootCategories()) AddCategoryToTree(nullptr, *category);
+  SwitchCategoryControl(nullptr);
+  SortTree();
 }
 
 TVirtualNode& TWatchlistCategoryTree::AddCategoryToTree(TVirtualNode* iParent,
@@ -175,6 +167,7 @@ void TWatchlistCategoryTree::SwitchCategoryControl(const TVirtualNode* iNode) {
 void TWatchlistCategoryTree::ShowCategory(TWatchlistCategory* iCategory, bool iForce) {
   FShowCategoryRan = true;
   WithCleanup(
+      u"TWatchlistCategoryTree.ShowCategory",
       [&] {
         ShowInExplorerBar(iCategory);
         ShowGroups(iCategory, iForce);
@@ -203,6 +196,7 @@ void TWatchlistCategoryTree::ShowGroups(TWatchlistCategory* iCategory, bool iFor
 void TWatchlistCategoryTree::FillTabs(const TWatchlistCategory& iCategory) {
   FPanes.BeginAdd();
   WithCleanup(
+      u"TWatchlistCategoryTree.FillTabs",
       [&] {
         for (const TWatchlistPlugin* group : iCategory.LstPlugin()) {
           const auto view = Supports<IWatchlistVisualization>(group->Integration());

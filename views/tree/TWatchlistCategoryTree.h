@@ -19,7 +19,8 @@ class TWatchlistCategoryTree : public TObject {
   TWatchlistCategoryTree(TControl* iParent, IWatchlistPanes& ioPanes);
 
   /// Anew from the model. With the flag, the centre pane is emptied and what was selected is
-  /// selected again, if it is still there.
+  /// selected again, if it is still there. What a list raises while it is hidden passes on; the
+  /// tree is built anew even so.
   void BuildCategoriesTree(bool iKeepSelection);
   /// Each adds a node at the end of the parent's children, or of the top level, with all below it.
   TVirtualNode& AddCategoryToTree(TVirtualNode* iParent, TWatchlistCategory& iCategory);
@@ -83,6 +84,7 @@ class TWatchlistCategoryTree : public TObject {
 
  private:
   void BindTree();
+  void Rebuild();
   void ShowGroups(TWatchlistCategory* iCategory, bool iForce);
   void FillTabs(const TWatchlistCategory& iCategory);
   void vstCategoriesGetText(TObject* Sender, TVirtualNode& iNode, TString& oText);

@@ -8,6 +8,14 @@ namespace {
 
 using TTabControlKKTest = TTabsWorld;
 
+/// What the skin hears of the strip: how many changes, and which heads are gone.
+struct TStripObserver : IControlObserver {
+  void ControlChanged(TControl&) override { ++Count; }
+  void ControlGone(TControl& iControl) override { Gone.push_back(&iControl); }
+  int Count = 0;
+  std::vector<const TControl*> Gone;
+};
+
 TEST_F(TTabControlKKTest, StartsWithoutASelection) {
   EXPECT_EQ(Tabs->CurrentIndex(), -1);
   EXPECT_EQ(Tabs->GetCurrentTab(), nullptr);
@@ -28,6 +36,7 @@ TEST_F(TTabControlKKTest, AnswersTheIndexOfTheTabThatItMakes) {
 
 TEST_F(TTabControlKKTest, KeepsWhatIsMadeBetweenBeginAndEnd) {
   Add(MakeIntf<TFakeSource>(u"Davor"));
+  EXPECT_EQ(Tabs->AddedTabs().GetCount(), 0);
   Tabs->BeginAdd();
   const auto source = MakeIntf<TFakeSource>(u"Dazwischen");
   Add(source);
@@ -137,13 +146,6 @@ TEST_F(TTabControlKKTest, AnEndWithoutABeginDoesNothing) {
   EXPECT_FALSE(Tab(Shop).IsSelected());
 }
 
-/// Counts what the skin hears of the strip.
-struct TStripObserver : IControlObserver {
-  void ControlChanged(TControl&) override { ++Count; }
-  void ControlGone(TControl&) override {}
-  int Count = 0;
-};
-
 TEST_F(TTabControlKKTest, TheStripShowsAChangeOfCategoryInOneStep) {
   TStripObserver skin;
   Strip.SetObserver(&skin);
@@ -191,6 +193,15 @@ TEST_F(TTabControlKKTest, AListThatFailsToHideStillEndsTheChange) {
   EXPECT_EQ(Take(), TLines{"switch Auktion to Laden"});  // whose turn to hide did not come
 }
 
+TEST_F(TTabControlKKTest, OfTwoFailuresWhileHidingTheFirstPassesOn) {
+  ShowCategory({Auction, Shop});
+  Auction->SetFailingViewCall("HideList");
+  FailingSwitches = 1;  // the end of the change
+  EXPECT_THROW(Tabs->HideAll(), Exception);
+  EXPECT_EQ(FailingSwitches, 0);
+  EXPECT_EQ(Log.DebugLines(), TLines{"debug TTabControlKK.HideAll: Kein Fenster"});
+}
+
 TEST_F(TTabControlKKTest, RefreshesAResultInEveryTabWhateverOneRaises) {
   Auction->SetViewFailure(u"Keine Zeile");
   Tabs->RefreshSearchResult(FakeResult(u"Atlas"));
@@ -222,9 +233,13 @@ TEST_F(TTabControlKKTest, AnEntryOfTheChevronSelectsItsTabAndBringsTheHeadIntoVi
   EXPECT_TRUE(menu.GetItems(1).Click());
   EXPECT_EQ(Take(), TLines{"switch Auktion to Laden"});
   EXPECT_EQ(Strip.TakeHeadToShow(), Tab(Shop).HeaderItem());
+  TStripObserver skin;
+  Strip.SetObserver(&skin);
   EXPECT_TRUE(menu.GetItems(1).Click());
   EXPECT_EQ(Take(), TLines{});
   EXPECT_EQ(Strip.TakeHeadToShow(), Tab(Shop).HeaderItem());
+  EXPECT_EQ(skin.Count, 1) << "it is selected already";
+  Strip.SetObserver(nullptr);
 }
 
 TEST_F(TTabControlKKTest, WhatAnEntryOfTheChevronRaisesIsSwallowed) {
@@ -279,7 +294,13 @@ TEST_F(TTabControlKKTest, WhoWalksThroughTheTreeKeepsTheFocusThere) {
 
 TEST_F(TTabControlKKTest, ClearTakesAllTabsApartFromTheLastToTheFirst) {
   ShowCategory({Auction, Shop});
+  std::vector<const TControl*> heads;
+  for (const auto& source : {Fair, Shop, Auction}) heads.push_back(Tab(source).HeaderItem());
+  TStripObserver skin;
+  Strip.SetObserver(&skin);
   Tabs->Clear();
+  EXPECT_EQ(skin.Gone, heads);
+  Strip.SetObserver(nullptr);
   EXPECT_EQ(Tabs->Tabs().GetCount(), 0);
   EXPECT_EQ(Tabs->CurrentIndex(), -1);
   EXPECT_EQ(Strip.GetCount(), 0);

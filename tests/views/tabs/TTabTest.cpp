@@ -171,6 +171,26 @@ TEST_F(TTabTest, AtItsEndTheViewReleasesItsListAndTheHeadGoes) {
   EXPECT_TRUE(Container.Children().empty());
 }
 
+TEST_F(TTabTest, AtItsEndThePanelIsHiddenBeforeTheViewIsTold) {
+  struct TSkin : IControlObserver {
+    void ControlChanged(TControl& iControl) override {
+      if (&iControl == Panel && !Panel->Visible()) CallsBefore = Source->ViewCalls().size();
+    }
+    void ControlGone(TControl&) override {}
+    TPanel* Panel = nullptr;
+    TFakeSource* Source = nullptr;
+    size_t CallsBefore = 99;
+  } skin;
+  ShowCategory({Fair});
+  Fair->ViewCalls().clear();
+  skin.Panel = Tab(Fair).Container();
+  skin.Source = Fair.Get();
+  Container.SetObserver(&skin);
+  Tabs->CloseTabs();
+  EXPECT_EQ(skin.CallsBefore, 0U);
+  Container.SetObserver(nullptr);
+}
+
 TEST_F(TTabTest, AViewThatFailsAtTheEndKeepsNeitherPanelNorCallbacks) {
   ShowCategory({Fair});
   Take();

@@ -236,6 +236,17 @@ TEST_F(TWatchlistCategoryTreePanesTest, ACategoryOnShowThatHasNotTheFocusGoesFro
   EXPECT_EQ(Pane->GetSelectedNode(), &Node(item));
 }
 
+TEST_F(TWatchlistCategoryTreePanesTest, ACategoryOnShowBelowADeletedOneGoesFromThePanesToo) {
+  TWatchlistItem& item = Group(Albums, Shop).LstItem().GetItems(0);
+  TWatchlistCategory& novels = Category(u"Romane", &Books);
+  Build();
+  GoTo(novels);
+  Start(item);
+  Pane->DeleteNodeFromTree(&Books);
+  EXPECT_EQ(Panes.Take(), (TLines{"Category none", "HideAll"}));
+  EXPECT_EQ(Pane->CurrentCategory(), nullptr);
+}
+
 TEST_F(TWatchlistCategoryTreePanesTest, WhatTheExplorerBarAloneTellsOfGoesFromIt) {
   Start(Albums);
   Pane->ShowInExplorerBar(&Books);

@@ -182,6 +182,16 @@ TEST_F(TWatchlistCategoryTreeTest, ASelectionThatIsGoneIsNotKept) {
   EXPECT_EQ(Panes.Take(), (TLines{"Category none", "HideAll"}));
 }
 
+TEST_F(TWatchlistCategoryTreeTest, AFailureOfAListLeavesNoNodeOfADeadObject) {
+  TWatchlistCategory& books = Category(u"Bücher");
+  TWatchlistPlugin& group = Group(books, Shop);
+  Build();
+  Tree().DeletePlugin(group);
+  Panes.FailsAt = "HideAll";
+  EXPECT_THROW(Pane->BuildCategoriesTree(true), Exception);
+  EXPECT_EQ(Outline(), (TLines{"<Keiner Kategorie zugewiesen>", "Bücher"}));
+}
+
 TEST_F(TWatchlistCategoryTreeTest, ANodeIsAddedWithAllBelowItAndSelectedOnDemand) {
   TWatchlistCategory& books = Category(u"Bücher");
   Build();
