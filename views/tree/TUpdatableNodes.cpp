@@ -74,15 +74,15 @@ bool TUpdatableNodes::CanUpdate(const TWatchlistPlugin& iGroup) {
 
 void TUpdatableNodes::FindUpdatable(const TWatchlistPlugin& iGroup, TState& ioState) {
   const TLstWatchlistItem& items = iGroup.LstItem();
-  ioState.None = true;
-  if (!SupportsUpdate(iGroup)) return;
+  const int count = SupportsUpdate(iGroup) ? items.GetCount() : 0;
   // Around once, from where one was found before.
-  for (int i = 0; i < items.GetCount(); ++i) {
-    const int index = (ioState.Updatable + i) % items.GetCount();
+  for (int i = 0; i < count; ++i) {
+    const int index = (ioState.Updatable + i) % count;
     if (!items.GetItems(index).CanUpdate()) continue;
-    ioState = {index, false};
+    ioState.Updatable = index;
     return;
   }
+  ioState.None = true;  // not where a result has failed to answer
 }
 
 void TUpdatableNodes::Forget(const TWatchlistItem& iItem) {

@@ -142,11 +142,38 @@ TEST_F(TUpdatableNodesTest, AskingAgainIsNoWalkOverTheItems) {
   EXPECT_EQ(asked(false), 0) << "nothing has changed";
 }
 
+TEST_F(TUpdatableNodesTest, AResultThatFailedToAnswerIsAskedAgain) {
+  struct TFailingResult : TFakeSearchResult {
+    using TFakeSearchResult::TFakeSearchResult;
+    bool HasEndTime() const override {
+      if (Fails) throw Exception(u"Ende kaputt");
+      return false;
+    }
+    bool Fails = true;
+  };
+  const auto result = MakeIntf<TFailingResult>(u"Uhr");
+  Group(Books, Shop).LstItem().Add(std::make_unique<TWatchlistItem>()).SetSearchResult(result);
+  Build();
+  EXPECT_THROW(CanUpdate(Books), Exception);
+  result->Fails = false;
+  EXPECT_TRUE(CanUpdate(Books));
+}
+
 TEST_F(TUpdatableNodesTest, ANewResultOfAnItemIsSeen) {
   TWatchlistItem& item = Ended(Books, u"alt");
   Build();
   EXPECT_FALSE(CanUpdate(Books));
   item.SetSearchResult(FakeResult(u"neu"));
+  EXPECT_TRUE(CanUpdate(Books));
+}
+
+TEST_F(TUpdatableNodesTest, AnItemThatHadItsResultBeforeItCameInIsSeen) {
+  Ended(Books, u"alt");
+  Build();
+  EXPECT_FALSE(CanUpdate(Books));
+  auto item = std::make_unique<TWatchlistItem>();
+  item->SetSearchResult(FakeResult(u"neu"));
+  Group(Books, Shop).LstItem().Add(std::move(item));
   EXPECT_TRUE(CanUpdate(Books));
 }
 
