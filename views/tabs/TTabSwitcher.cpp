@@ -7,19 +7,18 @@ namespace kk {
 
 namespace {
 
-/// What extends the side bar for the tab: its view, and each of the view's sub-visualizations.
-std::vector<TIntf<IExplorerBarExtender>> ExtendersOf(const TTab* iTab) {
-  std::vector<TIntf<IExplorerBarExtender>> extenders;
-  if (iTab == nullptr || !iTab->Visualization()) return extenders;
-  const auto add = [&](const TIntf<IInterface>& iObject) {
-    if (auto extender = Supports<IExplorerBarExtender>(iObject)) {
-      extenders.push_back(std::move(extender));
-    }
+// For what extends the side bar: the tab's view, and then each of its sub-visualizations, which it
+// is asked for when its own turn is over.
+template <class Action>
+void ForEachExtender(const TTab* iTab, Action&& iAction) {
+  const TIntf<IWatchlistVisualization> view = iTab != nullptr ? iTab->Visualization() : nullptr;
+  if (!view) return;
+  const auto act = [&](const TIntf<IInterface>& iObject) {
+    if (const auto extender = Supports<IExplorerBarExtender>(iObject)) iAction(*extender);
   };
-  add(iTab->Visualization());
-  const TIntf<IInterfaceList> parts = iTab->Visualization()->GetSubVisualizations();
-  for (int i = 0; parts && i < parts->GetCount(); ++i) add(parts->Get(i));
-  return extenders;
+  act(view);
+  const TIntf<IInterfaceList> parts = view->GetSubVisualizations();
+  for (int i = 0; parts && i < parts->GetCount(); ++i) act(parts->Get(i));
 }
 
 TIntf<ISearchResult> FocusedResult(const TTab* iTab) {
@@ -38,14 +37,14 @@ void TTabSwitcher::DoTabControlSwitchTab(TObject*, TTab* iFrom, TTab* iTo) {
 
 void TTabSwitcher::Bind(IExplorerBar& ioBar, const TTab* iFrom, const TTab* iTo) {
   const TUpdating<IExplorerBar> updating(ioBar);
-  for (const auto& extender : ExtendersOf(iFrom)) {
-    for (int i = 0; i < ioBar.GetCount(); ++i) extender->DeleteItems(ioBar.GetPanels(i));
-    extender->DeletePanels(&ioBar);
-  }
-  for (const auto& extender : ExtendersOf(iTo)) {
-    extender->AddPanels(&ioBar);
-    for (int i = 0; i < ioBar.GetCount(); ++i) extender->AddItems(ioBar.GetPanels(i));
-  }
+  ForEachExtender(iFrom, [&](IExplorerBarExtender& ioExtender) {
+    for (int i = 0; i < ioBar.GetCount(); ++i) ioExtender.DeleteItems(ioBar.GetPanels(i));
+    ioExtender.DeletePanels(&ioBar);
+  });
+  ForEachExtender(iTo, [&](IExplorerBarExtender& ioExtender) {
+    ioExtender.AddPanels(&ioBar);
+    for (int i = 0; i < ioBar.GetCount(); ++i) ioExtender.AddItems(ioBar.GetPanels(i));
+  });
   FFollower.SetCurrentSearchResult(FocusedResult(iTo));
   FFollower.RestoreExplorerbarDefaultItems();
 }

@@ -1,5 +1,7 @@
 #include "views/tabs/TTabSwitcher.h"
 
+#include <functional>
+
 #include "TTabsWorld.h"
 #include "host/controls/TCommonExplorerBar.h"
 #include "host/controls/TCommonExplorerBarPanel.h"
@@ -32,7 +34,10 @@ class TNotingBar : public TCommonExplorerBar {
 class TNotingExtender : public TInterfaced<IExplorerBarExtender> {
  public:
   TNotingExtender(const std::string& iName, TLines& ioNotes) : FName(iName), FNotes(ioNotes) {}
-  void AddPanels(IExplorerBar* iBar) override { Note("AddPanels", iBar != nullptr ? "" : "?"); }
+  void AddPanels(IExplorerBar* iBar) override {
+    Note("AddPanels", iBar != nullptr ? "" : "?");
+    if (OnAddPanels) OnAddPanels();
+  }
   void DeletePanels(IExplorerBar* iBar) override {
     Note("DeletePanels", iBar != nullptr ? "" : "?");
   }
@@ -46,6 +51,7 @@ class TNotingExtender : public TInterfaced<IExplorerBarExtender> {
   void BeforeClick(const TIntf<ISearchResult>&, const TGuid&) override {}
 
   bool Fails = false;
+  std::function<void()> OnAddPanels;
 
  private:
   static std::string NameOf(const IExplorerBarPanel& iPanel) {
@@ -155,6 +161,19 @@ TEST_F(TTabSwitcherTest, SubVisualizationsExtendTheBarToo) {
       (TLines{"open", "shop.AddPanels", "shop.AddItems A", "shop.AddItems B", "part1.AddPanels",
               "part1.AddItems A", "part1.AddItems B", "part2.AddPanels", "part2.AddItems A",
               "part2.AddItems B", "result none", "restore", "close", "node Laden"}));
+}
+
+TEST_F(TTabSwitcherTest, SubVisualizationsAreAskedForWhenTheViewsOwnTurnIsOver) {
+  const auto extender = Extend(Auction, "auction");
+  extender->OnAddPanels = [this] {  // only now does it make them
+    const TIntf<IInterfaceList> parts = NewInterfaceList();
+    parts->Add(MakeIntf<TNotingExtender>("part", Notes));
+    Auction->SetSubVisualizations(parts);
+  };
+  EXPECT_EQ(Switch(nullptr, &Tab(Auction)),
+            (TLines{"open", "auction.AddPanels", "auction.AddItems A", "auction.AddItems B",
+                    "part.AddPanels", "part.AddItems A", "part.AddItems B", "result none",
+                    "restore", "close", "node Auktion"}));
 }
 
 TEST_F(TTabSwitcherTest, AFailureClosesTheBracketAndPassesOn) {
