@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 
 #include "host/contract/TBitmap.h"
 #include "plugin/texts/UnitKKPluginWatchlistConsts.h"
@@ -32,6 +33,13 @@ class TRemindTypes {
   constexpr bool Has(TRemindType iType) const { return (FBits & Bit(iType)) != 0; }
   constexpr bool IsEmpty() const { return FBits == 0; }
   constexpr uint8_t Bits() const { return FBits; }
+  /// The kind that stands for all of them, so that sound does only where it is alone.
+  constexpr std::optional<TRemindType> Highest() const {
+    for (auto type = cRemindTypes.rbegin(); type != cRemindTypes.rend(); ++type) {
+      if (Has(*type)) return *type;
+    }
+    return {};
+  }
 
   friend constexpr bool operator==(const TRemindTypes&, const TRemindTypes&) = default;
 

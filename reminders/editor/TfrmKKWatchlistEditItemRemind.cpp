@@ -160,10 +160,9 @@ void TfrmKKWatchlistEditItemRemind::DeleteOutlookAppointment(TRemindDetailsOutlo
 void TfrmKKWatchlistEditItemRemind::SetData() {
   const TIniFileSectionWatchlist settings;
   const TRemindItemForEdit& first = FLst.GetItems(0);
-  const auto kind = std::find_if(cRemindTypes.rbegin(), cRemindTypes.rend(),
-                                 [&](TRemindType iType) { return first.RemindTypes().Has(iType); });
+  const auto kind = first.RemindTypes().Highest();
   const int lastKind = settings.GetRemindType();
-  if (kind != cRemindTypes.rend()) {
+  if (kind) {
     cmbxRemindType.SetItemIndex(RemindTypeEditorIndex(*kind));
   } else if (lastKind >= 0 && lastKind < static_cast<int>(cRemindTypes.size())) {
     cmbxRemindType.SetItemIndex(RemindTypeEditorIndex(static_cast<TRemindType>(lastKind)));

@@ -72,6 +72,13 @@ TEST(TRemindTypes, HoldsBitNForValueN) {
   EXPECT_EQ(TRemindTypes({rtSound, rtWindow, rtSMS, rtOutlook, rtEmail}).Bits(), 31);
 }
 
+TEST(TRemindTypes, TheHighestKindStandsForAll) {
+  EXPECT_EQ(TRemindTypes({rtSound, rtEmail}).Highest(), rtEmail);
+  EXPECT_EQ(TRemindTypes({rtSound, rtWindow}).Highest(), rtWindow);
+  EXPECT_EQ(TRemindTypes({rtSound}).Highest(), rtSound);
+  EXPECT_FALSE(TRemindTypes().Highest());
+}
+
 TEST(TRemindTypes, TakesKindsInAndOut) {
   TRemindTypes types{rtSound, rtOutlook};
   EXPECT_TRUE(types.Has(rtSound));

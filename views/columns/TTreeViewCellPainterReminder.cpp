@@ -14,12 +14,9 @@ void TTreeViewCellPainterReminder::Paint(const TIntf<ICellPaintInfo>& iPaintInfo
   Guarded(u"TTreeViewCellPainterReminder.Paint", [&] {
     const TIntf<ISearchResult> result = iPaintInfo->GetSearchResult();
     if (!result) return;
-    const TRemindTypes types = RemindTypesOf(result);
-    for (auto type = cRemindTypes.rbegin(); type != cRemindTypes.rend(); ++type) {
-      if (!types.Has(*type)) continue;
-      PaintBitmap(iPaintInfo->GetCanvas(), iPaintInfo->GetCellRect(), static_cast<int>(*type));
-      return;
-    }
+    const auto type = RemindTypesOf(result).Highest();
+    if (!type) return;
+    PaintBitmap(iPaintInfo->GetCanvas(), iPaintInfo->GetCellRect(), static_cast<int>(*type));
   });
 }
 

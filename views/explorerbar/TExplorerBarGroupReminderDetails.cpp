@@ -1,7 +1,5 @@
 #include "views/explorerbar/TExplorerBarGroupReminderDetails.h"
 
-#include <algorithm>
-
 #include "host/base/TClock.h"
 #include "host/common/Images.h"
 #include "host/controls/TUpdating.h"
@@ -18,13 +16,6 @@ TIntf<TCommonExplorerBarLink> MakeLink(TStringView iCaption, TStringView iImage)
 
 TIntf<TCommonExplorerBarCaptionAndValue> MakeValue(TStringView iCaption, TStringView iValue = {}) {
   return MakeIntf<TCommonExplorerBarCaptionAndValue>(cEmptyGuid, 0, iCaption, iValue);
-}
-
-// Sound shows only where it is the only kind.
-TStringView MainTypeText(TRemindTypes iTypes) {
-  const auto found = std::find_if(cRemindTypes.rbegin(), cRemindTypes.rend(),
-                                  [&](TRemindType iType) { return iTypes.Has(iType); });
-  return found == cRemindTypes.rend() ? TStringView() : RemindTypeText(*found);
 }
 
 }  // namespace
@@ -83,7 +74,8 @@ void TExplorerBarGroupReminderDetails::RefreshDisplayIfEquals(const TIntf<ISearc
 void TExplorerBarGroupReminderDetails::ShowReminder(const TRemindItem* iReminder) {
   const bool has = iReminder != nullptr;
   if (has) {
-    FType->SetValue(MainTypeText(iReminder->RemindTypes()));
+    const auto type = iReminder->RemindTypes().Highest();
+    FType->SetValue(type ? RemindTypeText(*type) : TStringView());
     FDate->SetValue(ShortDateToStr(iReminder->RemindTime()));
     FTime->SetValue(LongTimeToStr(iReminder->RemindTime()));
   }

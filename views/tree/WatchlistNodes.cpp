@@ -54,10 +54,8 @@ void AddDescription(TString& ioHint, const TStringList& iLines) {
 
 TString RemindTypeLine(const TRemindItem& iReminder) {
   const TRemindTypes types = iReminder.RemindTypes();
-  TString line;
-  for (const TRemindType type : cRemindTypes) {
-    if (types.Has(type)) line = RemindTypeText(type);
-  }
+  const auto type = types.Highest();
+  TString line(type ? RemindTypeText(*type) : TStringView());
   if (iReminder.LstDetails().GetCount() > 1 && types.Has(rtSound)) {
     line.append(u" + ").append(RemindTypeText(rtSound));
   }
