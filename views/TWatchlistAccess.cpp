@@ -9,6 +9,7 @@
 #include "reminders/TRemindDetailsSound.h"
 #include "views/WatchlistModel.h"
 #include "views/WatchlistQuestions.h"
+#include "views/print/TfrmKKWatchlistPrint.h"
 
 namespace kk {
 
@@ -286,6 +287,11 @@ bool TWatchlistAccess::Save() {
   Form();
   Handler()->SaveAll();
   return !Handler()->LastSaveFailed();
+}
+
+void TWatchlistAccess::PrintCategory(const TGuid& iCategory) {
+  Form();
+  TfrmKKWatchlistPrint::PrintCategory(Category(iCategory));
 }
 
 }  // namespace kk

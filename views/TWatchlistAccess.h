@@ -40,6 +40,7 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override;
 
   bool Save() override;
+  void PrintCategory(const TGuid& iCategory) override;
 
  private:
   /// The section, running; raises Exception behind Detach.

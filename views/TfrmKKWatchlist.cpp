@@ -7,12 +7,12 @@
 #include "host/common/TIniFileSectionBase.h"
 #include "host/contract/IReminderHost.h"
 #include "host/controls/IMouseWheel.h"
-#include "host/controls/TfrmMessageDlg.h"
 #include "persistence/exchange/TfrmKKWatchlistExport.h"
 #include "reminders/TRemindHandler.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "views/WatchlistModel.h"
 #include "views/explorerbar/ExplorerbarDefaultItems.h"
+#include "views/print/TfrmKKWatchlistPrint.h"
 #include "views/tabs/BuildTabs.h"
 
 namespace kk {
@@ -268,7 +268,7 @@ void TfrmKKWatchlist::DoClickExplorerbarMoreExport(TObject*) {
   TfrmKKWatchlistExport::Display(this);
 }
 
-void TfrmKKWatchlist::DoClickExplorerbarMorePrint(TObject*) { ShowMessage(_resNoPrintYet); }
+void TfrmKKWatchlist::DoClickExplorerbarMorePrint(TObject*) { TfrmKKWatchlistPrint::Display(this); }
 
 bool TfrmKKWatchlist::SaveImported(bool iImported) {
   if (!iImported) return false;

@@ -20,6 +20,7 @@ constexpr TTextOption cTextOptions[] = {
     {u"--before-end", coBeforeEnd, &TCliArguments::BeforeEnd},
     {u"--kind", coKind, &TCliArguments::Kind},
     {u"--sound", coSound, &TCliArguments::Sound},
+    {u"--pdf", coPdf, &TCliArguments::Pdf},
 };
 
 bool IsOption(TStringView iWord) { return iWord.size() > 2 && StartsWith(iWord, u"--"); }
@@ -190,6 +191,10 @@ class TParser {
     }
     if ((name == u"note" || name == u"category describe") && !FCall.Text && count < 2) {
       Wrong(u"Es fehlt der Text; \"\" leert ihn.");
+    }
+    if (name == u"print" && !FCall.Category) Wrong(u"Es fehlt --category NAME.");
+    if (name == u"print" && Trim(FCall.Pdf.value_or(u"")).empty()) {
+      Wrong(u"Es fehlt --pdf DATEI.");
     }
     if (name == u"category describe" && FCall.Text && count > 1) {
       Wrong(u"Entweder Zeilen oder --text.");

@@ -30,6 +30,7 @@ struct TCliArguments {
   std::optional<TString> BeforeEnd;
   std::optional<TString> Kind;
   std::optional<TString> Sound;
+  std::optional<TString> Pdf;
   bool Delete = false;
 
   /// "-rem" and "-remimport" with all that follows, as it stands. Empty for a command.

@@ -14,6 +14,8 @@ constexpr auto cCommands = std::to_array<TCliCommandInfo>({
     {u"list", 0, 0, coJson, u"[--json]", u"die ganze Beobachtenliste zeigen"},
     {u"show", 1, 1, coJson, u"ARTIKEL [--json]",
      u"alles zeigen, was über einen Artikel bekannt ist"},
+    {u"print", 0, 0, coCategory | coPdf, u"--category NAME --pdf DATEI",
+     u"die Artikel einer Kategorie als PDF-Datei drucken, ohne die ihrer Unterkategorien"},
     {u"refresh", 0, 1, 0, u"[ARTIKEL | KATEGORIE]",
      u"aktualisieren: alles, eine Kategorie samt Unterkategorien oder einen Artikel"},
     {u"move", 2, cCliAnyNumber, 0, u"ARTIKEL... KATEGORIE",

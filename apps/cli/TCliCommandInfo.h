@@ -19,7 +19,8 @@ enum TCliOption : uint32_t {
   coBeforeEnd = 128,
   coKind = 256,
   coSound = 512,
-  coDelete = 1024
+  coDelete = 1024,
+  coPdf = 2048
 };
 
 /// One command of the terminal host as its users read it.

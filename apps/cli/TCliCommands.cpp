@@ -6,6 +6,7 @@
 #include "apps/cli/TCliAdd.h"
 #include "apps/cli/TCliDemo.h"
 #include "apps/cli/TCliHostLine.h"
+#include "apps/cli/TCliPrint.h"
 #include "apps/cli/TCliRefresh.h"
 #include "apps/cli/TCliRemind.h"
 #include "apps/cli/TCliReminders.h"
@@ -44,7 +45,7 @@ bool TCliCommands::NeedsList(const TCliArguments& iCall) {
 }
 
 bool TCliCommands::ChangesList(const TCliArguments& iCall) {
-  constexpr auto cLooking = std::to_array<TStringView>({u"list", u"show", u"reminders"});
+  constexpr auto cLooking = std::to_array<TStringView>({u"list", u"show", u"reminders", u"print"});
   if (iCall.Command == nullptr) return true;
   return NeedsList(iCall) && std::ranges::find(cLooking, iCall.Command->Name) == cLooking.end();
 }
@@ -61,6 +62,7 @@ bool TCliCommands::Run(TCliContext& ioContext, const TCliArguments& iCall) {
   if (name == u"add") return TCliAdd(ioContext).Run(iCall);
   if (name == u"refresh") return TCliRefresh(ioContext).Run(iCall);
   if (name == u"remind") return TCliRemind(ioContext).Run(iCall);
+  if (name == u"print") return TCliPrint(ioContext).Run(iCall);
   if (name == u"demo") return RunDemo(ioContext);
   return ShowList(ioContext, iCall);
 }

@@ -15,7 +15,8 @@ class ISearchResultConverter : public IInterface {
   static constexpr TGuid cIid = IID_SearchResultConverter;
 
   /// With iHeader appends the titles of the columns, at least four, one a line. Otherwise appends
-  /// the result's values in the same order, one a line.
+  /// the result's values in the same order, one a line. The result may be empty, or another
+  /// source's: then it has no lines.
   virtual void Convert(bool iHeader, const TIntf<ISearchResult>& iSearchResult,
                        TStringList& ioLines) = 0;
 };

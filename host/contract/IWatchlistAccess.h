@@ -99,6 +99,10 @@ class IWatchlistAccess : public IInterface {
 
   /// Writes the file now. False if that failed; the log says why.
   virtual bool Save() = 0;
+
+  /// Prints the category's own items through the host's printing: a list for each of their sources,
+  /// each after a print dialog. Nothing for a source that can't tell its results in lines.
+  virtual void PrintCategory(const TGuid& iCategory) = 0;
 };
 
 }  // namespace kk

@@ -37,12 +37,11 @@ TIntf<IInterfaceList> TFakeSourcePlugin::GetIntegrations(const TIntf<IIntegratio
 void TFakeSourcePlugin::Convert(bool iHeader, const TIntf<ISearchResult>& iResult,
                                 TStringList& ioLines) {
   if (!ConvertFailure.empty()) throw Exception(ConvertFailure);
-  if (iHeader) {
-    ioLines.Assign(std::vector<TString>{u"Name", u"Preis", u"Adresse", u"Verkäufer"});
-  } else {
-    ioLines.Assign(std::vector<TString>{iResult->GetName(), Price,
-                                        u"http://127.0.0.1/ein/sehr/langer/weg/lampe", u""});
-  }
+  const auto add = [&](std::initializer_list<TStringView> values) {
+    for (const TStringView value : values) ioLines.Add(value);
+  };
+  if (iHeader) return add({u"Name", u"Preis", u"Adresse", u"Verkäufer"});
+  if (iResult) add({iResult->GetName(), Price, u"http://127.0.0.1/ein/sehr/langer/weg/lampe", u""});
 }
 
 }  // namespace kk

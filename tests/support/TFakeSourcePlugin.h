@@ -35,6 +35,7 @@ class TFakeSourcePlugin
   void Convert(bool iHeader, const TIntf<ISearchResult>& iResult, TStringList& ioLines) override;
 
   TFakeSource& Source() { return *FSource; }
+  const TIntf<TFakeSource>& SourceIntf() const { return FSource; }
 
   TString InitializeFailure;
   TString ConvertFailure;

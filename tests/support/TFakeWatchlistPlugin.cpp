@@ -9,6 +9,7 @@
 #include "host/controls/TCheckBox.h"
 #include "host/controls/TComboBox.h"
 #include "host/controls/TLabel.h"
+#include "host/controls/TPrintDialog.h"
 #include "host/controls/TfrmKKCommonMessageDlg.h"
 #include "tests/support/TFakeRemindEditor.h"
 #include "tests/support/TFakeSource.h"
@@ -320,6 +321,17 @@ bool TFakeWatchlistPlugin::Save() {
   Note("Save");
   UnsavedReminders = false;
   return !SaveFails;
+}
+
+void TFakeWatchlistPlugin::PrintCategory(const TGuid& iCategory) {
+  Note("PrintCategory " + NameOf(iCategory));
+  for (const TWatchlistGroupInfo& group : FindCategory(Tree.Categories, iCategory)->Groups) {
+    TPrintContent content{FromUtf8(NameOf(iCategory)), {}, group.Name, {u"Name"}, {}, {}};
+    for (const TWatchlistItemInfo& item : group.Items) content.Rows.push_back({item.Name});
+    const auto job = Printing().CreateJob(std::move(content));
+    TPrintDialog dialog;
+    if (dialog.Execute()) job->Print(1, job->CalculatePageCount());
+  }
 }
 
 TWatchlistReminderInfo& TFakeWatchlistPlugin::Reminder(const TGuid& iItem, TDateTime iTime) {

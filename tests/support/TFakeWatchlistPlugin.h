@@ -62,6 +62,8 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   void CancelUpdates() override { Note("CancelUpdates"); }
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override { FOnFinished = iEvent; }
   bool Save() override;
+  /// One page with the names, for each group.
+  void PrintCategory(const TGuid& iCategory) override;
 
   std::vector<TSettingsKeyInfo> GetSettingsKeys() const override { return Keys; }
 

@@ -3,8 +3,11 @@
 #include <filesystem>
 
 #include "TSectionWorld.h"
+#include "host/contract/TPlugins.h"
 #include "reminders/TRemindHandler.h"
 #include "reminders/editor/TfrmKKWatchlistEditItemRemind.h"
+#include "tests/support/TFakePrinting.h"
+#include "tests/support/TFakeSourcePlugin.h"
 
 namespace kk {
 namespace {
@@ -360,6 +363,21 @@ TEST_F(TWatchlistAccessTest, SaveAnswersWhetherItWentThrough) {
   EXPECT_FALSE(Access->Save());
 }
 
+TEST_F(TWatchlistAccessTest, PrintGoesByTheIdOfTheCategory) {
+  TFakePrinting printing;
+  const auto plugin = MakeIntf<TFakeSourcePlugin>(u"Druckerei");
+  Plugins().Add(plugin);
+  const TIntf<TFakeSource> source = plugin->SourceIntf();
+  Item(Books, source, u"Faust");
+  Item(Clocks, source, u"Wecker");
+  Access->PrintCategory(Books.Id());
+  ASSERT_EQ(printing.Contents.size(), 1u);
+  EXPECT_EQ(printing.Contents[0].Rows.at(0).at(0), u"Faust");
+  const TGuid unknown = NewGuid();
+  EXPECT_EQ(Refusal([&] { Access->PrintCategory(unknown); }), NoCategory(unknown));
+  Plugins().Remove(plugin);
+}
+
 TEST_F(TWatchlistAccessTest, DetachedAccessRefusesEverything) {
   Access->Detach();
   const std::string refused = "Die Beobachtenliste ist nicht bereit.";
@@ -373,6 +391,7 @@ TEST_F(TWatchlistAccessTest, DetachedAccessRefusesEverything) {
   EXPECT_EQ(Refusal([&] { Access->OpenUpdates(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->CancelUpdates(); }), refused);
   EXPECT_EQ(Refusal([&] { Access->Save(); }), refused);
+  EXPECT_EQ(Refusal([&] { Access->PrintCategory(Books.Id()); }), refused);
   EXPECT_EQ(Refusal([&] {
               Access->SetOnUpdateFinished(
                   TNotifyEventSearchResult::Of<&TWatchlistAccessTest::DoUpdateFinished>(this));

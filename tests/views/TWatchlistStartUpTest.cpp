@@ -5,6 +5,7 @@
 #include "host/controls/TCommonExplorerBarItem.h"
 #include "persistence/exchange/TfrmKKWatchlistExport.h"
 #include "reminders/TRemindHandler.h"
+#include "views/print/TfrmKKWatchlistPrint.h"
 
 namespace kk {
 namespace {
@@ -374,10 +375,13 @@ TEST_F(TWatchlistStartUpTest, ImportComesFromTheSideBar) {
   EXPECT_FALSE(Folder.Has(cWatchlistFileName));
 }
 
-TEST_F(TWatchlistStartUpTest, PrintSaysThatItIsNotBuiltYet) {
+TEST_F(TWatchlistStartUpTest, PrintComesFromTheSideBar) {
   Start();
   Form->Show();
-  User.ExpectMessage(u"Das Drucken ist noch nicht eingebaut.");
+  User.Expect<TfrmKKWatchlistPrint>([&](TfrmKKWatchlistPrint& form) {
+    EXPECT_EQ(form.Owner(), Form.get());
+    EXPECT_TRUE(form.btnCancel.Click());
+  });
   EXPECT_TRUE(ClickLink(u"Daten drucken..."));
 }
 

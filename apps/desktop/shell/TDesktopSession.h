@@ -7,6 +7,7 @@
 #include "apps/desktop/shell/TDesktopArguments.h"
 #include "apps/desktop/shell/TDesktopCalls.h"
 #include "apps/desktop/shell/TSystemEnd.h"
+#include "apps/desktop/print/TQtPrinting.h"
 #include "apps/desktop/skin/TQtFormHost.h"
 #include "apps/desktop/skin/TQtMainLoop.h"
 #include "host/base/TInstalled.h"
@@ -70,6 +71,8 @@ class TDesktopSession {
   TInstalled<TMainLoop> FLoopInstalled{&SetMainLoop, &FLoop};
   TQtFormHost FForms;
   TInstalled<IFormHost> FFormsInstalled{&SetFormHost, &FForms};
+  TQtPrinting FPrinting;
+  TInstalled<IPrinting> FPrintingInstalled{&SetPrinting, &FPrinting};
   std::optional<TDesktop> FDesktop;
   TIntf<TDesktopApplication> FApplication;
   std::optional<TDesktopCalls> FCalls;

@@ -544,6 +544,18 @@ TEST_F(TKaufkoboldeCli, APackageThatIsRefusedIsToldAndTheOthersAreUsed) {
   EXPECT_EQ(std::count(outcome.Error.begin(), outcome.Error.end(), '\n'), 1) << outcome.Error;
 }
 
+TEST_F(TKaufkoboldeCli, ACategoryIsPrintedAsAPdf) {
+  AddLampInto("Küche");
+  const std::string file = Data.Path() + "/Küche.pdf";
+  EXPECT_EQ(Do({"print", "--category", "küche", "--pdf", file}),
+            "Gedruckt: \"Küche\" in " + file + "\n");
+  EXPECT_THAT(Data.Read(u"Küche.pdf"), StartsWith("%PDF-"));
+  const TCliOutcome nothing = Run({"print", "--category", cUnassigned, "--pdf", file + "2"});
+  EXPECT_EQ(nothing.Exit, 1);
+  EXPECT_FALSE(fs::exists(file + "2"));
+  EXPECT_EQ(Run({"print", "--category", "Bad", "--pdf", file}).Exit, 2);
+}
+
 TEST_F(TKaufkoboldeCli, WithoutTheWatchListNothingGoes) {
   const std::string folder = Data.Path() + "/leer";
   fs::create_directory(folder);

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include "host/printing/TPdfPrinting.h"
+
+namespace kk {
+
+/// One run of the program that makes a PDF file. It is over when the object goes. One thread.
+class TPdfProcess {
+ public:
+  /// Raises Exception if it can't be started.
+  TPdfProcess(const TPdfOptions& iOptions, const std::string& iPath, std::string_view iJson);
+  /// Kills the program if it still runs, and takes its end.
+  ~TPdfProcess();
+  TPdfProcess(const TPdfProcess&) = delete;
+  TPdfProcess& operator=(const TPdfProcess&) = delete;
+
+  /// Waits for its end, and raises Exception with its reason if it failed, took too long, or if a
+  /// stop was requested. Once.
+  void Wait(const std::stop_token& iStop);
+
+ private:
+  using TClock = std::chrono::steady_clock;
+
+  /// A file without a name, in memory, so that neither side waits for the other.
+  class TMemoryFile {
+   public:
+    explicit TMemoryFile(const char* iName);
+    ~TMemoryFile();
+    TMemoryFile(const TMemoryFile&) = delete;
+    TMemoryFile& operator=(const TMemoryFile&) = delete;
+    int Handle() const { return FHandle; }
+    void Write(std::string_view iBytes);
+    /// The beginning, no more than iMax.
+    std::string Read(size_t iMax) const;
+
+   private:
+    int FHandle;
+  };
+
+  void Start(const std::string& iProgram, const std::string& iPath);
+  void WaitForEnd(const std::stop_token& iStop) const;
+  TString ReasonOf(int iStatus) const;
+
+  TMemoryFile FInput{"kaufkobolde-print-input"};
+  TMemoryFile FErrors{"kaufkobolde-print-errors"};
+  const TClock::time_point FDeadline;
+  pid_t FProcess = -1;
+  int FProcessHandle = -1;
+};
+
+}  // namespace kk

@@ -1,0 +1,239 @@
+#include "apps/desktop/print/TPrintLayout.h"
+
+#include <gmock/gmock.h>
+
+#include <QImage>
+#include <regex>
+
+#include "TPrintWorld.h"
+#include "host/base/Exception.h"
+
+namespace kk {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+using TPrintLayoutTest = TPrintWorld;
+
+size_t CountOf(const std::string& iText, const std::string& iPiece) {
+  size_t count = 0;
+  for (size_t at = iText.find(iPiece); at != std::string::npos; at = iText.find(iPiece, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+// Where a line of the text has the piece, in characters.
+size_t ColumnOf(const std::string& iText, const std::string& iPiece) {
+  const size_t at = iText.find(iPiece);
+  const size_t line = iText.rfind('\n', at);
+  size_t column = 0;
+  for (size_t i = line == std::string::npos ? 0 : line + 1; i < at; ++i) {
+    column += (static_cast<unsigned char>(iText[i]) & 0xC0) != 0x80;
+  }
+  return column;
+}
+
+TEST_F(TPrintLayoutTest, APageHasTitleDateSourceHeadersAndRows) {
+  const TPdfReader pdf = Pdf(List(2));
+  EXPECT_EQ(pdf.PageCount(), 1);
+  const std::string text = pdf.Text();
+  for (const char* piece :
+       {"Kaufkobolde 7 -> Beobachten -> Küche", "Gedruckt am: 20.11.2026 18:30", "Webseite", "Name",
+        "Preis", "Verfügbarkeit", "Anbieter", "Artikel Nr. 1", "7,99 €", "Töpfe & Söhne",
+        "Artikel Nr. 2", "Seite 1 von 1"}) {
+    EXPECT_THAT(text, HasSubstr(piece));
+  }
+  EXPECT_THAT(pdf.Info("Page size"), HasSubstr("(A4)"));
+  EXPECT_EQ(pdf.Info("Title"), "Kaufkobolde 7 -> Beobachten -> Küche");
+}
+
+TEST_F(TPrintLayoutTest, AListWithoutRowsIsOnePage) {
+  EXPECT_EQ(TPrintLayout(List(0)).PageCount(), 1);
+  EXPECT_THAT(Pdf(List(0)).Text(), HasSubstr("Verfügbarkeit"));
+}
+
+TEST_F(TPrintLayoutTest, ValuesBehindTheColumnsStandBelowTheRowWithTheirTitles) {
+  TPrintContent list = List(1);
+  list.Rows[0][4] = u"24.12.2026 18:00";
+  const std::string text = Pdf(list).Text();
+  EXPECT_THAT(text, HasSubstr("Ende: 24.12.2026 18:00"));
+  EXPECT_THAT(text, HasSubstr("Adresse: https://shop.example/artikel/1"));
+}
+
+TEST_F(TPrintLayoutTest, EmptyOnesAndFurtherAddressesAreLeftOut) {
+  const std::string text = Pdf(List(1)).Text();
+  EXPECT_THAT(text, Not(HasSubstr("Ende")));
+  EXPECT_THAT(text, Not(HasSubstr("bilder.example")));
+}
+
+TEST_F(TPrintLayoutTest, ValuesWithoutATitleStandThereAllTheSame) {
+  TPrintContent list = List(1);
+  list.Titles.clear();
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("https://shop.example/artikel/1"));
+}
+
+TEST_F(TPrintLayoutTest, ShortRowsHaveEmptyCells) {
+  TPrintContent list = List(1);
+  list.Rows = {{u"Allein"}, {}, {u"Paar", u"1,00 €"}};
+  const std::string text = Pdf(list).Text();
+  EXPECT_THAT(text, HasSubstr("Allein"));
+  EXPECT_THAT(text, HasSubstr("Paar"));
+}
+
+TEST_F(TPrintLayoutTest, ColumnsStandBelowTheirHeaders) {
+  const std::string text = Pdf(List(12)).Text();
+  EXPECT_EQ(ColumnOf(text, "Verfügbarkeit"), ColumnOf(text, "auf Lager"));
+  EXPECT_EQ(ColumnOf(text, "Anbieter"), ColumnOf(text, "Töpfe"));
+}
+
+TEST_F(TPrintLayoutTest, NumbersStandRight) {
+  TPrintContent list = List(0);
+  list.Rows = {{u"A", u"1,00 €"}, {u"B", u"1.299,00 €"}, {u"C", u""}};
+  const std::string text = Pdf(list).Text();
+  EXPECT_NEAR(static_cast<double>(ColumnOf(text, "1,00") + 4),
+              static_cast<double>(ColumnOf(text, "1.299,00") + 8), 1);
+  list.Rows.push_back({u"D", u"auf Anfrage"});
+  const std::string left = Pdf(list).Text();
+  EXPECT_EQ(ColumnOf(left, "1,00"), ColumnOf(left, "1.299,00"));
+}
+
+TEST_F(TPrintLayoutTest, AThousandRowsAllComeInOrderAndOnce) {
+  const TPdfReader pdf = Pdf(List(1000));
+  EXPECT_EQ(pdf.PageCount(), TPrintLayout(List(1000)).PageCount());
+  EXPECT_GT(pdf.PageCount(), 20);
+  const std::string text = pdf.Text();
+  const std::regex number("Artikel Nr\\. (\\d+)");
+  int expected = 0;
+  for (std::sregex_iterator it(text.begin(), text.end(), number), end; it != end; ++it) {
+    EXPECT_EQ(std::stoi((*it)[1]), ++expected);
+  }
+  EXPECT_EQ(expected, 1000);
+}
+
+TEST_F(TPrintLayoutTest, EveryPageHasHeadersTitleAndItsNumber) {
+  const TPdfReader pdf = Pdf(List(100));
+  const int count = pdf.PageCount();
+  ASSERT_GT(count, 2);
+  for (int page = 1; page <= count; ++page) {
+    const std::string text = pdf.Text(page);
+    EXPECT_THAT(text, HasSubstr("Kaufkobolde 7 -> Beobachten -> Küche"));
+    EXPECT_THAT(text, HasSubstr("Webseite"));
+    EXPECT_THAT(text, HasSubstr("Verfügbarkeit"));
+    EXPECT_THAT(text, HasSubstr("Gedruckt am: 20.11.2026 18:30"));
+    EXPECT_THAT(text, HasSubstr("Seite " + std::to_string(page) + " von " + std::to_string(count)));
+  }
+}
+
+TEST_F(TPrintLayoutTest, ARowStaysOnOnePage) {
+  TPrintContent list = List(0);
+  for (int i = 0; i < 60; ++i) {
+    TString name = Format(u"Anfang%d ", {i});
+    for (int word = 0; word < 60; ++word) name += u"Wortreich ";
+    list.Rows.push_back({name + Format(u"Ende%d", {i}), u"1,00 €"});
+  }
+  const TPdfReader pdf = Pdf(list);
+  for (int page = 1; page <= pdf.PageCount(); ++page) {
+    const std::string text = pdf.Text(page);
+    EXPECT_EQ(CountOf(text, "Anfang"), CountOf(text, "Ende")) << page;
+    EXPECT_EQ(CountOf(text, "Wortreich"), 60 * CountOf(text, "Anfang")) << page;
+  }
+  EXPECT_EQ(CountOf(pdf.Text(), "Wortreich"), 3600u);
+}
+
+TEST_F(TPrintLayoutTest, ARowThatIsLargerThanAPageGoesOnOnTheNext) {
+  TPrintContent list = List(1);
+  TString name;
+  for (int i = 100; i < 400; ++i) name += Format(u"W%d ", {i});
+  list.Rows.push_back({name, name, name, name, u"", u"https://ende.example"});
+  list.Rows.push_back(Row(3));
+  const TPdfReader pdf = Pdf(list);
+  EXPECT_GT(pdf.PageCount(), 1);
+  const std::string text = pdf.Text();
+  for (int i = 100; i < 400; ++i) EXPECT_EQ(CountOf(text, "W" + std::to_string(i)), 4u) << i;
+  EXPECT_EQ(CountOf(text, "https://ende.example"), 1u);
+  EXPECT_EQ(CountOf(text, "Artikel Nr. 3"), 1u);
+}
+
+TEST_F(TPrintLayoutTest, LongNamesAreWrappedNotCut) {
+  TPrintContent list = List(1);
+  list.Rows[0][0] =
+      u"Gußeiserner Bräter mit Deckel, oval, für alle Herdarten, 33 cm, mit einem Übermaß an "
+      u"Wörtern "
+      u"Donaudampfschiffahrtsgesellschaftskapitänsmützenständer und Schluß";
+  list.Rows[0][3] = TString(300, u'x');
+  const std::string text = Pdf(list).Text();
+  for (const char* word : {"Gußeiserner", "Herdarten", "Übermaß", "Schluß"}) {
+    EXPECT_THAT(text, HasSubstr(word));
+  }
+  EXPECT_EQ(CountOf(text, "x"), 300u + CountOf(text, "example"));
+}
+
+TEST_F(TPrintLayoutTest, LettersAreNotJoinedSoThatTheyAreFoundAgain) {
+  TPrintContent list = List(1);
+  list.Rows[0][0] = u"Kaffeemühle, griffig, flach";
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("Kaffeemühle, griffig, flach"));
+}
+
+TEST_F(TPrintLayoutTest, HostileValuesDoNoHarm) {
+  TPrintContent list = List(1);
+  list.Title = TString(100000, u'T');
+  list.Source = TString(100000, u'Q');
+  list.Date = TString(100000, u'D');
+  list.Headers[0] = TString(100000, u'H');
+  list.Rows[0] = {TString(1000000, u'n'), u"eins\r\nzwei\x01", TString(1, char16_t{0xD800})};
+  const TPrintLayout layout(list);
+  EXPECT_LT(layout.PageCount(), 5);
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("eins zwei"));
+}
+
+TEST_F(TPrintLayoutTest, IsTheSameAgain) { EXPECT_EQ(Pdf(List(50)).Text(), Pdf(List(50)).Text()); }
+
+TEST_F(TPrintLayoutTest, FillsPaperOfAnotherShapeAsFarAsItGoes) {
+  const TPrintLayout layout(List(5));
+  QImage wide(2000, 500, QImage::Format_RGB32);
+  wide.fill(Qt::white);
+  QPainter painter(&wide);
+  layout.Paint(painter, wide.rect(), 1);
+  painter.end();
+  const QRect page(823, 0, 354, 500);  // A4 of that height, in the middle
+  bool inside = false;
+  for (int y = 0; y < wide.height(); ++y) {
+    for (int x = 0; x < wide.width(); ++x) {
+      if (wide.pixel(x, y) == qRgb(255, 255, 255)) continue;
+      EXPECT_TRUE(page.contains(x, y)) << x << ',' << y;
+      inside = true;
+    }
+  }
+  EXPECT_TRUE(inside);
+}
+
+TEST_F(TPrintLayoutTest, SomePagesAreAPdfOfTheirOwn) {
+  const TPrintLayout layout(List(100));
+  const TPdfReader pdf = Write(ToPdf({{&layout, 2, 2}}));
+  EXPECT_EQ(pdf.PageCount(), 1);
+  EXPECT_THAT(pdf.Text(), HasSubstr("Seite 2 von"));
+}
+
+TEST_F(TPrintLayoutTest, PagesThatAreNotThereArePassedOver) {
+  const TPrintLayout layout(List(1));
+  EXPECT_EQ(Write(ToPdf({{&layout, -3, 9}})).PageCount(), 1);
+  EXPECT_THROW(ToPdf({{&layout, 2, 3}}), Exception);
+  EXPECT_THROW(ToPdf({}), Exception);
+}
+
+TEST_F(TPrintLayoutTest, SeveralListsAreOneDocumentWithPageNumbersOfTheirOwn) {
+  const TPrintLayout one(List(1));
+  TPrintContent other = List(1);
+  other.Source = u"Auktion";
+  const TPrintLayout two(other);
+  const TPdfReader pdf = Write(ToPdf({{&one, 1, 1}, {&two, 1, 1}}));
+  EXPECT_EQ(pdf.PageCount(), 2);
+  EXPECT_THAT(pdf.Text(1), HasSubstr("Webseite"));
+  EXPECT_THAT(pdf.Text(2), HasSubstr("Auktion"));
+  EXPECT_THAT(pdf.Text(2), HasSubstr("Seite 1 von 1"));
+}
+
+}  // namespace
+}  // namespace kk
