@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "apps/desktop/print/PdfDocument.h"
+#include "apps/desktop/print/PrintOn.h"
 #include "apps/desktop/skin/AsUser.h"
 #include "apps/desktop/skin/QtText.h"
 
@@ -48,9 +48,7 @@ TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, const QPageLayout& iPa
 }
 
 void TPrintPreview::PaintAll(QPrinter& ioPrinter) const {
-  QPainter painter(&ioPrinter);
-  PaintPages(painter, ioPrinter.paperRect(QPrinter::DevicePixel),
-             {{&FLayout, 1, FLayout.PageCount()}}, [&] { return ioPrinter.newPage(); });
+  PrintOn(ioPrinter, {{&FLayout, 1, FLayout.PageCount()}});
 }
 
 void TPrintPreview::ShowPage(int iPage) {

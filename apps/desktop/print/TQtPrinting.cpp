@@ -10,11 +10,10 @@
 #include <QStandardPaths>
 #include <algorithm>
 
-#include "apps/desktop/print/PdfDocument.h"
+#include "apps/desktop/print/PrintOn.h"
 #include "apps/desktop/print/TPrintPreview.h"
 #include "apps/desktop/skin/AsUser.h"
 #include "apps/desktop/skin/QtText.h"
-#include "host/base/Exception.h"
 #include "host/common/TFileHelper.h"
 
 namespace kk {
@@ -62,14 +61,7 @@ class TQtPrinting::TJob : public IPrintJob {
       return;
     }
     printer.setDocName(FLayout.Title());
-    QPainter painter;
-    const bool done = painter.begin(&printer) &&
-                      PaintPages(painter, printer.paperRect(QPrinter::DevicePixel), pages,
-                                 [&] { return printer.newPage(); }) &&
-                      painter.end() && printer.printerState() != QPrinter::Error;
-    if (!done) {
-      throw Exception(Format(u"Der Drucker %s nimmt nichts an", {FromQt(printer.printerName())}));
-    }
+    PrintOn(printer, pages);
   }
 
  private:

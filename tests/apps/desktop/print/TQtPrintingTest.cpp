@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include "TPrintWorld.h"
+#include "apps/desktop/print/PrintOn.h"
 #include "apps/desktop/print/TPrintPreview.h"
 #include "apps/desktop/skin/QtText.h"
 #include "host/base/Exception.h"
@@ -116,6 +117,23 @@ TEST_F(TQtPrintingTest, AFileThatCannotBeWrittenIsTold) {
   ToFile();
   Printing.Printer().setOutputFileName(ToQt(Folder.File(u"fehlt/Küche.pdf")));
   EXPECT_THROW(Job->Print(1, 1), Exception);
+}
+
+TEST_F(TQtPrintingTest, APrinterGetsThePagesOnItsWholePaper) {
+  const TPrintLayout layout(List(100));
+  ToFile();
+  PrintOn(Printing.Printer(), {{&layout, 2, 3}});
+  EXPECT_EQ(File().PageCount(), 2);
+  EXPECT_THAT(File().Info("Page size"), HasSubstr("(A4)"));
+  const std::string text = Write(ToPdf({{&layout, 2, 3}})).Text();
+  EXPECT_EQ(File().Text(), text) << "the same place, the same size";
+}
+
+TEST_F(TQtPrintingTest, APrinterThatTakesNothingIsTold) {
+  const TPrintLayout layout(List(1));
+  ToFile();
+  Printing.Printer().setOutputFileName(ToQt(Folder.File(u"fehlt/Küche.pdf")));
+  EXPECT_THROW(PrintOn(Printing.Printer(), {{&layout, 1, 1}}), Exception);
 }
 
 TEST_F(TQtPrintingTest, PaperIsA4AndUpright) {
