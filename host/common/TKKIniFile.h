@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "host/base/TNotifyEventList.h"
 #include "host/base/TStringList.h"
+#include "host/base/WithCleanup.h"
 
 namespace kk {
 
@@ -41,6 +43,10 @@ class TKKIniFile : public TObject {
   /// Several changes as one write, at the last EndUpdate. Pairs may lie in one another.
   void BeginUpdate();
   void EndUpdate();
+  /// Runs the function between the two. What it has changed is written also if it raises, and then
+  /// a write that fails is logged.
+  template <class Function>
+  void InOneWrite(Function&& iFunction);
 
   /// Events raised when the settings have changed: by a caller of NotifyChanged (the settings
   /// dialog, the terminal's "settings set"), not by each write.
@@ -52,6 +58,12 @@ class TKKIniFile : public TObject {
   struct TImpl;
   std::unique_ptr<TImpl> FImpl;
 };
+
+template <class Function>
+void TKKIniFile::InOneWrite(Function&& iFunction) {
+  BeginUpdate();
+  WithCleanup(u"TKKIniFile", std::forward<Function>(iFunction), [this] { EndUpdate(); });
+}
 
 /// The process-wide settings file: the one that the host installed with SetIniFile.
 TKKIniFile& IniFile();

@@ -1,12 +1,16 @@
 #include "host/controls/TSpinEdit.h"
 
-#include <limits>
-
 namespace kk {
+
+void TSpinEdit::SetBounds(int iMinValue, int iMaxValue) {
+  TControl::SetValue(FMinValue, iMinValue);
+  TControl::SetValue(FMaxValue, iMaxValue);
+  SetValue(FValue);
+}
 
 bool TSpinEdit::EnterValue(int iValue) {
   return AsUser([this, iValue] {
-    if (FValue == iValue) return false;
+    if (FValue == Bounded(iValue)) return false;
     SetValue(iValue);
     if (FOnChange) FOnChange(this);
     return true;

@@ -1,7 +1,7 @@
 #include "apps/desktop/skin/TSpinEditBinder.h"
 
 #include <QEvent>
-#include <limits>
+#include <algorithm>
 
 #include "apps/desktop/skin/QtOwned.h"
 
@@ -9,19 +9,19 @@ namespace kk {
 
 namespace {
 
-// As wide as the numbers that people use, though it takes all.
+// As wide as the numbers that people use, whichever it takes.
 class TNumberBox : public QSpinBox {
  public:
-  TNumberBox() { setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max()); }
-
   QSize sizeHint() const override { return Narrowed(QSpinBox::sizeHint()); }
   QSize minimumSizeHint() const override { return Narrowed(QSpinBox::minimumSizeHint()); }
 
  private:
   QSize Narrowed(QSize iHint) const {
     const QFontMetrics metrics = fontMetrics();
-    const int saved = metrics.horizontalAdvance(QString::number(minimum())) -
-                      metrics.horizontalAdvance(QStringLiteral("-9999"));
+    const auto widthOf = [&metrics](int iNumber) {
+      return metrics.horizontalAdvance(QString::number(iNumber));
+    };
+    const int saved = std::max(widthOf(minimum()), widthOf(maximum())) - widthOf(-9999);
     return iHint - QSize(saved, 0);
   }
 };
@@ -42,6 +42,9 @@ bool TSpinEditBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
   return TBinder::eventFilter(iObject, iEvent);
 }
 
-void TSpinEditBinder::Render() { View().setValue(Control().Value()); }
+void TSpinEditBinder::Render() {
+  View().setRange(Control().MinValue(), Control().MaxValue());
+  View().setValue(Control().Value());
+}
 
 }  // namespace kk

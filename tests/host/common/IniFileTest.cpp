@@ -3,6 +3,7 @@
 #include <rapidcheck/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <limits>
@@ -46,6 +47,26 @@ TEST_F(TKKIniFileTest, AMissingFileHasTheDefaults) {
   FIni.DeleteKey(u"A", u"k");
   EXPECT_TRUE(FFolder.Names().empty());
   EXPECT_EQ(FIni.GetFileName(), FFolder.File(u"k.ini"));
+}
+
+TEST_F(TKKIniFileTest, WhatAFunctionChangesIsOneWriteAlsoIfItRaises) {
+  TFaultyFileLayer layer;
+  FIni.InOneWrite([&] {
+    FIni.WriteString(u"A", u"a", u"1");
+    FIni.WriteString(u"A", u"b", u"2");
+    EXPECT_EQ(Read(u"A", u"b"), u"2");
+    EXPECT_EQ(layer.Calls().size(), 0u);
+  });
+  EXPECT_EQ(std::ranges::count(layer.Calls(), "rename"), 1);
+  EXPECT_THROW(FIni.InOneWrite([&] {
+    FIni.WriteString(u"A", u"c", u"3");
+    throw EConvertError(u"x");
+  }),
+               EConvertError);
+  EXPECT_EQ(Bytes(), "[A]\na=1\nb=2\nc=3\n");
+  layer.FailAll("write", ENOSPC);
+  EXPECT_THROW(FIni.InOneWrite([&] { FIni.WriteString(u"A", u"d", u"4"); }), EInOutError);
+  EXPECT_EQ(Read(u"A", u"d"), u"(none)");
 }
 
 TEST_F(TKKIniFileTest, WritesEveryChangeAtOnceForThisUserAlone) {

@@ -43,6 +43,25 @@ TEST_F(TSpinEditTest, HasNoBoundsButThoseOfItsType) {
   EXPECT_EQ(Spin.Value(), TLimits::min());
 }
 
+TEST_F(TSpinEditTest, ANumberBeyondABoundBecomesTheBound) {
+  TSkinRecorder skin;
+  Form.SetObserver(&skin);
+  Spin.SetBounds(1, 1000);
+  EXPECT_EQ(skin.Take(), (TNotes{"changed spnedt", "changed spnedt", "changed spnedt"}));
+  Form.SetObserver(nullptr);
+  EXPECT_EQ(Spin.MinValue(), 1);
+  EXPECT_EQ(Spin.MaxValue(), 1000);
+  EXPECT_EQ(Spin.Value(), 1) << "what stood there before, too";
+  EXPECT_FALSE(Spin.EnterValue(0)) << "it is the bound already";
+  EXPECT_EQ(OnChange.Count, 0);
+  EXPECT_TRUE(Spin.EnterText(u"1001"));
+  EXPECT_EQ(Spin.Value(), 1000);
+  Spin.SetValue(-5);
+  EXPECT_EQ(Spin.Value(), 1);
+  EXPECT_TRUE(Spin.EnterValue(999));
+  EXPECT_EQ(Spin.Value(), 999);
+}
+
 TEST_F(TSpinEditTest, WhatIsTypedIsReadAsANumber) {
   EXPECT_TRUE(Spin.EnterText(u" 12 "));
   EXPECT_EQ(Spin.Value(), 12);

@@ -256,6 +256,23 @@ TEST_F(TPlainBindersTest, ANumberIsTypedSteppedAndSet) {
   EXPECT_THAT(FForm.Take(), IsEmpty());
 }
 
+TEST_F(TPlainBindersTest, ANumberHasTheBoundsOfItsControlAndAlwaysTheSameWidth) {
+  auto& number = Of<QSpinBox>(FForm.spnedtNumber);
+  EXPECT_EQ(number.minimum(), std::numeric_limits<int>::min());
+  EXPECT_EQ(number.maximum(), std::numeric_limits<int>::max());
+  const int width = number.sizeHint().width();
+  FForm.spnedtNumber.SetBounds(1, 1000);
+  FForm.spnedtNumber.SetValue(1000);
+  FShown.Skin().Flush();
+  EXPECT_EQ(number.minimum(), 1);
+  EXPECT_EQ(number.maximum(), 1000);
+  EXPECT_EQ(number.value(), 1000);
+  EXPECT_EQ(number.sizeHint().width(), width);
+  EXPECT_EQ(FForm.spnedtNumber.Value(), 1000) << "it is the program that has set it";
+  number.stepBy(1);
+  EXPECT_EQ(FForm.spnedtNumber.Value(), 1000);
+}
+
 TEST_F(TPlainBindersTest, TheWheelTurnsOnlyWhatHasTheFocus) {
   const auto turn = [](QWidget& ioWidget) {
     QWheelEvent event(QPointF(2, 2), ioWidget.mapToGlobal(QPointF(2, 2)), {}, QPoint(0, -120),
