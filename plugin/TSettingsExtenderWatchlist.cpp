@@ -1,9 +1,11 @@
 #include "plugin/TSettingsExtenderWatchlist.h"
 
+#include "settings/page/TSettingsNodeWatchlist.h"
+
 namespace kk {
 
-TSettingsExtenderWatchlist::TSettingsExtenderWatchlist(const TIntf<ISettingsNode>& iNode) {
-  if (iNode) AddNodeBefore(cSettingsNodeIdPluginsBefore, iNode);
+TSettingsExtenderWatchlist::TSettingsExtenderWatchlist() {
+  AddNodeBefore(cSettingsNodeIdPluginsBefore, MakeIntf<TSettingsNodeWatchlist>());
 }
 
 }  // namespace kk

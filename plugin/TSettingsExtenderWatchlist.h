@@ -4,11 +4,11 @@
 
 namespace kk {
 
-/// Puts the watch list's settings page in front of the plug-ins' pages. Main thread.
+/// Brings the watch list's settings page, a new one for each dialog, and puts it in front of the
+/// plug-ins' pages. Main thread.
 class TSettingsExtenderWatchlist : public TCommonSettingsExtender {
  public:
-  /// iNode: the page; empty while there is none, and then the settings dialog gets none.
-  explicit TSettingsExtenderWatchlist(const TIntf<ISettingsNode>& iNode);
+  TSettingsExtenderWatchlist();
 };
 
 }  // namespace kk

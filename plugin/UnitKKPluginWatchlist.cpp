@@ -12,6 +12,7 @@
 #include "plugin/texts/UnitKKPluginWatchlistConsts.h"
 #include "plugin/texts/UnitKKPluginWatchlistResourceStrings.h"
 #include "settings/TIniFileSectionWatchlist.h"
+#include "settings/TSettingsTextWatchlist.h"
 
 namespace kk {
 
@@ -194,8 +195,25 @@ std::vector<TSettingsKeyInfo> TPluginWatchlist::GetSettingsKeys() const {
   return TIniFileSectionWatchlist::Keys();
 }
 
+TString TPluginWatchlist::GetSettingsNode() const {
+  return TSettingsTextWatchlist::GetSettingsNode();
+}
+
+const TStringList& TPluginWatchlist::GetSettings() {
+  TSettingsTextWatchlist::GetSettings(FSettingslist);
+  return FSettingslist;
+}
+
+TString TPluginWatchlist::GetSettingsName() const {
+  return TSettingsTextWatchlist::GetSettingsName();
+}
+
+void TPluginWatchlist::SetSettings(const TStringList& iList) {
+  TSettingsTextWatchlist::SetSettings(iList);
+}
+
 TIntf<ISettingsExtender> TPluginWatchlist::GetSettingsExtender() const {
-  return MakeIntf<TSettingsExtenderWatchlist>(TIntf<ISettingsNode>());
+  return MakeIntf<TSettingsExtenderWatchlist>();
 }
 
 TIntf<IPluginDataPublisher> TPluginWatchlist::GetDataPublisher() {

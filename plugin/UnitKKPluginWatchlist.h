@@ -8,6 +8,7 @@
 #include "host/contract/ISearchLocationIntegration.h"
 #include "host/contract/ISettingsExtender.h"
 #include "host/contract/ISettingsKeys.h"
+#include "host/contract/ISettingsPublisher.h"
 #include "host/contract/TCommonPlugin.h"
 #include "persistence/TWatchlistDataPublisher.h"
 #include "plugin/TPluginIntegrationWatchlist.h"
@@ -27,8 +28,8 @@ namespace kk {
 /// calls Uninitialize also on a plug-in that was never initialised or whose Initialize failed: it
 /// lets go of the handler then, and saves nothing, because nothing was loaded. After Uninitialize
 /// the plug-in can't be initialised again. Main thread.
-class TPluginWatchlist
-    : public TCommonPlugin<IMultiThreadPlugin, ISearchLocationIntegration, ISettingsKeys> {
+class TPluginWatchlist : public TCommonPlugin<IMultiThreadPlugin, ISearchLocationIntegration,
+                                              ISettingsKeys, ISettingsPublisher> {
  public:
   TPluginWatchlist();
   ~TPluginWatchlist() override;
@@ -57,6 +58,12 @@ class TPluginWatchlist
   // ISettingsKeys
   std::vector<TSettingsKeyInfo> GetSettingsKeys() const override;
 
+  // ISettingsPublisher: the preferences as TSettingsTextWatchlist has them. Needs no Initialize.
+  TString GetSettingsNode() const override;
+  const TStringList& GetSettings() override;
+  TString GetSettingsName() const override;
+  void SetSettings(const TStringList& iList) override;
+
   TIntf<IPluginIntegration> GetIntegration() const { return FIntegration; }
   /// A new object at each call.
   TIntf<ISettingsExtender> GetSettingsExtender() const;
@@ -82,7 +89,7 @@ class TPluginWatchlist
   TIntf<IToolbarExtender> FToolbarExtender;
   TIntf<IPluginIntegration> FIntegration;
   TIntf<IPluginDataPublisher> FDataPublisher;
-  TStringList FSettingslist;  // of the exchange of settings, which is still to come
+  TStringList FSettingslist;  // what GetSettings answers
   std::unique_ptr<TfrmKKWatchlist> FForm;
   TIntf<TWatchlistAccess> FAccess;
   TIntf<TToolbarButtonWatchlist> FToolbarButton;

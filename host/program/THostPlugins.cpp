@@ -227,4 +227,12 @@ std::vector<TSettingsKeyInfo> THostPlugins::SettingsKeys() const {
   return result;
 }
 
+std::vector<TIntf<ISettingsPublisher>> THostPlugins::SettingsPublishers() const {
+  std::vector<TIntf<ISettingsPublisher>> result;
+  for (const TIntf<IPlugin>& plugin : All()) {
+    if (auto publisher = Supports<ISettingsPublisher>(plugin)) result.push_back(publisher);
+  }
+  return result;
+}
+
 }  // namespace kk

@@ -10,6 +10,7 @@
 #include "host/contract/ISearchSource.h"
 #include "host/contract/ISettingsExtender.h"
 #include "host/contract/ISettingsKeys.h"
+#include "host/contract/ISettingsPublisher.h"
 #include "host/contract/IToolbarExtender.h"
 #include "host/contract/IWatchlist.h"
 #include "host/contract/IWatchlistAccess.h"
@@ -86,6 +87,9 @@ class THostPlugins {
                                                    const TIntf<ISearchResult>& iResult) const;
   /// All settings that plug-ins describe. Needs no Initialize.
   std::vector<TSettingsKeyInfo> SettingsKeys() const;
+  /// The plug-ins that exchange their settings as text, in the order of loading. Needs no
+  /// Initialize.
+  std::vector<TIntf<ISettingsPublisher>> SettingsPublishers() const;
 
  private:
   void Exchange();

@@ -189,6 +189,8 @@ inline constexpr TStringView cExplorerbandbarBitmapPrint = u"EXPLORERBANDBARICO_
 // The settings.
 inline constexpr TStringView cSettingsSectionWatchlist = u"Watchlist";
 inline constexpr TStringView cDefaultSoundFileName = u"remind.wav";
+inline constexpr TGuid cWatchlistSettingsNodeId =
+    GuidLiteral("{4039E44B-70D4-41D3-86E6-C8CB02CD59FA}");
 
 /// The message by which the wait window starts its work from within its own modal loop.
 inline constexpr int cUserMessageGoOn = 0x500;

@@ -326,6 +326,7 @@ inline constexpr TStringView _resEditCancel = u"&Abbrechen";
 inline constexpr TStringView _resRefusedNotReady = u"Die Beobachtenliste ist nicht bereit.";
 inline constexpr TStringView _resRefusedNoSuchCategory = u"Es gibt keine Kategorie mit der Id %s.";
 inline constexpr TStringView _resRefusedNoSuchItem = u"Es gibt keinen Eintrag mit der Id %s.";
+inline constexpr TStringView _resRefusedNoSuchSource = u"Es gibt keine Quelle mit der Id %s.";
 inline constexpr TStringView _resRefusedEmptyName = u"Bitte geben Sie einen Namen an.";
 inline constexpr TStringView _resRefusedUnassigned =
     u"Das geht nicht mit der Kategorie \"<Keiner Kategorie zugewiesen>\".";
@@ -333,6 +334,44 @@ inline constexpr TStringView _resRefusedIntoItself =
     u"Eine Kategorie kann nicht in sich selbst oder eine ihrer Unterkategorien verschoben werden.";
 inline constexpr TStringView _resRefusedTooDeep =
     u"Kategorien können höchstens %d Ebenen tief verschachtelt werden.";
+
+// The settings page, and the name under which settings are exchanged.
+inline constexpr TStringView _resSettingsCaption = u"Beobachten";
+inline constexpr TStringView _resSettingsUpdate = u"Aktualisierung";
+inline constexpr TStringView _resSettingsUpdateOnStartup =
+    u"Einträge bei Programmstart aktualisieren";
+inline constexpr TStringView _resSettingsUpdateOnInterval = u"Einträge automatisch alle";
+inline constexpr TStringView _resSettingsInterval = u"Stunden aktualisieren";
+inline constexpr TStringView _resSettingsView = u"Darstellung";
+inline constexpr TStringView _resSettingsShowAddDialog =
+    u"Kategorieauswahlfenster beim Hinzufügen von Einträgen anzeigen";
+inline constexpr TStringView _resSettingsShowItemCount =
+    u"Anzahl der Einträge hinter Kategorien anzeigen";
+inline constexpr TStringView _resSettingsShowItemCountRecursive =
+    u"Dabei auch Einträge in untergeordneten Kategorien berücksichtigen";
+inline constexpr TStringView _resSettingsReminder = u"Voreinstellung Erinnerung";
+inline constexpr TStringView _resSettingsSoundfile = u"Sounddatei";
+inline constexpr TStringView _resSettingsChooseSoundfile = u"...";
+inline constexpr TStringView _resSettingsSoundfileTitle = u"Bitte Sounddatei auswählen";
+inline constexpr TStringView _resSettingsSoundfileFilter = u"Sounddatei (*.wav)|*.wav";
+inline constexpr TStringView _resSettingsStoreLastSelectedSoundfile =
+    u"Zuletzt ausgewählte Sounddatei speichern";
+inline constexpr TStringView _resSettingsAutoActivateReminder =
+    u"Beim Hinzufügen immer automatisch Erinnerung aktivieren (sofern möglich)";
+inline constexpr TStringView _resSettingsUseLastSettings =
+    u"Immer den zuletzt gewählten Zeitpunkt nutzen";
+inline constexpr TStringView _resSettingsUseDefaultSettings =
+    u"Immer folgende Standardeinstellungen nutzen:";
+inline constexpr TStringView _resSettingsRemindType = u"Benachrichtigung";
+inline constexpr std::array<TStringView, 2> cSettingsRemindTypeText = {u"Nur Sound",
+                                                                       u"Meldungsfenster"};
+inline constexpr TStringView _resSettingsTimeSpan = u"Nach Ablauf von";
+inline constexpr TStringView _resSettingsHours = u"Std";
+inline constexpr TStringView _resSettingsMinutes = u"Min";
+inline constexpr TStringView _resSettingsSeconds = u"Sek";
+inline constexpr TStringView _resSettingsTimeRelative = u"vor Ablauf der Auktion";
+inline constexpr TStringView _resSettingsNoInteger = u"'%s' ist keine gültige ganze Zahl";
+inline constexpr TStringView _resSettingsNoBoolean = u"'%s' ist weder \"-1\" noch \"0\"";
 
 // Export and import.
 inline constexpr TStringView _resExportCaption = u"Beobachten (Export)";
@@ -347,6 +386,14 @@ inline constexpr TStringView _resExchangeFilter =
     u"Beobachten-Dateien (*.wch)|*.wch|Alle Dateien (*.*)|*.*";
 inline constexpr TStringView _resExportNothing =
     u"Es liegen keine Einträge vor, die exportiert werden können.";
+// An export without the dialog refuses these.
+inline constexpr TStringView _resExportOwnFile =
+    u"In %s steht die Beobachtenliste selbst. Bitte geben Sie eine andere Datei an.";
+inline constexpr TStringView _resExportNoFile =
+    u"%s ist ein Ordner oder Gerät. Bitte geben Sie eine Datei an.";
+// A file that was given to the program, and not chosen in the dialog.
+inline constexpr TStringView _resImportUnreadable =
+    u"Diese Datei ist keine Beobachtenliste oder beschädigt: %s";
 /// Followed by today's date in its short form.
 inline constexpr TStringView _resImportCategoryName = u"Import ";
 inline constexpr TStringView _resImportAskForCategoryCaption = u"Beobachten - Kategorie";
@@ -373,8 +420,5 @@ inline constexpr TStringView _resPrintCategory = u"%s (%d)";
 /// The 7 is a part of the text, not the version of the program.
 inline constexpr TStringView _resPrintTitle = u"Kaufkobolde 7 -> Beobachten -> %s";
 inline constexpr TStringView _resPrintDate = u"Gedruckt am: %s";
-
-// What the section can't do yet.
-inline constexpr TStringView _resNoPrintYet = u"Das Drucken ist noch nicht eingebaut.";
 
 }  // namespace kk

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "host/controls/TCommonExplorerBarPanel.h"
-#include "host/controls/TCommonSettingsNode.h"
 #include "plugin/TExplorerBarExtenderMoreOptionsWatchList.h"
 #include "plugin/TPluginIntegrationWatchlist.h"
 #include "plugin/TSettingsExtenderWatchlist.h"
@@ -64,23 +63,18 @@ TEST(TPluginIntegrationWatchlist, EachCallerGetsItsOwnWatchlist) {
 }
 
 TEST(TSettingsExtenderWatchlist, PageStandsBeforeThePluginsPages) {
-  class TPage : public TCommonSettingsNode {
-   public:
-    TGuid GetId() const override { return {}; }
-    TString GetCaption() const override { return {}; }
-    void LoadSettings() override {}
-    void SaveSettings() override {}
-    TPanel& GetFrame() override { return FFrame; }
-
-   private:
-    TPanel FFrame{nullptr};
-  };
-  const auto page = MakeIntf<TPage>();
-  const auto extender = MakeIntf<TSettingsExtenderWatchlist>(page);
+  const auto extender = MakeIntf<TSettingsExtenderWatchlist>();
   ASSERT_EQ(extender->GetCount(), 1);
-  EXPECT_EQ(extender->GetNode(0), TIntf<ISettingsNode>(page));
+  EXPECT_EQ(GUIDToString(extender->GetNode(0)->GetId()), u"{4039E44B-70D4-41D3-86E6-C8CB02CD59FA}");
+  EXPECT_EQ(extender->GetNode(0)->GetCaption(), u"Beobachten");
   EXPECT_EQ(extender->GetBefore(0), cSettingsNodeIdPluginsBefore);
-  EXPECT_EQ(MakeIntf<TSettingsExtenderWatchlist>(TIntf<ISettingsNode>())->GetCount(), 0);
+}
+
+TEST(TSettingsExtenderWatchlist, EachBringsAPageOfItsOwn) {
+  const auto first = MakeIntf<TSettingsExtenderWatchlist>();
+  const auto second = MakeIntf<TSettingsExtenderWatchlist>();
+  EXPECT_EQ(first->GetNode(0), first->GetNode(0));
+  EXPECT_FALSE(first->GetNode(0) == second->GetNode(0));
 }
 
 class TExplorerBarExtenderTest : public testing::Test {

@@ -54,7 +54,7 @@ TEST_F(TPluginWatchlistTest, QueryAnswersTheInterfacesOfTheRoot) {
   EXPECT_EQ(Ask<IPluginIntegration>(), Plugin->GetIntegration());
   EXPECT_TRUE(Ask<IToolbarExtender>());
   EXPECT_TRUE(Ask<IWatchlistAccess>());
-  EXPECT_FALSE(Ask<ISettingsPublisher>()) << "not built yet";
+  EXPECT_TRUE(Ask<ISettingsPublisher>());
   EXPECT_FALSE(Ask<IWatchlist>());
 }
 
@@ -78,7 +78,24 @@ TEST_F(TPluginWatchlistTest, DataPublisherIsOneAndSettingsExtenderIsNewEachTime)
   const TIntf<ISettingsExtender> first = Plugin->GetSettingsExtender();
   const TIntf<ISettingsExtender> second = Plugin->GetSettingsExtender();
   EXPECT_FALSE(first == second);
-  EXPECT_EQ(first->GetCount(), 0) << "there is no page yet";
+  EXPECT_EQ(first->GetCount(), 1);
+}
+
+TEST_F(TPluginWatchlistTest, SettingsAreExchangedAsTextWithoutInitialize) {
+  const auto publisher = Ask<ISettingsPublisher>();
+  EXPECT_EQ(publisher->GetSettingsNode(), u"Watchlist");
+  EXPECT_EQ(publisher->GetSettingsName(), u"Beobachten");
+  const TStringList& list = publisher->GetSettings();
+  EXPECT_EQ(list.GetCount(), 16);
+  EXPECT_EQ(list.Get(0), u"[Watchlist]");
+  EXPECT_EQ(list.Get(1), u"Name=Beobachten");
+  EXPECT_EQ(list.GetValue(u"UpdateOnStartup"), u"0");
+  publisher->SetSettings({u"UpdateOnStartup=-1"});
+  EXPECT_TRUE(TIniFileSectionWatchlist().GetUpdateOnStartup());
+  EXPECT_EQ(list.GetValue(u"UpdateOnStartup"), u"0") << "until the next call";
+  EXPECT_EQ(&publisher->GetSettings(), &list) << "it is the plug-in's own";
+  EXPECT_EQ(list.GetCount(), 16);
+  EXPECT_EQ(list.GetValue(u"UpdateOnStartup"), u"-1");
 }
 
 // Life cycle.

@@ -255,9 +255,13 @@ class TFakeSearchPlugin : public TCommonPlugin<IPlugin, ISearchSource, ISearchLo
     return MakeIntf<TFakeButton>(FOrders[static_cast<size_t>(iIndex)]);
   }
   TIntf<ISettingsNode> GetNode(int) const override { return {}; }
+  bool QueryDelegated(const TGuid& iIid, void** oInterface) override {
+    return Publisher && Publisher->QueryInterface(iIid, oInterface);
+  }
   TGuid GetBefore(int) const override { return cEmptyGuid; }
 
   const TIntf<IIntegrationInfo> Extension = MakeIntf<TExtension>();
+  TIntf<ISettingsPublisher> Publisher;
   TString InitializeFailure;
   TString ExtensionFailure;
   TString TrayFailure;
@@ -323,6 +327,24 @@ TEST_F(THostPluginsScreenTest, ThePagesOfAllComeInTheOrderOfLoading) {
   const auto pages = World.Plugins.SettingsPages();
   ASSERT_THAT(pages, SizeIs(2));
   EXPECT_EQ(pages[0], Supports<ISettingsExtender>(TIntf<IPlugin>(One)));
+}
+
+TEST_F(THostPluginsScreenTest, WhoPublishesSettingsIsFoundWithoutInitialize) {
+  class TPublisher : public TInterfaced<ISettingsPublisher> {
+   public:
+    TString GetSettingsNode() const override { return u"Vier"; }
+    const TStringList& GetSettings() override { return FList; }
+    TString GetSettingsName() const override { return {}; }
+    void SetSettings(const TStringList&) override {}
+
+   private:
+    TStringList FList;
+  };
+  EXPECT_THAT(World.Plugins.SettingsPublishers(), IsEmpty());
+  Two->Publisher = MakeIntf<TPublisher>();
+  const auto publishers = World.Plugins.SettingsPublishers();
+  ASSERT_THAT(publishers, SizeIs(1));
+  EXPECT_EQ(publishers[0]->GetSettingsNode(), u"Vier");
 }
 
 TEST_F(THostPluginsScreenTest, OneNoKeepsTheProgramFromTheTray) {

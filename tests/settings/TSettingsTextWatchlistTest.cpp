@@ -1,0 +1,294 @@
+#include "settings/TSettingsTextWatchlist.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "host/base/Exception.h"
+#include "settings/TIniFileSectionWatchlist.h"
+#include "tests/support/TFaultyFileLayer.h"
+#include "tests/support/TTempFolder.h"
+#include "tests/support/TTestIniFile.h"
+
+namespace kk {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+using TLines = std::vector<std::string>;
+
+class TSettingsTextWatchlistTest : public testing::Test {
+ protected:
+  static TLines Get() {
+    TStringList list;
+    list.Add(u"what stood there before");
+    TSettingsTextWatchlist::GetSettings(list);
+    TLines lines;
+    for (const TString& line : list.Lines()) lines.push_back(ToUtf8(line));
+    return lines;
+  }
+  static void Set(const TStringList& iList) { TSettingsTextWatchlist::SetSettings(iList); }
+  // What the conversion says of a line; "stored" if nothing.
+  static std::string Refusal(TStringView iLine) {
+    try {
+      Set({TString(iLine)});
+    } catch (const EConvertError& e) {
+      return ToUtf8(e.Message());
+    }
+    return "stored";
+  }
+  TLines Stored() const {
+    TStringList lines;
+    FFile.ReadSectionValues(u"Watchlist", lines);
+    TLines result;
+    for (const TString& line : lines.Lines()) result.push_back(ToUtf8(line));
+    return result;
+  }
+  // A settings file as it is at the beginning.
+  void Forget() {
+    TStringList keys;
+    FFile.ReadSection(u"Watchlist", keys);
+    FFile.DeleteKeys(u"Watchlist", keys);
+  }
+
+  TTempFolder FFolder{true};
+  TTestIniFile FFile{FFolder.File(u"settings.ini")};
+};
+
+TEST_F(TSettingsTextWatchlistTest, AFreshFileGivesSixteenLinesInTheirOrder) {
+  EXPECT_THAT(
+      Get(),
+      ElementsAre("[Watchlist]", "Name=Beobachten", "ShowItemCountInTree=-1",
+                  "ShowItemCountInTreeRecursive=-1", "ShowAddDialog=-1", "UpdateOnStartup=0",
+                  "UpdateOnInterval=0", "UpdateIntervalInHrs=24", "AutoActivateReminder=0",
+                  "UseDefaultReminderTimes=0", "DefaultReminderHours=1", "DefaultReminderMinutes=0",
+                  "DefaultReminderSeconds=0", "DefaultReminderAfterTime=0",
+                  "RelativeTimeInMinutes=0", "DefaultRemindType=1"));
+  EXPECT_THAT(FFolder.Names(), IsEmpty()) << "to look changes nothing";
+}
+
+TEST_F(TSettingsTextWatchlistTest, HasItsNames) {
+  EXPECT_EQ(TSettingsTextWatchlist::GetSettingsNode(), u"Watchlist");
+  EXPECT_EQ(TSettingsTextWatchlist::GetSettingsName(), u"Beobachten");
+}
+
+TEST_F(TSettingsTextWatchlistTest, EachLineIsTheKeyThatItNames) {
+  Set({u"ShowItemCountInTree=0", u"ShowItemCountInTreeRecursive=0", u"ShowAddDialog=0",
+       u"UpdateOnStartup=-1", u"UpdateOnInterval=-1", u"UpdateIntervalInHrs=25",
+       u"AutoActivateReminder=-1", u"UseDefaultReminderTimes=-1", u"DefaultReminderHours=2",
+       u"DefaultReminderMinutes=3", u"DefaultReminderSeconds=-4", u"DefaultReminderAfterTime=-1",
+       u"RelativeTimeInMinutes=5", u"DefaultRemindType=0"});
+  const TIniFileSectionWatchlist section;
+  EXPECT_FALSE(section.GetShowItemCountInTree());
+  EXPECT_FALSE(section.GetShowItemCountInTreeRecursive());
+  EXPECT_FALSE(section.GetShowAddDialog());
+  EXPECT_TRUE(section.GetUpdateOnStartup());
+  EXPECT_TRUE(section.GetUpdateOnInterval());
+  EXPECT_EQ(section.GetUpdateIntervalInHrs(), 25);
+  EXPECT_TRUE(section.GetAutoActivateReminder());
+  EXPECT_TRUE(section.GetUseDefaultReminderTimes());
+  EXPECT_EQ(section.GetDefaultReminderHours(), 2);
+  EXPECT_EQ(section.GetDefaultReminderMinutes(), 3);
+  EXPECT_EQ(section.GetDefaultReminderSeconds(), -4);
+  EXPECT_TRUE(section.GetDefaultReminderAfterTime());
+  EXPECT_EQ(section.GetRelativeTimeIndex(), 5);
+  EXPECT_EQ(section.GetDefaultRemindType(), 0);
+  EXPECT_THAT(Stored(), SizeIs(14));
+  EXPECT_THAT(
+      Get(),
+      ElementsAre("[Watchlist]", "Name=Beobachten", "ShowItemCountInTree=0",
+                  "ShowItemCountInTreeRecursive=0", "ShowAddDialog=0", "UpdateOnStartup=-1",
+                  "UpdateOnInterval=-1", "UpdateIntervalInHrs=25", "AutoActivateReminder=-1",
+                  "UseDefaultReminderTimes=-1", "DefaultReminderHours=2",
+                  "DefaultReminderMinutes=3", "DefaultReminderSeconds=-4",
+                  "DefaultReminderAfterTime=-1", "RelativeTimeInMinutes=5", "DefaultRemindType=0"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, WhatIsThisInstallationsOwnDoesNotGoAlong) {
+  TIniFileSectionWatchlist section;
+  const TLines before = Get();
+  section.SetSoundFile(u"/x.wav");
+  section.SetStoreLastSelectedSoundFile(false);
+  section.SetCategoryTreeWidth(300);
+  section.SetExplorerBarWidth(300);
+  section.SetLastSelected(u"x");
+  section.SetRemindType(0);
+  section.SetRemindTimeSpanOffsetInSecs(1);
+  section.SetRemindTimeRelative(1);
+  section.SetUpdateLastDate(TDateTime::FromMs(TDateTime::cMsPerSecond));
+  section.SetDefaultCategory(NewGuid(), NewGuid());
+  EXPECT_EQ(Get(), before);
+  const TLines stored = Stored();
+  Set({u"SoundFile=/y.wav", u"StoreLastSelectedSoundFile=-1", u"CategoryTreeWidth=1",
+       u"ExplorerBarWidth=1", u"LastSelected=y", u"RemindType=3", u"RemindTimeSpanOffsetInSecs=3",
+       u"RemindTimeRelativeIndex=3", u"UpdateLastDate=", u"DefaultCategory0=;"});
+  EXPECT_EQ(Stored(), stored);
+}
+
+TEST_F(TSettingsTextWatchlistTest, LongerKeyDoesNotCountAsTheShorterOne) {
+  Set({u"ShowItemCountInTreeRecursive=0"});
+  EXPECT_THAT(Stored(), ElementsAre("ShowItemCountInTreeRecursive=0"));
+  Set({u"ShowItemCountInTree=0"});
+  EXPECT_THAT(Stored(), ElementsAre("ShowItemCountInTreeRecursive=0", "ShowItemCountInTree=0"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, LinesThatMatchNothingArePassedOver) {
+  Set({u"[Watchlist]", u"Name=Beobachten", u"", u"=", u"[Anderes]", u"UpdateOn=oft",
+       u"DefaultReminder=oft"});
+  EXPECT_THAT(Stored(), IsEmpty());
+}
+
+TEST_F(TSettingsTextWatchlistTest, KeysWithoutALineKeepTheirValues) {
+  Set({u"UpdateIntervalInHrs=7", u"DefaultReminderHours=3"});
+  Set({u"UpdateIntervalInHrs=8"});
+  Set({});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=8", "DefaultReminderHours=3"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, AFailureLeavesTheRestUnread) {
+  EXPECT_THROW(Set({u"UpdateOnStartup=-1", u"UpdateIntervalInHrs=oft", u"UpdateOnInterval=-1"}),
+               EConvertError);
+  EXPECT_THAT(Stored(), ElementsAre("UpdateOnStartup=1"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, AKeyIsFoundInsideOtherTextAndTheRestMustConvert) {
+  Set({u"1UpdateIntervalInHrs=2", u"  DefaultReminderMinutes=7  ", u"-DefaultReminderSeconds=8",
+       u"AutoActivateReminder=-1"});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=12", "DefaultReminderMinutes=7",
+                                    "DefaultReminderSeconds=-8", "AutoActivateReminder=1"));
+  EXPECT_EQ(Refusal(u"; UpdateIntervalInHrs=2"), "'; 2' ist keine gültige ganze Zahl");
+  EXPECT_EQ(Refusal(u"MyUpdateOnStartup=0"), "'My0' ist weder \"-1\" noch \"0\"");
+}
+
+TEST_F(TSettingsTextWatchlistTest, OnlyTheKeyWithItsSignIsCutOutAndOnlyOnce) {
+  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs"), "'UpdateIntervalInHrs' ist keine gültige ganze Zahl");
+  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs =3"),
+            "'UpdateIntervalInHrs =3' ist keine gültige ganze Zahl");
+  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs=UpdateIntervalInHrs=3"),
+            "'UpdateIntervalInHrs=3' ist keine gültige ganze Zahl");
+  EXPECT_EQ(Refusal(u"ShowAddDialog ShowAddDialog=0"),
+            "'ShowAddDialog 0' ist weder \"-1\" noch \"0\"");
+}
+
+TEST_F(TSettingsTextWatchlistTest, AKeyIsFoundWithRegardToCase) {
+  Set({u"updateonstartup=-1", u"UPDATEINTERVALINHRS=oft"});
+  EXPECT_THAT(Stored(), IsEmpty());
+}
+
+TEST_F(TSettingsTextWatchlistTest, TheOrderOfTheKeysDecidesAndNotThatOfTheLine) {
+  EXPECT_EQ(Refusal(u"UpdateOnInterval=UpdateOnStartup=1"),
+            "'UpdateOnInterval=1' ist weder \"-1\" noch \"0\"");
+  EXPECT_EQ(Refusal(u"DefaultReminderHours=AutoActivateReminder=1"),
+            "'DefaultReminderHours=1' ist weder \"-1\" noch \"0\"");
+  EXPECT_EQ(Refusal(u"AutoActivateReminder=UpdateIntervalInHrs=1"),
+            "'AutoActivateReminder=1' ist keine gültige ganze Zahl");
+  EXPECT_THAT(Stored(), IsEmpty());
+}
+
+TEST_F(TSettingsTextWatchlistTest, BooleansAreReadAsNumbersAndWords) {
+  for (const TString value : {u"-1", u"1", u"17", u"true", u"True", u" -1 "}) {
+    Forget();
+    EXPECT_EQ(Refusal(u"UpdateOnStartup=" + value), "stored");
+    EXPECT_THAT(Stored(), ElementsAre("UpdateOnStartup=1")) << ToUtf8(value);
+  }
+  for (const TString value : {u"0", u"00", u"-0", u"false", u"FALSE"}) {
+    Forget();
+    EXPECT_EQ(Refusal(u"ShowAddDialog=" + value), "stored");
+    EXPECT_THAT(Stored(), ElementsAre("ShowAddDialog=0")) << ToUtf8(value);
+  }
+  for (const TString value : {u"", u"ja", u"1,5", u"- 1", u"99999999999999999999"}) {
+    EXPECT_EQ(Refusal(u"ShowAddDialog=" + value),
+              "'" + ToUtf8(value) + "' ist weder \"-1\" noch \"0\"");
+  }
+}
+
+TEST_F(TSettingsTextWatchlistTest, IntegersAreOf32Bits) {
+  EXPECT_EQ(Refusal(u"DefaultReminderSeconds=2147483647"), "stored");
+  EXPECT_THAT(Stored(), ElementsAre("DefaultReminderSeconds=2147483647"));
+  EXPECT_EQ(Refusal(u"DefaultReminderSeconds=-2147483648"), "stored");
+  EXPECT_THAT(Stored(), ElementsAre("DefaultReminderSeconds=-2147483648"));
+  for (const TString value :
+       {u"2147483648", u"-2147483649", u"99999999999999999999", u"", u"1,5", u"true"}) {
+    EXPECT_EQ(Refusal(u"DefaultReminderSeconds=" + value),
+              "'" + ToUtf8(value) + "' ist keine gültige ganze Zahl");
+  }
+}
+
+TEST_F(TSettingsTextWatchlistTest, ANumberOutOfItsRangeIsStoredAndReadAsTheNearerBound) {
+  Set({u"UpdateIntervalInHrs=0", u"DefaultReminderHours=99", u"RelativeTimeInMinutes=14"});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=0", "DefaultReminderHours=99",
+                                    "RelativeTimeInMinutes=14"));
+  const TIniFileSectionWatchlist section;
+  EXPECT_EQ(section.GetUpdateIntervalInHrs(), 1);
+  EXPECT_EQ(section.GetDefaultReminderHours(), 59);
+  EXPECT_EQ(section.GetRelativeTimeIndex(), 13);
+}
+
+TEST_F(TSettingsTextWatchlistTest, TheLastOfSeveralLinesOfAKeyCounts) {
+  Set({u"UpdateIntervalInHrs=5", u"UpdateIntervalInHrs=6"});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=6"));
+  Set({u"UpdateIntervalInHrs=24"});
+  EXPECT_THAT(Stored(), IsEmpty()) << "that is the default";
+}
+
+TEST_F(TSettingsTextWatchlistTest, AnyNumberOfLinesIsOneWrite) {
+  std::vector<TString> lines;
+  for (int i = 0; i < 100'000; ++i) lines.push_back(Format(u"UpdateIntervalInHrs=%d", {1 + i % 7}));
+  TStringList list;
+  list.Assign(std::move(lines));
+  TFaultyFileLayer layer;
+  Set(list);
+  EXPECT_EQ(std::ranges::count(layer.Calls(), "rename"), 1);
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=5"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, WhatStandsBeforeAFailureIsOneWriteToo) {
+  TFaultyFileLayer layer;
+  EXPECT_THROW(Set({u"UpdateOnStartup=-1", u"UpdateIntervalInHrs=7", u"ShowAddDialog="}),
+               EConvertError);
+  EXPECT_EQ(std::ranges::count(layer.Calls(), "rename"), 1);
+  EXPECT_THAT(Stored(), ElementsAre("UpdateOnStartup=1", "UpdateIntervalInHrs=7"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, AWriteThatFailsRaisesAndStoresNothing) {
+  Set({u"UpdateIntervalInHrs=7"});
+  TFaultyFileLayer layer;
+  layer.FailAll("write", ENOSPC);
+  EXPECT_THROW(Set({u"UpdateIntervalInHrs=8", u"UpdateOnStartup=-1"}), EInOutError);
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=7"));
+}
+
+RC_GTEST_FIXTURE_PROP(TSettingsTextWatchlistTest, WhatIsGivenOutCanBeGivenBack, ()) {
+  Forget();
+  FFile.InOneWrite([] {
+    TIniFileSectionWatchlist section;
+    section.SetShowItemCountInTree(*rc::gen::arbitrary<bool>());
+    section.SetShowItemCountInTreeRecursive(*rc::gen::arbitrary<bool>());
+    section.SetShowAddDialog(*rc::gen::arbitrary<bool>());
+    section.SetUpdateOnStartup(*rc::gen::arbitrary<bool>());
+    section.SetUpdateOnInterval(*rc::gen::arbitrary<bool>());
+    section.SetUpdateIntervalInHrs(*rc::gen::arbitrary<int>());
+    section.SetAutoActivateReminder(*rc::gen::arbitrary<bool>());
+    section.SetUseDefaultReminderTimes(*rc::gen::arbitrary<bool>());
+    section.SetDefaultReminderHours(*rc::gen::arbitrary<int>());
+    section.SetDefaultReminderMinutes(*rc::gen::arbitrary<int>());
+    section.SetDefaultReminderSeconds(*rc::gen::arbitrary<int>());
+    section.SetDefaultReminderAfterTime(*rc::gen::arbitrary<bool>());
+    section.SetRelativeTimeIndex(*rc::gen::arbitrary<int>());
+    section.SetDefaultRemindType(*rc::gen::arbitrary<int>());
+  });
+  TStringList list;
+  TSettingsTextWatchlist::GetSettings(list);
+  const TLines before = Get();
+  Forget();
+  Set(list);
+  RC_ASSERT(Get() == before);
+}
+
+}  // namespace
+}  // namespace kk
