@@ -53,7 +53,9 @@ bool TCliCommands::ChangesList(const TCliArguments& iCall) {
 bool TCliCommands::Run(TCliContext& ioContext, const TCliArguments& iCall) {
   if (iCall.Command == nullptr) return TCliHostLine(ioContext).Run(iCall);
   if (TCliSettings::Knows(*iCall.Command)) {
-    TCliSettings(ioContext.Console, ioContext.Plugins.SettingsKeys()).Run(iCall);
+    const THostPlugins& plugins = ioContext.Plugins;
+    TCliSettings(ioContext.Console, plugins.SettingsKeys(), plugins.SettingsPublishers())
+        .Run(iCall);
     return true;
   }
   if (TCliTest::Knows(*iCall.Command)) return TCliTest(ioContext).Run(iCall);

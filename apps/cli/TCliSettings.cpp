@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "apps/cli/ECliUsage.h"
 #include "apps/cli/TCliConfirm.h"
@@ -131,8 +132,9 @@ void Confirm(ICliConsole& ioConsole, const TCliArguments& iCall) {
 
 }  // namespace
 
-TCliSettings::TCliSettings(ICliConsole& ioConsole, const std::vector<TSettingsKeyInfo>& iPluginKeys)
-    : FConsole(ioConsole), FKeys(HostKeys()) {
+TCliSettings::TCliSettings(ICliConsole& ioConsole, const std::vector<TSettingsKeyInfo>& iPluginKeys,
+                           TCliSettingsText::TPublishers iPublishers)
+    : FConsole(ioConsole), FKeys(HostKeys()), FPublishers(std::move(iPublishers)) {
   FKeys.insert(FKeys.end(), iPluginKeys.begin(), iPluginKeys.end());
 }
 
@@ -145,6 +147,9 @@ void TCliSettings::Run(const TCliArguments& iCall) {
   if (name == u"settings list") return List(iCall);
   if (name == u"settings set") return Set(iCall);
   if (name == u"settings confirm-email") return Confirm(FConsole, iCall);
+  TCliSettingsText text(FConsole, FPublishers);
+  if (name == u"settings export") return text.Export(iCall.Words[0]);
+  if (name == u"settings import") return text.Import(iCall.Words[0]);
   FConsole.Print(ForTerminal(Read(Find(iCall.Words[0], iCall.Words[1])).Value));
 }
 

@@ -3,6 +3,7 @@
 #include "apps/cli/ICliConsole.h"
 #include "apps/cli/TCliArguments.h"
 #include "apps/cli/TCliJson.h"
+#include "apps/cli/TCliSettingsText.h"
 
 namespace kk {
 
@@ -10,8 +11,10 @@ namespace kk {
 /// in IniFile(), secrets in SecretStore(). A secret is never shown, only whether there is one.
 class TCliSettings {
  public:
-  /// iPluginKeys: what the plug-ins describe; the host's own come first. The console is borrowed.
-  TCliSettings(ICliConsole& ioConsole, const std::vector<TSettingsKeyInfo>& iPluginKeys);
+  /// iPluginKeys: what the plug-ins describe; the host's own come first. iPublishers: the plug-ins
+  /// that exchange their settings. The console is borrowed.
+  TCliSettings(ICliConsole& ioConsole, const std::vector<TSettingsKeyInfo>& iPluginKeys,
+               TCliSettingsText::TPublishers iPublishers);
 
   /// True if the command is one of these.
   static bool Knows(const TCliCommandInfo& iCommand);
@@ -33,6 +36,7 @@ class TCliSettings {
 
   ICliConsole& FConsole;
   std::vector<TSettingsKeyInfo> FKeys;
+  TCliSettingsText::TPublishers FPublishers;
 };
 
 }  // namespace kk

@@ -38,7 +38,7 @@ class TCliSettingsTest : public testing::Test {
         {u"Watchlist", u"ShowAddDialog", sktBoolean, u"1", 0, 1, u"Frage", false},
         {u"Watchlist", u"SoundFile", sktString, u"/x.wav", 0, 0, u"Sound", false},
         {u"Watchlist", u"DefaultCategory", sktString, u"", 0, 0, u"Vorgabe", true}};
-    TCliSettings(Console, keys).Run(TCliArguments::Parse(std::vector<TString>(iWords)));
+    TCliSettings(Console, keys, {}).Run(TCliArguments::Parse(std::vector<TString>(iWords)));
   }
   std::string Refusal(std::initializer_list<TString> iWords) {
     try {
