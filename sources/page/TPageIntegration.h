@@ -23,7 +23,7 @@ class TPageIntegration : public TInterfaced<IWatchlistIntegration> {
   /// Each result as the lines of one "searchresult".
   void ExportSearchResults(const IInterfaceList& iList, const TStringList& iParams,
                            TStringList& ioLines) override;
-  /// One result as it is before its first refresh; none without an address.
+  /// One result as it was when it was exported; none without an address.
   TIntf<IInterfaceList> CreateSearchResults(const TStringList& iFields) override;
   bool HandlesPluginGuid(TStringView iGuid) const override;
 

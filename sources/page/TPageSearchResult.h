@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/contract/ISearchResult.h"
+#include "host/contract/ISearchResultSameKey.h"
 #include "sources/page/TPageData.h"
 
 namespace kk {
@@ -15,7 +16,7 @@ class IPageSearchResult : public ISearchResult {
 };
 
 /// One watched page. What was read of it never changes; a refresh makes a new result.
-class TPageSearchResult : public TInterfaced<IPageSearchResult> {
+class TPageSearchResult : public TInterfaced<IPageSearchResult, ISearchResultSameKey> {
  public:
   explicit TPageSearchResult(TPageData iData) : FData(std::move(iData)) {}
 
@@ -27,6 +28,8 @@ class TPageSearchResult : public TInterfaced<IPageSearchResult> {
   /// True for a result of this source with the same address.
   bool IsSame(const TIntf<ISearchResult>& iOther) const override;
   TIntf<ISearchResult> Clone() const override;
+  /// What of the address decides that.
+  TString GetSameKey() const override { return FromUtf8(FData.Address.Key()); }
 
   const TPageData& Data() const override { return FData; }
 

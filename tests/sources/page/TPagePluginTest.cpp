@@ -370,21 +370,22 @@ TEST_F(PagePlugin, MobileRecordsGoOutAndComeBack) {
   data.Product.Offer.Seller = u"Bob";
   data.Changed = EncodeDateTime({2026, 11, 20, 18, 30, 0, 0});
   const auto list = NewInterfaceList();
-  list->Add(MakeIntf<TPageSearchResult>(data));
+  list->Add(TIntf<ISearchResult>(MakeIntf<TPageSearchResult>(data)));
   list->Add(nullptr);
   TStringList lines;
   Source()->ExportSearchResults(*list, {u"categoryguid=abc"}, lines);
-  ASSERT_EQ(lines.GetCount(), 9);
+  ASSERT_EQ(lines.GetCount(), 10);
   EXPECT_EQ(lines.Get(0), u"[searchresult]");
   EXPECT_EQ(lines.GetValue(u"pluginguid"), u"8b7f2d64-3e95-4c0a-a1b8-52e6d9047c31");
   EXPECT_EQ(lines.GetValue(u"categoryguid"), u"abc");
   EXPECT_EQ(lines.GetValue(u"name"), u"Am boss");
   EXPECT_EQ(lines.GetValue(u"url"), u"https://shop.example/p");
-  EXPECT_EQ(lines.GetValue(u"price"), u"1.239,00 EUR");
+  EXPECT_EQ(lines.GetValue(u"price"), u"1239");
+  EXPECT_EQ(lines.GetValue(u"currency"), u"EUR");
   EXPECT_EQ(lines.GetValue(u"seller"), u"Bob");
   const TDateTime utc = DateTimeStrEval(u"yyyy-mm-dd hh:nn:ss", lines.GetValue(u"offerdateutc"));
   EXPECT_EQ(UtcMsToLocal(utc.Ms() - 25569 * TDateTime::cMsPerDay), data.Changed);
-  EXPECT_EQ(lines.Get(8), u"[/searchresult]");
+  EXPECT_EQ(lines.Get(9), u"[/searchresult]");
 
   const auto made = Source()->CreateSearchResults(lines);
   ASSERT_EQ(made->GetCount(), 1);
