@@ -98,12 +98,15 @@ void TWatchlistCategoryTree::DeleteNodeFromTree(const TObject* iObject) {
   };
   const TWatchlistCategory* const onShow = ifGoes(FCurrentCategory);
   const TWatchlistCategory* const inExplorerBar = ifGoes(FPanes.GetCurrentCategory());
-  vstCategories.DeleteNode(*node);
-  // The neighbour that has got the focus may have replaced them.
-  if (onShow != nullptr && FCurrentCategory == onShow) ShowCategory(nullptr, false);
-  if (inExplorerBar != nullptr && FPanes.GetCurrentCategory() == inExplorerBar) {
-    ShowInExplorerBar(nullptr);
-  }
+  WithCleanup(
+      u"TWatchlistCategoryTree.DeleteNodeFromTree", [&] { vstCategories.DeleteNode(*node); },
+      [&] {
+        // The neighbour that has got the focus may have replaced them.
+        if (onShow != nullptr && FCurrentCategory == onShow) ShowCategory(nullptr, false);
+        if (inExplorerBar != nullptr && FPanes.GetCurrentCategory() == inExplorerBar) {
+          ShowInExplorerBar(nullptr);
+        }
+      });
 }
 
 void TWatchlistCategoryTree::MoveNode(const TObject& iObject, const TObject* iNewParent) {

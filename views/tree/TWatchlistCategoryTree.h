@@ -27,7 +27,8 @@ class TWatchlistCategoryTree : public TObject {
   TVirtualNode& AddPluginToTree(TVirtualNode* iParent, TWatchlistPlugin& iGroup);
   TVirtualNode& AddItemToTree(TVirtualNode* iParent, TWatchlistItem& iItem);
   /// Does nothing if the object has no node. The object is not touched, and must be whole. What the
-  /// other panes show of it goes; if the focus was in it, a neighbour gets that.
+  /// other panes show of it goes; if the focus was in it, a neighbour gets that. What the views
+  /// raise at that passes on; the node has gone even so.
   void DeleteNodeFromTree(const TObject* iObject);
   /// To the end of another object's children, or with null of the top level. Does nothing if one of
   /// them has no node.

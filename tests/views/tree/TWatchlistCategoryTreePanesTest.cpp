@@ -247,6 +247,17 @@ TEST_F(TWatchlistCategoryTreePanesTest, ACategoryOnShowBelowADeletedOneGoesFromT
   EXPECT_EQ(Pane->CurrentCategory(), nullptr);
 }
 
+TEST_F(TWatchlistCategoryTreePanesTest,
+       OfADeletedCategoryNothingStaysEvenIfTheNextOneCanNotBeShown) {
+  Start(Albums);
+  Panes.FailsAt = "BeginAdd";
+  EXPECT_THROW(Pane->DeleteNodeFromTree(&Albums), Exception);
+  EXPECT_EQ(Pane->GetNodeByObj(&Albums), nullptr);
+  EXPECT_EQ(Pane->CurrentCategory(), nullptr);
+  EXPECT_EQ(Panes.Take(), (TLines{"Category Bücher +", "HideAll", "BeginAdd", "Restore",
+                                  "Category none", "HideAll"}));
+}
+
 TEST_F(TWatchlistCategoryTreePanesTest, WhatTheExplorerBarAloneTellsOfGoesFromIt) {
   Start(Albums);
   Pane->ShowInExplorerBar(&Books);
