@@ -16,7 +16,8 @@ class TMenuItem : public TClickControl {
   explicit TMenuItem(TStringView iCaption = {}) : TClickControl(nullptr, {}, iCaption) {}
   ~TMenuItem() override;
 
-  bool IsSeparator() const { return Caption() == cSeparator; }
+  /// An entry that stands for something may be called so, too, and is none.
+  bool IsSeparator() const { return Caption() == cSeparator && FTag == nullptr; }
   bool Checked() const { return FChecked; }
   void SetChecked(bool iChecked) { SetValue(FChecked, iChecked); }
   /// A check is drawn as the choice of one among several.

@@ -65,6 +65,14 @@ TEST_F(TSubMenuBuilderCategoryTest, ASubMenuStartsWithTheCategoryItselfAndHasSor
   EXPECT_EQ(Clicked, &itself);
 }
 
+TEST_F(TSubMenuBuilderCategoryTest, ACategoryThatIsCalledLikeALineIsATargetAllTheSame) {
+  TWatchlistCategory& dash = Category(u"-");
+  Build();
+  EXPECT_FALSE(Menu.GetItems(0).IsSeparator());
+  EXPECT_TRUE(Menu.GetItems(0).Click());
+  EXPECT_EQ(Clicked->Tag(), &dash);
+}
+
 TEST_F(TSubMenuBuilderCategoryTest, SortsEachLevelWithoutRegardToCase) {
   TWatchlistCategory& b = Category(u"b");
   Category(u"C");
