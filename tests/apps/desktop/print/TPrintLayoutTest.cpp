@@ -156,6 +156,31 @@ TEST_F(TPrintLayoutTest, ARowThatIsLargerThanAPageGoesOnOnTheNext) {
   EXPECT_EQ(CountOf(text, "Artikel Nr. 3"), 1u);
 }
 
+TEST_F(TPrintLayoutTest, SoDoesWhatStandsBelowTheColumns) {
+  TPrintContent list = List(1);
+  list.Rows[0].resize(4);
+  for (int value = 0; value < 12; ++value) {
+    TString text;
+    for (int i = 0; i < 300; ++i) text += Format(u"V%dW%d ", {value + 10, i + 100});
+    list.Rows[0].push_back(text);
+  }
+  const TPdfReader pdf = Pdf(list);
+  EXPECT_GT(pdf.PageCount(), 1);
+  const std::string text = pdf.Text();
+  for (int value = 10; value < 22; ++value) {
+    for (int i = 100; i < 300; ++i) {
+      const std::string word = "V" + std::to_string(value) + "W" + std::to_string(i);
+      EXPECT_EQ(CountOf(text, word), 1u) << word;
+    }
+  }
+}
+
+TEST_F(TPrintLayoutTest, ColumnsTakeTheWholeWidth) {
+  const std::string text = Pdf(List(12)).Text();
+  EXPECT_GT(ColumnOf(text, "Anbieter"), 55u);
+  EXPECT_EQ(ColumnOf(text, "Name"), 0u);
+}
+
 TEST_F(TPrintLayoutTest, LongNamesAreWrappedNotCut) {
   TPrintContent list = List(1);
   list.Rows[0][0] =
