@@ -144,15 +144,17 @@ void TfrmKKWatchlistPrint::PrintCategory(const TWatchlistCategory& iCategory) {
 
 void TfrmKKWatchlistPrint::PrintGroups(const TWatchlistCategory& iCategory,
                                        TPrintDialog& ioDialog) {
-  for (const TWatchlistPlugin* group : iCategory.LstPlugin()) {
-    if (group->LstItem().GetCount() == 0) continue;
+  // The work goes on behind a print dialog: an item that comes in then may bring a new group.
+  for (int i = 0; i < iCategory.LstPlugin().GetCount(); ++i) {
+    const TWatchlistPlugin& group = iCategory.LstPlugin().GetItems(i);
+    if (group.LstItem().GetCount() == 0) continue;
     TGroupLines lines;
-    Convert(*group, lines);
+    Convert(group, lines);
     if (lines.Rows.GetCount() == 0) continue;
     const TStringList& headers = lines.Headers;
     TKKPrint print(Format(_resPrintTitle, {iCategory.Name()}),
                    Format(_resPrintDate, {FormatDateTime(u"dd.mm.yyyy hh:nn", Now())}),
-                   group->GetName(), headers.Get(0), headers.Get(1), headers.Get(2), headers.Get(3),
+                   group.GetName(), headers.Get(0), headers.Get(1), headers.Get(2), headers.Get(3),
                    lines.Rows, nullptr);
     print.SetRows(lines.RowLineCounts, headers);
     // A cancel leaves out this list alone.

@@ -273,6 +273,15 @@ TEST_F(TfrmKKWatchlistPrintTest, ACancelOfTheFirstDialogStillOpensTheSecond) {
   EXPECT_EQ(Printing.Printed, (TNames{"2: 1-3"}));
 }
 
+TEST_F(TfrmKKWatchlistPrintTest, AGroupThatComesInBehindADialogIsPrintedToo) {
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  Item(kitchen, Auction, u"Uhr");
+  PressOk([&](TPrintDialog&) { Item(kitchen, Shop, u"Sieb"); });
+  PressOk();
+  Print({u"Küche"});
+  EXPECT_EQ(Printing.Printed, (TNames{"1: 1-3", "2: 1-3"}));
+}
+
 TEST_F(TfrmKKWatchlistPrintTest, OneDialogKeepsTheChoiceOfCopiesForTheNextList) {
   TWatchlistCategory& kitchen = Category(u"Küche");
   Item(kitchen, Auction, u"Uhr");
