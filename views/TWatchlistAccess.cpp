@@ -4,7 +4,10 @@
 #include <unordered_set>
 
 #include "host/common/TFastWriterBaseSimpleXML.h"
+#include "host/common/TFileHelper.h"
 #include "persistence/TWatchlistHandler.h"
+#include "persistence/exchange/TWatchlistExport.h"
+#include "persistence/exchange/TfrmKKWatchlistImport.h"
 #include "reminders/TLstRemindItemSync.h"
 #include "reminders/TRemindDetailsSound.h"
 #include "views/WatchlistModel.h"
@@ -25,6 +28,13 @@ TWatchlistItem& Item(const TGuid& iId) {
   TWatchlistItem* item = RootCategories().FindItemById(iId);
   if (item == nullptr) throw Exception(Format(_resRefusedNoSuchItem, {GUIDToString(iId)}));
   return *item;
+}
+
+TWatchlistIntegration& Source(const TGuid& iId) {
+  const TLstWatchlistIntegration& all = Handler()->LstIntegration();
+  const int index = all.IndexOfId(iId);
+  if (index < 0) throw Exception(Format(_resRefusedNoSuchSource, {GUIDToString(iId)}));
+  return all.GetItems(index);
 }
 
 // What the file gives back, and that as it stands: a name that comes back as another's would not
@@ -287,6 +297,54 @@ bool TWatchlistAccess::Save() {
   Form();
   Handler()->SaveAll();
   return !Handler()->LastSaveFailed();
+}
+
+bool TWatchlistAccess::ExportToFile(TStringView iFileName, const TWatchlistExportChoice& iChoice) {
+  Form();
+  TWatchlistExport exporting;
+  for (const TGuid& id : iChoice.Categories) exporting.AddCategory(Category(id));
+  for (const TGuid& id : iChoice.Sources) exporting.AddSource(Source(id));
+  return exporting.SaveToFile(iFileName);
+}
+
+bool TWatchlistAccess::ImportFromFile(TStringView iFileName, TStringView iCategoryName) {
+  BeforeImport();
+  return Imported(
+      TfrmKKWatchlistImport::ExecuteInBackground(iFileName, CategoryName(Trim(iCategoryName))));
+}
+
+bool TWatchlistAccess::OfferImport(TStringView iFileName) {
+  TfrmKKWatchlist& form = BeforeImport();
+  if (!Imported(TfrmKKWatchlistImport::Display(&form, iFileName))) return false;
+  form.Show();
+  return true;
+}
+
+void TWatchlistAccess::ExportToMobile(TStringView iFileName) {
+  Form();
+  TWatchlistExport::CheckFileName(iFileName);
+  Handler()->SaveAllForMobileExport(iFileName);
+}
+
+bool TWatchlistAccess::ImportFromMobile(TStringView iFileName) {
+  Form();
+  TMemoryStream stream(ReadFileBytes(iFileName));
+  return Imported(TfrmKKWatchlistImport::ExecuteInBackgroundFromKKMobileStream(stream));
+}
+
+// To read a file makes its sources count as unchanged, as required: what is not on the disk by then
+// would not come there with the next save.
+TfrmKKWatchlist& TWatchlistAccess::BeforeImport() {
+  TfrmKKWatchlist& form = Form();
+  Handler()->SaveAll();
+  return form;
+}
+
+// What an import has taken over before it failed is shown as well.
+bool TWatchlistAccess::Imported(bool iDone) {
+  if (iDone) Handler()->SaveAll();
+  FForm->BuildCategoriesTree(true);
+  return iDone;
 }
 
 void TWatchlistAccess::PrintCategory(const TGuid& iCategory) {

@@ -40,11 +40,19 @@ class TWatchlistAccess : public TInterfaced<IWatchlistAccess> {
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override;
 
   bool Save() override;
+
+  bool ExportToFile(TStringView iFileName, const TWatchlistExportChoice& iChoice) override;
+  bool ImportFromFile(TStringView iFileName, TStringView iCategoryName) override;
+  bool OfferImport(TStringView iFileName) override;
+  void ExportToMobile(TStringView iFileName) override;
+  bool ImportFromMobile(TStringView iFileName) override;
   void PrintCategory(const TGuid& iCategory) override;
 
  private:
   /// The section, running; raises Exception behind Detach.
   TfrmKKWatchlist& Form() const;
+  TfrmKKWatchlist& BeforeImport();
+  bool Imported(bool iDone);
   void DoReminderDue(TObject* Sender, TRemindItem& iItem);
 
   TfrmKKWatchlist* FForm;

@@ -76,6 +76,8 @@ class TParser {
     } else if (name == u"--text") {
       if (!FCall.Text) FCall.Text.emplace();
       FCall.Text->push_back(Value(name, coText));
+    } else if (name == u"--source") {
+      FCall.Sources.push_back(Value(name, coSource));
     } else {
       throw ECliUsage(Format(u"Unbekannte Option: %s", {name}), cHelpHint);
     }
@@ -85,6 +87,7 @@ class TParser {
     for (const TTextOption& option : cTextOptions) {
       if (option.Name != iName) continue;
       FCall.*option.Field = Value(iName, option.Option);
+      if (option.Option == coCategory) FCall.Categories.push_back(*FCall.Category);
       return true;
     }
     return false;
@@ -143,7 +146,8 @@ class TParser {
   }
 
   static bool IsFamily(const TString& iWord) {
-    return iWord == u"category" || iWord == u"settings" || iWord == u"test";
+    return iWord == u"category" || iWord == u"settings" || iWord == u"test" ||
+           iWord == u"mobile";
   }
 
   static TString Family(const TString& iWord) {
@@ -168,7 +172,9 @@ class TParser {
       }
     }
     if (FCall.Create && !FCall.Category) Wrong(u"--create braucht --category NAME.");
-    if (FCall.Category && Trim(*FCall.Category).empty()) Wrong(u"--category braucht einen Namen.");
+    for (const TString& name : FCall.Categories) {
+      if (Trim(name).empty()) Wrong(u"--category braucht einen Namen.");
+    }
     if (FCall.Command != nullptr && FCall.Command->Name == u"remind") CheckReminder();
   }
 

@@ -24,6 +24,8 @@ struct TCliArguments {
   bool Create = false;
   bool Top = false;
   std::optional<TString> Category;
+  std::vector<TString> Categories;  ///< the same, all of them
+  std::vector<TString> Sources;
   std::optional<TString> In;
   std::optional<std::vector<TString>> Text;  ///< lines
   std::optional<TString> At;

@@ -38,6 +38,15 @@ constexpr auto cCommands = std::to_array<TCliCommandInfo>({
      u"         [--sound DATEI] | ARTIKEL --delete [--yes]",
      u"an einen Artikel mit einem Ende erinnern lassen; die Erinnerung löschen"},
     {u"reminders", 0, 0, coJson, u"[--json]", u"alle Erinnerungen zeigen, die nächste zuerst"},
+    {u"export", 1, 1, coCategory | coSource,
+     u"DATEI [--category KATEGORIE]... [--source QUELLE]... [--yes]",
+     u"die Beobachtenliste oder einen Teil davon samt Erinnerungen in eine Datei *.wch schreiben"},
+    {u"import", 1, 1, coCategory, u"DATEI [--category NAME]",
+     u"aus einer solchen Datei übernehmen, was die Beobachtenliste noch nicht hat; mit --category\n"
+     u"      alles in eine Kategorie, die angelegt wird, wenn es sie nicht gibt"},
+    {u"mobile export", 1, 1, 0, u"DATEI [--yes]",
+     u"Kategorien und Artikel für Kaufkobolde Mobile schreiben"},
+    {u"mobile import", 1, 1, 0, u"DATEI", u"von dort übernehmen, was neu ist"},
     {u"run", 0, 0, 0, u"",
      u"bleiben und Erinnerungen melden, bis Strg+C oder SIGTERM kommt; andere Aufrufe gehen "
      u"weiter"},
@@ -70,10 +79,9 @@ constexpr TStringView cConclusion =
     u"  -rem WERT ... -remimport DATEI ...\n"
     u"      die Befehlszeile des Programms: geht, wie sie ist, an alle Plug-ins\n"
     u"\n"
-    u"ARTIKEL und KATEGORIE sind eine Id ({...}) oder ein Name, den es nur einmal gibt; Groß- und\n"
-    u"Kleinschreibung ist gleich. Die Ids zeigt \"list\". Was mit \"-\" beginnt und keine Option "
-    u"ist,\n"
-    u"steht hinter \"--\".\n"
+    u"ARTIKEL, KATEGORIE und QUELLE sind eine Id ({...}) oder ein Name, den es nur einmal gibt;\n"
+    u"Groß- und Kleinschreibung ist gleich. Die Ids zeigt \"list\". Was mit \"-\" beginnt und\n"
+    u"keine Option ist, steht hinter \"--\".\n"
     u"\n"
     u"DAUER ist etwa 90s, 10m, 2h, 1h30m oder 1d; vor dem Ende (--before-end) geht nur eine von\n"
     u"1m 2m 5m 10m 15m 30m 1h 2h 3h 4h 5h 6h 12h 1d. ZEIT ist 18:30, 18:30:15, oder mit dem Tag\n"

@@ -20,7 +20,8 @@ enum TCliOption : uint32_t {
   coKind = 256,
   coSound = 512,
   coDelete = 1024,
-  coPdf = 2048
+  coPdf = 2048,
+  coSource = 4096
 };
 
 /// One command of the terminal host as its users read it.

@@ -5,17 +5,18 @@
 
 #include "apps/cli/TCliAdd.h"
 #include "apps/cli/TCliDemo.h"
+#include "apps/cli/TCliExchange.h"
 #include "apps/cli/TCliHostLine.h"
 #include "apps/cli/TCliPrint.h"
 #include "apps/cli/TCliRefresh.h"
 #include "apps/cli/TCliRemind.h"
 #include "apps/cli/TCliReminders.h"
 #include "apps/cli/TCliSettings.h"
-#include "host/program/TExampleShop.h"
 #include "apps/cli/TCliShow.h"
 #include "apps/cli/TCliStructure.h"
 #include "apps/cli/TCliTest.h"
 #include "apps/cli/TerminalText.h"
+#include "host/program/TExampleShop.h"
 
 namespace kk {
 namespace {
@@ -45,7 +46,8 @@ bool TCliCommands::NeedsList(const TCliArguments& iCall) {
 }
 
 bool TCliCommands::ChangesList(const TCliArguments& iCall) {
-  constexpr auto cLooking = std::to_array<TStringView>({u"list", u"show", u"reminders", u"print"});
+  constexpr auto cLooking = std::to_array<TStringView>(
+      {u"list", u"show", u"reminders", u"print", u"export", u"mobile export"});
   if (iCall.Command == nullptr) return true;
   return NeedsList(iCall) && std::ranges::find(cLooking, iCall.Command->Name) == cLooking.end();
 }
@@ -59,6 +61,7 @@ bool TCliCommands::Run(TCliContext& ioContext, const TCliArguments& iCall) {
     return true;
   }
   if (TCliTest::Knows(*iCall.Command)) return TCliTest(ioContext).Run(iCall);
+  if (TCliExchange::Knows(*iCall.Command)) return TCliExchange(ioContext).Run(iCall);
   if (TCliStructure::Knows(*iCall.Command)) return TCliStructure(ioContext).Run(iCall);
   const TStringView name = iCall.Command->Name;
   if (name == u"add") return TCliAdd(ioContext).Run(iCall);

@@ -42,6 +42,12 @@ struct TWatchlistInfo {
   std::vector<TWatchlistReminderInfo> Reminders;
 };
 
+/// What goes into an export file.
+struct TWatchlistExportChoice {
+  std::vector<TGuid> Categories;  ///< each with all below it; none for the whole tree
+  std::vector<TGuid> Sources;     ///< ids of their plug-ins; none for all
+};
+
 /// The commands of the section by ids, for a host that has no section: the terminal and scripts.
 /// They follow the section's rules and ask its questions through the host's dialogs. Offered by the
 /// watch list's plug-in once it is initialised. Main thread.
@@ -99,6 +105,24 @@ class IWatchlistAccess : public IInterface {
 
   /// Writes the file now. False if that failed; the log says why.
   virtual bool Save() = 0;
+
+  /// Writes a file "*.wch" with the categories, their items and the reminders of these, over one
+  /// that is there. False if it could not be written: the log says why, and what was there is there
+  /// still. No item to write raises Exception, and so does the watch list's own file.
+  virtual bool ExportToFile(TStringView iFileName, const TWatchlistExportChoice& iChoice) = 0;
+  /// Takes over what such a file has and the list has not: with the file's categories, or all into
+  /// the one of this name, old or new. Asks for one if the file has none. False if that did not go
+  /// through, which the log or a message has told; what was taken over by then stays.
+  virtual bool ImportFromFile(TStringView iFileName, TStringView iCategoryName) = 0;
+  /// The section's import for this file: the user chooses what to take over, and the section is
+  /// shown then. False if nothing was taken over.
+  virtual bool OfferImport(TStringView iFileName) = 0;
+  /// Writes the document for the program on the telephone; raises Exception if that fails, and for
+  /// the watch list's own file.
+  virtual void ExportToMobile(TStringView iFileName) = 0;
+  /// As ImportFromFile. A document of another version has nothing to take over and is no failure.
+  /// Raises Exception if the file can't be read.
+  virtual bool ImportFromMobile(TStringView iFileName) = 0;
 
   /// Prints the category's own items through the host's printing: a list for each of their sources,
   /// each after a print dialog. Nothing for a source that can't tell its results in lines.

@@ -16,15 +16,22 @@ TfrmKKWatchlistImport::TfrmKKWatchlistImport(TForm* iOwner)
       FLstCategory(std::make_unique<TLstWatchlistCategory>(true)),
       FLstRemindItem(std::make_unique<TLstRemindItem>(true)) {}
 
-bool TfrmKKWatchlistImport::Display(TForm* iOwner) {
+bool TfrmKKWatchlistImport::Display(TForm* iOwner, TStringView iFileName) {
   TfrmKKWatchlistImport form(iOwner);
-  if (!form.LoadData({})) return false;
+  if (!form.LoadData(iFileName)) {
+    if (!iFileName.empty()) {
+      MessageDlg(Format(_resImportUnreadable, {WithoutControlCharacters(iFileName)}),
+                 TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
+    }
+    return false;
+  }
   form.ShowData();
   return form.ShowModal() == cModalOK;
 }
 
-bool TfrmKKWatchlistImport::ExecuteInBackground(TStringView iFileName) {
+bool TfrmKKWatchlistImport::ExecuteInBackground(TStringView iFileName, TStringView iCategoryName) {
   TfrmKKWatchlistImport form(nullptr);
+  form.FCategoryName = iCategoryName;
   return form.LoadData(iFileName) && form.TakeOver();
 }
 
@@ -40,16 +47,16 @@ bool TfrmKKWatchlistImport::TakeOver() {
 }
 
 bool TfrmKKWatchlistImport::LoadData(TStringView iFileName) {
-  TString fileName(iFileName);
-  if (fileName.empty()) {
-    TOpenDialog dialog = FileDialog();
-    dialog.FileMustExist = true;
-    if (!dialog.Execute()) return false;
-    fileName = dialog.FileName;
-    RememberFolderOf(fileName);
-  }
   bool loaded = false;
   try {
+    TString fileName(iFileName);
+    if (fileName.empty()) {
+      TOpenDialog dialog = FileDialog();
+      dialog.FileMustExist = true;
+      if (!dialog.Execute()) return false;
+      fileName = dialog.FileName;
+      RememberFolderOf(fileName);
+    }
     FLstCategory = std::make_unique<TLstWatchlistCategory>(true);
     FLstRemindItem = std::make_unique<TLstRemindItem>(true);
     TWatchlistFileLoaderImport loader(fileName);
@@ -86,7 +93,8 @@ void TfrmKKWatchlistImport::ShowData() {
 
 void TfrmKKWatchlistImport::btnOKClick(TObject* Sender) {
   TImportData data;
-  if (!WantsCategories()) {
+  data.NewCategoryName = FCategoryName;
+  if (FCategoryName.empty() && !WantsCategories()) {
     data.NewCategoryName = TString(_resImportCategoryName) + ShortDateToStr(Now());
     if (!TfrmKKWatchlistImportAskForCategory::Display(this, data.NewCategoryName)) return;
   }

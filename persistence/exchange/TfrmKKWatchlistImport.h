@@ -11,12 +11,14 @@ namespace kk {
 /// anew where the answer is true. Main thread.
 class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
  public:
-  /// Modal: asks for the file first. True if the import went through.
-  static bool Display(TForm* iOwner);
+  /// Modal: asks for the file first. True if the import went through. Of a file that is given, the
+  /// user also hears that it can't be read.
+  static bool Display(TForm* iOwner, TStringView iFileName = {});
   /// Takes all that the file has; false if it can't be read or the import failed. Looks like a
   /// mistake and is required: a file without categories brings up the one question for the category
-  /// all the same.
-  static bool ExecuteInBackground(TStringView iFileName);
+  /// all the same. With the name of a category, old or new, all items go there and nothing is
+  /// asked.
+  static bool ExecuteInBackground(TStringView iFileName, TStringView iCategoryName = {});
   /// The same with the document of the program on the telephone, which has no reminders.
   static bool ExecuteInBackgroundFromKKMobileStream(TMemoryStream& iStream);
 
@@ -32,6 +34,7 @@ class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
   std::unique_ptr<TLstWatchlistCategory> FLstCategory;
   std::unique_ptr<TLstRemindItem> FLstRemindItem;
   bool FIncludedCategories = false;
+  TString FCategoryName;  // where all items go without a question
 };
 
 }  // namespace kk

@@ -323,6 +323,39 @@ bool TFakeWatchlistPlugin::Save() {
   return !SaveFails;
 }
 
+bool TFakeWatchlistPlugin::ExportToFile(TStringView iFileName,
+                                        const TWatchlistExportChoice& iChoice) {
+  std::string call = "ExportToFile " + ToUtf8(iFileName);
+  for (const TGuid& id : iChoice.Categories) call += ' ' + NameOf(id);
+  for (const TGuid& id : iChoice.Sources) call += ' ' + ToUtf8(GUIDToString(id));
+  Note(call);
+  return !ExchangeFails;
+}
+
+bool TFakeWatchlistPlugin::Import(const std::string& iCall) {
+  Note(iCall);
+  if (OnImport) OnImport();
+  return !ExchangeFails;
+}
+
+bool TFakeWatchlistPlugin::ImportFromFile(TStringView iFileName, TStringView iCategoryName) {
+  const TString into = iCategoryName.empty() ? TString() : u" " + TString(iCategoryName);
+  return Import("ImportFromFile " + ToUtf8(TString(iFileName) + into));
+}
+
+bool TFakeWatchlistPlugin::OfferImport(TStringView iFileName) {
+  return Import("OfferImport " + ToUtf8(iFileName));
+}
+
+void TFakeWatchlistPlugin::ExportToMobile(TStringView iFileName) {
+  Note("ExportToMobile " + ToUtf8(iFileName));
+  if (ExchangeFails) throw Exception(u"Kein Platz");
+}
+
+bool TFakeWatchlistPlugin::ImportFromMobile(TStringView iFileName) {
+  return Import("ImportFromMobile " + ToUtf8(iFileName));
+}
+
 void TFakeWatchlistPlugin::PrintCategory(const TGuid& iCategory) {
   Note("PrintCategory " + NameOf(iCategory));
   for (const TWatchlistGroupInfo& group : FindCategory(Tree.Categories, iCategory)->Groups) {

@@ -62,6 +62,11 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   void CancelUpdates() override { Note("CancelUpdates"); }
   void SetOnUpdateFinished(TNotifyEventSearchResult iEvent) override { FOnFinished = iEvent; }
   bool Save() override;
+  bool ExportToFile(TStringView iFileName, const TWatchlistExportChoice& iChoice) override;
+  bool ImportFromFile(TStringView iFileName, TStringView iCategoryName) override;
+  bool OfferImport(TStringView iFileName) override;
+  void ExportToMobile(TStringView iFileName) override;
+  bool ImportFromMobile(TStringView iFileName) override;
   /// One page with the names, for each group.
   void PrintCategory(const TGuid& iCategory) override;
 
@@ -90,9 +95,11 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   TString UninitializeFailure;      ///< what Uninitialize raises
   bool UnsavedReminders = false;
   bool SaveFails = false;
-  int64_t EditorStartsLate = 0;  ///< ms before now at which the editor was opened
-  bool ReminderIsLost = false;   ///< the editor's reminder does not come into the list
-  bool SourceHasNoText = false;  ///< the reminder comes without a kind
+  bool ExchangeFails = false;      ///< exports and imports
+  std::function<void()> OnImport;  ///< what an import takes over
+  int64_t EditorStartsLate = 0;    ///< ms before now at which the editor was opened
+  bool ReminderIsLost = false;     ///< the editor's reminder does not come into the list
+  bool SourceHasNoText = false;    ///< the reminder comes without a kind
 
  private:
   struct TOpen {
@@ -104,6 +111,7 @@ class TFakeWatchlistPlugin : public TCommonPlugin<IMultiThreadPlugin, IPluginInt
   void Note(const std::string& iCall) { Calls.push_back(iCall); }
   std::string NameOf(const TGuid& iId) const;
   bool Ask(TStringView iText);
+  bool Import(const std::string& iCall);
   bool AskForCategory(TGuid& oTarget);
   void Queue(TOpen iOpen);
   void EndFirst();

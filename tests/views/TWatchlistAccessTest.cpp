@@ -3,7 +3,10 @@
 #include <filesystem>
 
 #include "TSectionWorld.h"
+#include "host/common/TFileCompression.h"
 #include "host/contract/TPlugins.h"
+#include "persistence/exchange/TfrmKKWatchlistImport.h"
+#include "persistence/exchange/TfrmWatchlistImportProgress.h"
 #include "reminders/TRemindHandler.h"
 #include "reminders/editor/TfrmKKWatchlistEditItemRemind.h"
 #include "tests/support/TFakePrinting.h"
@@ -434,6 +437,134 @@ TEST_F(TWatchlistAccessTest, SectionOnTheScreenShowsWhatIsCommandedByIds) {
   Access->MoveCategory(early, {});
   Access->MoveCategory(Books.Id(), {});
   EXPECT_EQ(tree.vstCategories.First()->NextSibling()->Object(), &Books) << "sorted";
+}
+
+class TWatchlistAccessExchange : public TWatchlistAccessTest {
+ public:
+  void Delete(const TWatchlistItem& iItem) {
+    User.ExpectQuestion(u"Soll der markierte Eintrag wirklich gelöscht werden?", true);
+    EXPECT_TRUE(Access->DeleteItems({iItem.SearchResultId()}));
+  }
+  static TLines NamesIn(TStringView iCategory) {
+    TLstWatchlistItem items(false);
+    const TWatchlistCategory* const category = Tree().FindCategoryByName(iCategory);
+    if (category == nullptr) return {"no category"};
+    for (const TWatchlistPlugin* group : category->LstPlugin()) {
+      for (TWatchlistItem* item : group->LstItem()) items.Add(*item);
+    }
+    return Names(items);
+  }
+
+  const TString File = Folder.File(u"teil.wch");
+};
+
+TEST_F(TWatchlistAccessExchange, ChosenCategoriesAndSourcesAreExported) {
+  TWatchlistCategory& novels = Category(u"Romane", &Books);
+  TWatchlistItem& faust = Item(novels, Auction, u"Faust");
+  TWatchlistItem& ilias = Item(novels, Shop, u"Ilias");
+  TWatchlistItem& clock = Item(Clocks, Auction, u"Wanduhr");
+  EXPECT_TRUE(Access->ExportToFile(File, {{Books.Id()}, {Auction->GetId()}}));
+  for (const TWatchlistItem* item : {&faust, &ilias, &clock}) Delete(*item);
+  EXPECT_TRUE(Access->ImportFromFile(File, {}));
+  EXPECT_THAT(NamesIn(u"Romane"), ElementsAre("Faust"));
+  EXPECT_EQ(Handler()->GetItemCount(), 1);
+}
+
+TEST_F(TWatchlistAccessExchange, UnknownIdsAreRefused) {
+  const TGuid id = NewGuid();
+  Item(Books, Auction, u"Faust");
+  EXPECT_EQ(Refusal([&] { Access->ExportToFile(File, {{id}, {}}); }), NoCategory(id));
+  EXPECT_EQ(Refusal([&] {
+              Access->ExportToFile(File, {{}, {id}});
+            }),
+            "Es gibt keine Quelle mit der Id " + ToUtf8(GUIDToString(id)) + ".");
+  EXPECT_FALSE(Folder.Has(u"teil.wch"));
+}
+
+TEST_F(TWatchlistAccessExchange, AnImportIntoACategoryAsksNothingAndIsSaved) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  EXPECT_TRUE(Access->ExportToFile(File, {}));
+  Delete(faust);
+  EXPECT_TRUE(Access->ImportFromFile(File, u" Geerbt\x01 "));
+  EXPECT_THAT(NamesIn(u"Geerbt"), ElementsAre("Faust"));
+  EXPECT_EQ(Flags(Auction), "-");
+  EXPECT_TRUE(Folder.Has(u"watchlist.dat"));
+}
+
+TEST_F(TWatchlistAccessExchange, WhatCanNotBeReadIsNotImported) {
+  Folder.Write(u"kaputt.wch", "nichts");
+  EXPECT_FALSE(Access->ImportFromFile(Folder.File(u"kaputt.wch"), {}));
+  EXPECT_FALSE(Access->ImportFromFile(Folder.File(u"weg.wch"), u"Geerbt"));
+  EXPECT_THROW(Access->ImportFromMobile(Folder.File(u"weg.xml")), Exception);
+  EXPECT_EQ(Tree().FindCategoryByName(u"Geerbt"), nullptr);
+}
+
+TEST_F(TWatchlistAccessExchange, OfAnOfferedFileTheUserChoosesAndSeesWhatCame) {
+  TWatchlistItem& faust = Item(Books, Auction, u"Faust");
+  EXPECT_TRUE(Access->ExportToFile(File, {}));
+  Delete(faust);
+  User.Expect<TfrmKKWatchlistImport>(
+      [](TfrmKKWatchlistImport& form) { EXPECT_TRUE(form.btnCancel.Click()); });
+  EXPECT_FALSE(Access->OfferImport(File));
+  EXPECT_EQ(Handler()->GetItemCount(), 0);
+  User.Expect<TfrmKKWatchlistImport>([this](TfrmKKWatchlistImport& form) {
+    User.Expect<TfrmWatchlistImportProgress>(
+        [this](TfrmWatchlistImportProgress&) { Loop.ProcessMessages(); });
+    EXPECT_TRUE(form.btnOK.Click());
+  });
+  EXPECT_TRUE(Access->OfferImport(File));
+  EXPECT_THAT(NamesIn(u"Bücher"), ElementsAre("Faust"));
+  EXPECT_TRUE(Form->Visible());
+}
+
+TEST_F(TWatchlistAccessExchange, WhatWasNotSavedIsSavedBeforeAFileIsRead) {
+  Item(Books, Auction, u"Faust");
+  EXPECT_TRUE(Access->ExportToFile(File, {}));
+  Item(Books, Auction, u"Ilias");
+  Record(Auction).SetChangedItems(true);
+  Record(Auction).SetChangedSearchResults(true);
+  User.Expect<TfrmKKWatchlistImport>(
+      [](TfrmKKWatchlistImport& form) { EXPECT_TRUE(form.btnCancel.Click()); });
+  EXPECT_FALSE(Access->OfferImport(File));
+  EXPECT_EQ(Flags(Auction), "-");
+  TMemoryStream results;
+  EXPECT_TRUE(TFileCompression::DecompressFile(Folder.File(u"watchlist.dat"),
+                                               GUIDToString(Auction->GetId()), results));
+  EXPECT_THAT(std::string(results.Bytes()), testing::HasSubstr("Ilias"));
+}
+
+TEST_F(TWatchlistAccessExchange, OfAnOfferedFileTheUserHearsThatItIsNone) {
+  Folder.Write(u"kaputt.wch", "nichts");
+  const TString file = Folder.File(u"kaputt.wch");
+  User.ExpectMessage(u"Diese Datei ist keine Beobachtenliste oder beschädigt: " + file);
+  EXPECT_FALSE(Access->OfferImport(file));
+}
+
+TEST_F(TWatchlistAccessExchange, TheMobileDocumentGoesOutAndComesBack) {
+  const TString file = Folder.File(u"mobil.xml");
+  Access->ExportToMobile(file);
+  EXPECT_THAT(Folder.Read(u"mobil.xml"), testing::HasSubstr("<name>Uhren</name>"));
+  User.ExpectQuestion(u"Soll die markierte Kategorie wirklich gelöscht werden?", true);
+  EXPECT_TRUE(Access->DeleteCategory(Clocks.Id()));
+  EXPECT_TRUE(Access->ImportFromMobile(file));
+  EXPECT_NE(Tree().FindCategoryByName(u"Uhren"), nullptr);
+  Folder.Write(u"neuer.xml", "<watchlist><version>2</version></watchlist>");
+  EXPECT_TRUE(Access->ImportFromMobile(Folder.File(u"neuer.xml")));
+}
+
+TEST_F(TWatchlistAccessExchange, TheOwnFileIsNotWrittenOver) {
+  Item(Books, Auction, u"Faust");
+  EXPECT_TRUE(Access->Save());
+  const std::string before = Folder.Read(u"watchlist.dat");
+  for (const TStringView name : {u"watchlist.dat", u"./watchlist.dat", u"watchlist.da~"}) {
+    const TString file = Folder.File(name);
+    const std::string refusal = "In " + ToUtf8(file) +
+                                " steht die Beobachtenliste selbst. Bitte geben Sie eine andere "
+                                "Datei an.";
+    EXPECT_EQ(Refusal([&] { Access->ExportToFile(file, {}); }), refusal);
+    EXPECT_EQ(Refusal([&] { Access->ExportToMobile(file); }), refusal);
+  }
+  EXPECT_EQ(Folder.Read(u"watchlist.dat"), before);
 }
 
 }  // namespace

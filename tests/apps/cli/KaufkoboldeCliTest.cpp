@@ -593,5 +593,133 @@ TEST_F(TKaufkoboldeCli, TheDemonstrationLeavesTheUsersListAlone) {
   EXPECT_EQ(RunCli({"demo"}, options).Exit, 1) << "without a folder there is no demonstration";
 }
 
+class TKaufkoboldeCliExchange : public TKaufkoboldeCli {
+ protected:
+  std::string File(const std::string& iName) const { return Other.Path() + "/" + iName; }
+  /// A call on another list.
+  TCliOutcome Elsewhere(std::vector<std::string> iWords,
+                        const TCliProcess::TOptions& iOptions = {}) const {
+    iWords.insert(iWords.begin(), {"--data", Other.Path() + "/andere"});
+    return RunCli(iWords, iOptions);
+  }
+
+  TTempFolder Other;
+};
+
+TEST_F(TKaufkoboldeCliExchange, AListGoesFromOneFolderToAnother) {
+  AddLampInto("Wohnzimmer");
+  Do({"note", "Lampe", "für Oma"});
+  Do({"category", "add", "Leer"});
+  EXPECT_EQ(Do({"export", File("alles.wch")}),
+            "1 Artikel geschrieben: " + File("alles.wch") + "\n");
+  const TCliOutcome came = Elsewhere({"import", File("alles.wch")});
+  EXPECT_EQ(came.Exit, 0) << came.Error;
+  EXPECT_EQ(came.Out, "Übernommen: 1 Artikel, 2 Kategorien, 0 Erinnerungen\n");
+  EXPECT_THAT(Elsewhere({"list"}).Out, AllOf(HasSubstr("Wohnzimmer"), HasSubstr("Leer")));
+  EXPECT_THAT(Elsewhere({"show", "Lampe"}).Out, AllOf(HasSubstr("für Oma"), HasSubstr("19,90")));
+  EXPECT_EQ(Elsewhere({"import", File("alles.wch")}).Out, "Es ist nichts darin, was neu wäre.\n");
+}
+
+TEST_F(TKaufkoboldeCliExchange, AnImportCanGoIntoOneCategory) {
+  AddLampInto("Wohnzimmer");
+  Do({"export", File("alles.wch"), "--category", "wohnzimmer", "--source", "Produktseiten"});
+  EXPECT_EQ(Elsewhere({"import", File("alles.wch"), "--category", "Geerbt"}).Exit, 0);
+  const std::string list = Elsewhere({"list"}).Out;
+  EXPECT_THAT(list, AllOf(HasSubstr("Geerbt"), HasSubstr("Lampe"), Not(HasSubstr("Wohnzimmer"))));
+}
+
+TEST_F(TKaufkoboldeCliExchange, WhatTheExportRefusesLeavesNoFile) {
+  const TCliOutcome empty = Run({"export", File("alles.wch")});
+  EXPECT_EQ(empty.Exit, 1);
+  EXPECT_EQ(empty.Error, "Fehler: Es liegen keine Einträge vor, die exportiert werden können.\n");
+  AddLampInto("Wohnzimmer");
+  EXPECT_EQ(Run({"export", File("alles.wch"), "--category", "Keller"}).Exit, 2);
+  const TCliOutcome own = Run({"export", Data.Path() + "/watchlist.dat", "--yes"});
+  EXPECT_EQ(own.Exit, 1);
+  EXPECT_THAT(own.Error, HasSubstr("steht die Beobachtenliste selbst"));
+  EXPECT_THAT(Other.Names(), IsEmpty());
+  EXPECT_THAT(Do({"list"}), HasSubstr("Lampe"));
+}
+
+TEST_F(TKaufkoboldeCliExchange, AnExportThatDoesNotReachTheDiskFails) {
+  AddLampInto("Wohnzimmer");
+  const TCliOutcome outcome = Run({"export", File("weg/alles.wch")});
+  EXPECT_EQ(outcome.Exit, 1);
+  EXPECT_THAT(outcome.Error, AllOf(StartsWith("Fehler: "), HasSubstr(File("weg/alles.wch"))));
+  EXPECT_THAT(outcome.Out, IsEmpty());
+  EXPECT_EQ(Run({"mobile", "export", File("weg/alles.xml")}).Exit, 1);
+}
+
+TEST_F(TKaufkoboldeCliExchange, AnExistingFileIsAskedAboutFirst) {
+  AddLampInto("Wohnzimmer");
+  Other.Write(u"alles.wch", "alt");
+  const TCliOutcome refused = Run({"export", File("alles.wch")});
+  EXPECT_EQ(refused.Exit, 1);
+  EXPECT_THAT(refused.Error, HasSubstr("bleibt, wie sie ist (--yes ersetzt sie)"));
+  EXPECT_EQ(Other.Read(u"alles.wch"), "alt");
+  Do({"export", File("alles.wch"), "--yes"});
+  EXPECT_THAT(Other.Read(u"alles.wch"), StartsWith("PK"));
+  EXPECT_THAT(Other.Names(), testing::ElementsAre("alles.wch"));
+}
+
+TEST_F(TKaufkoboldeCliExchange, DamagedFilesAreTold) {
+  Other.Write(u"kaputt.wch", "nichts");
+  const TCliOutcome file = Run({"import", File("kaputt.wch")});
+  EXPECT_EQ(file.Exit, 1);
+  EXPECT_THAT(file.Error, AllOf(HasSubstr(File("kaputt.wch")),
+                                HasSubstr("Fehler: Es ist nichts übernommen worden.")));
+  const TCliOutcome document = Run({"mobile", "import", File("kaputt.wch")});
+  EXPECT_EQ(document.Exit, 1);
+  EXPECT_THAT(document.Error, HasSubstr("Fehler: Es ist nichts übernommen worden."));
+  EXPECT_EQ(Run({"import", File("weg.wch")}).Error,
+            "Fehler: Datei nicht vorhanden: " + File("weg.wch") + "\n");
+}
+
+TEST_F(TKaufkoboldeCliExchange, TheMobileDocumentGoesFromOneFolderToAnother) {
+  AddLampInto("Wohnzimmer");
+  Do({"mobile", "export", File("mobil.xml")});
+  EXPECT_THAT(Other.Read(u"mobil.xml"),
+              AllOf(HasSubstr("<name>Lampe</name>"), HasSubstr("<price>19.9</price>")));
+  EXPECT_EQ(Elsewhere({"mobile", "import", File("mobil.xml")}).Exit, 0);
+  EXPECT_THAT(Elsewhere({"show", "Lampe"}).Out, AllOf(HasSubstr("Wohnzimmer"), HasSubstr("19,90")));
+}
+
+TEST_F(TKaufkoboldeCliExchange, TheHostsCommandLineImports) {
+  AddLampInto("Wohnzimmer");
+  Do({"export", File("alles.wch")});
+  const TCliOutcome came = Elsewhere({"-remimport", File("alles.wch")});
+  EXPECT_EQ(came.Exit, 0) << came.Error;
+  EXPECT_EQ(came.Out, "Aufgenommen: Lampe (in Wohnzimmer)\n");
+  EXPECT_EQ(Elsewhere({"-remimport", File("weg.wch")}).Exit, 1);
+}
+
+TEST_F(TKaufkoboldeCliExchange, ARunningHostWritesAndReadsInTheCallersFolder) {
+  AddLampInto("Wohnzimmer");
+  TCliProcess host(WithData({"run"}));
+  ASSERT_TRUE(host.WaitForOutput("Bereit"));
+  TCliProcess::TOptions options;
+  options.Folder = Other.Path();
+  EXPECT_EQ(Run({"export", "alles.wch"}, options).Exit, 0);
+  EXPECT_EQ(Run({"delete", "Lampe", "--yes"}).Exit, 0);
+  const TCliOutcome came = Run({"import", "alles.wch"}, options);
+  EXPECT_EQ(came.Exit, 0) << came.Error;
+  EXPECT_THAT(Run({"list"}).Out, HasSubstr("Lampe"));
+  host.Signal(SIGTERM);
+  EXPECT_EQ(host.Wait().Exit, 0);
+  EXPECT_THAT(Do({"list"}), HasSubstr("Lampe"));
+}
+
+TEST_F(TKaufkoboldeCliExchange, OnATerminalAnExistingFileCanBeReplaced) {
+  AddLampInto("Wohnzimmer");
+  Other.Write(u"alles.wch", "alt");
+  TCliProcess::TOptions options;
+  options.Terminal = true;
+  TCliProcess call(WithData({"export", File("alles.wch")}), options);
+  ASSERT_TRUE(call.WaitForOutput("Soll sie ersetzt werden?"));
+  call.Type("j\n");
+  EXPECT_EQ(call.Wait().Exit, 0);
+  EXPECT_THAT(Other.Read(u"alles.wch"), StartsWith("PK"));
+}
+
 }  // namespace
 }  // namespace kk
