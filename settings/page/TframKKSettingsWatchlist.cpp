@@ -5,16 +5,24 @@
 
 namespace kk {
 
+namespace {
+
+constexpr int cIndent = 14;
+
+}  // namespace
+
 TframKKSettingsWatchlist::TframKKSettingsWatchlist() : TPanel(nullptr, u"framKKSettingsWatchlist") {
   using TSelf = TframKKSettingsWatchlist;
-  for (TPanel* row :
-       {&pnlInterval, &pnlSoundfile, &pnlRemindType, &pnlTimeSpan, &pnlTimeRelative}) {
+  for (TPanel* row : {&pnlInterval, &pnlSoundfile, &pnlDefaults, &pnlRemindType, &pnlTimeSpan,
+                      &pnlTimeRelative}) {
     row->SetArrangement(TArrangement::arRow);
   }
   for (TComboBox* list : {&cmbxRemindType, &cmbxTimeRelative}) list->SetEditable(false);
   for (const TStringView text : cSettingsRemindTypeText) cmbxRemindType.AddItem(text);
   for (const TStringView text : cRemindTimeRelativeText) cmbxTimeRelative.AddItem(text);
   edtSoundfile.SetStretches(true);
+  pnlIndent.SetMinSize(cIndent, 0);
+  // The settings take more; whoever has set more by hand gets the upper bound with the next OK.
   spnedtInterval.SetBounds(1, 1000);
   chckbxUpdateOnInterval.SetOnClick(TNotifyEvent::Of<&TSelf::chckbxUpdateOnIntervalClick>(this));
   chckbxShowItemCount.SetOnClick(TNotifyEvent::Of<&TSelf::chckbxShowItemCountClick>(this));

@@ -61,7 +61,10 @@ class TframKKSettingsWatchlist final : public TPanel {
   TRadioButton rdbtnUseDefaultSettings{&pnlReminder, u"rdbtnUseDefaultSettings",
                                        _resSettingsUseDefaultSettings};
 
-  TPanel pnlDefaultReminderSettings{&pnlReminder, u"pnlDefaultReminderSettings"};
+  // Moved to the right, as what belongs to the choice above.
+  TPanel pnlDefaults{&pnlReminder, u"pnlDefaults"};
+  TPanel pnlIndent{&pnlDefaults, u"pnlIndent"};
+  TPanel pnlDefaultReminderSettings{&pnlDefaults, u"pnlDefaultReminderSettings"};
   TPanel pnlRemindType{&pnlDefaultReminderSettings, u"pnlRemindType"};
   TLabel Label3{&pnlRemindType, u"Label3", _resSettingsRemindType};
   TComboBox cmbxRemindType{&pnlRemindType, u"cmbxRemindType"};
