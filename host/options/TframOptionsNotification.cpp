@@ -23,11 +23,11 @@ class TfrmTrialPopUp final : public TfrmMSNPopUpBase {
  public:
   explicit TfrmTrialPopUp(TStringView iText) : TfrmMSNPopUpBase(nullptr, u"TfrmTrialPopUp") {
     SetCaption(u"Erinnerung");
-    lblText.SetCaption(iText);
+    FText.SetCaption(iText);
   }
 
  private:
-  TLabel lblText{this, u"lblText"};
+  TLabel FText{this, u"lblText"};
 };
 
 // As the notifier numbers them; what it does not know is the program's own window.
