@@ -39,14 +39,15 @@ void TResultsToInsert::Sort(const TIntf<ISearchResult>& iResult) {
   if (FItems.GetCount() > 0 && known != &FItems.GetItems(0)) {
     (void)FTarget.Updater().HasSearchResult(iResult);
   }
-  if (known != nullptr) FKnownItems.Add(*known);
+  if (known != nullptr) FKnownItems.push_back(known->SearchResultId());
   (known != nullptr ? FKnown : FNew)->Add(iResult);
 }
 
 void TResultsToInsert::MoveKnownItems(TWatchlistCategory& iTarget, int iGroup) const {
   if (FKnown->GetCount() == 0) return;
-  for (TWatchlistItem* item : FKnownItems) {
-    if (SameGuid(item->ParentCategoryId(), iTarget.Id())) continue;
+  for (const TGuid& id : FKnownItems) {
+    TWatchlistItem* item = Handler()->LstCategory().FindItemById(id);
+    if (item == nullptr || SameGuid(item->ParentCategoryId(), iTarget.Id())) continue;
     TLstWatchlistItem& group = iTarget.LstPlugin().GetItems(iGroup).LstItem();
     group.Add(item->List()->Extract(*item));
     item->SetParentCategoryId(iTarget.Id());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "model/TLstWatchlistCategory.h"
 #include "model/TLstWatchlistIntegration.h"
 
@@ -11,7 +13,7 @@ class TfrmKKWatchlist;
 /// views of other plug-ins share. Nothing is caught here: failures pass to the caller. Main thread.
 
 /// Results on their way into the list: which of them are new, and which an item of the source says
-/// are the same as itself.
+/// are the same as itself. Sorted before the user is asked, and moved after that.
 class TResultsToInsert {
  public:
   /// Looks at all items of the source as they stand now.
@@ -22,14 +24,15 @@ class TResultsToInsert {
   const TIntf<IInterfaceList>& Known() const { return FKnown; }
 
   /// Moves the known items, unless the list of known results was emptied, into the target's group
-  /// at this position. Those that stand in the target stay as they are. A position that is not in
-  /// the target's list raises EListError before the item is touched.
+  /// at this position. Those that stand in the target, or that have gone since they were sorted,
+  /// stay as they are. A position that is not in the target's list raises EListError before the
+  /// item is touched.
   void MoveKnownItems(TWatchlistCategory& iTarget, int iGroup) const;
 
  private:
   TWatchlistIntegration& FTarget;
   TLstWatchlistItem FItems{false};
-  TLstWatchlistItem FKnownItems{false};
+  std::vector<TGuid> FKnownItems;
   TIntf<IInterfaceList> FNew = NewInterfaceList();
   TIntf<IInterfaceList> FKnown = NewInterfaceList();
 };

@@ -126,10 +126,8 @@ TEST_F(TAskForTargetCategoryTest, NotAgainSwitchesTheQuestionOff) {
 
 TEST_F(TAskForTargetCategoryTest, CategoryThatWentDuringTheQuestionCountsAsCancel) {
   User.Expect<TfrmWatchlistAddSearchResults>([this](TfrmWatchlistAddSearchResults& form) {
-    form.cmbxCategory.EnterText(u"Möbel");
-    form.cmbxCategory.EnterText(u"");
-    form.btnOnlyNew.SetEnabled(true);
-    Tree().DeleteCategory(Unassigned());
+    form.cmbxCategory.EnterText(u"Bücher");
+    Tree().DeleteCategory(Books);
     form.btnOnlyNew.Click();
   });
   EXPECT_EQ(Ask(), nullptr);
@@ -233,6 +231,19 @@ TEST_F(TInsertTest, ResultInTheQueueCountsAsNew) {
   ExpectQuestion(u"Bücher");
   EXPECT_TRUE(Insert(u"Faust"));
   EXPECT_EQ(Record(Auction).Updater().GetCount(), 2) << "the queue's answer has no effect";
+}
+
+TEST_F(TInsertTest, KnownItemThatGoesDuringTheQuestionIsNotMoved) {
+  const TGuid id = Item(Books, Auction, u"Faust").SearchResultId();
+  User.Expect<TfrmWatchlistAddSearchResults>([&](TfrmWatchlistAddSearchResults& form) {
+    Tree().DeleteItemById(id);
+    form.cmbxCategory.EnterText(u"Uhren");
+    form.btnAll.Click();
+  });
+  EXPECT_TRUE(Insert(u"Faust"));
+  EXPECT_EQ(Tree().FindItemById(id), nullptr);
+  EXPECT_EQ(Clocks.LstPlugin().GetCount(), 0) << "the group made for it has gone again";
+  EXPECT_EQ(Flags(Auction), "-");
 }
 
 TEST_F(TInsertTest, FirstItemThatIsTheSameIsMoved) {

@@ -42,25 +42,24 @@ TAddResult TfrmWatchlistAddSearchResults::Display(const TLstWatchlistCategory& i
   const TAddResult result = ToAddResult(form.ShowModal());
   oDoNotShowAgain = form.chckbxNotAgain.Checked();
   ioPreset = form.chckbxPreset.Checked();
-  const auto* chosen = dynamic_cast<TWatchlistCategory*>(form.cmbxCategory.SelectedObject());
-  if (chosen == nullptr) {
+  const int chosen = form.cmbxCategory.ItemIndex();
+  if (chosen < 0) {
     oCategoryName = form.cmbxCategory.Text();
   } else {
     oCategoryName.clear();
-    ioPresetCategoryId = chosen->Id();
+    ioPresetCategoryId = form.FCategoryIds[static_cast<size_t>(chosen)];
   }
   return result;
 }
 
 void TfrmWatchlistAddSearchResults::SetCategories(const TLstWatchlistCategory& iLstCategory,
                                                   const TGuid& iPresetCategoryId) {
-  for (TWatchlistCategory* category : iLstCategory) {
-    cmbxCategory.AddItem(category->Name(), category);
+  for (const TWatchlistCategory* category : iLstCategory) {
+    cmbxCategory.AddItem(category->Name());
+    FCategoryIds.push_back(category->Id());
   }
   FPresetIndex = iLstCategory.IndexOfId(iPresetCategoryId);
-  const int shown = FPresetIndex >= 0 ? FPresetIndex : iLstCategory.IndexOfId(cEmptyGuid);
-  if (shown < 0) return;
-  cmbxCategory.SetItemIndex(cmbxCategory.IndexOfObject(&iLstCategory.GetItems(shown)));
+  cmbxCategory.SetItemIndex(FPresetIndex >= 0 ? FPresetIndex : iLstCategory.IndexOfId(cEmptyGuid));
 }
 
 void TfrmWatchlistAddSearchResults::SetPresetUsed(bool iUsed) {

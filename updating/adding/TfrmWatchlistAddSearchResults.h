@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "host/controls/TCheckBox.h"
 #include "host/controls/TComboBox.h"
 #include "host/controls/TLabel.h"
@@ -49,6 +51,7 @@ class TfrmWatchlistAddSearchResults final : public TfrmKKCommonBase {
   void SetCategories(const TLstWatchlistCategory& iLstCategory, const TGuid& iPresetCategoryId);
   void SetPresetUsed(bool iUsed);
 
+  std::vector<TGuid> FCategoryIds;  // in the order of the box; the categories may go meanwhile
   int FPresetIndex = -1;
   bool FPresetUsed = false;
 };

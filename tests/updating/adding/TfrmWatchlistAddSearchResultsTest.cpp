@@ -73,8 +73,7 @@ TEST_F(TfrmWatchlistAddSearchResultsTest, ListsTheCategoriesAndSelectsThePreset)
     const auto& items = form.cmbxCategory.Items();
     ASSERT_EQ(items.size(), 3u);
     EXPECT_EQ(items[2].Text, u"Uhren");
-    EXPECT_EQ(items[2].Object, &Clocks);
-    EXPECT_EQ(form.cmbxCategory.SelectedObject(), &Books);
+    EXPECT_EQ(form.cmbxCategory.ItemIndex(), 1);
     EXPECT_EQ(form.cmbxCategory.Text(), u"Bücher");
     form.btnCancel.Click();
   });
@@ -127,6 +126,19 @@ TEST_F(TfrmWatchlistAddSearchResultsTest, CategoriesOfOneNameAreToldApart) {
   EXPECT_EQ(PresetId, moreBooks.Id());
 }
 
+TEST_F(TfrmWatchlistAddSearchResultsTest, CategoryThatGoesWhileItIsChosenIsToldAllTheSame) {
+  auto category = std::make_unique<TWatchlistCategory>();
+  const TGuid id = NewGuid();
+  Add(*category, id, u"Münzen");
+  Display([&](TDialog& form) {
+    form.cmbxCategory.Select(3);
+    category.reset();
+    form.btnAll.Click();
+  });
+  EXPECT_EQ(PresetId, id);
+  EXPECT_EQ(Name, u"");
+}
+
 TEST_F(TfrmWatchlistAddSearchResultsTest, BothBoxesAreToldOnACancelToo) {
   EXPECT_EQ(Display([](TDialog& form) {
               EXPECT_FALSE(form.chckbxNotAgain.Checked());
@@ -169,7 +181,7 @@ TEST_F(TfrmWatchlistAddSearchResultsTest, APresetThatIsGoneShowsTheCatchAllCateg
   PresetId = NewGuid();
   Preset = true;
   Display([this](TDialog& form) {
-    EXPECT_EQ(form.cmbxCategory.SelectedObject(), &Nowhere);
+    EXPECT_EQ(form.cmbxCategory.ItemIndex(), 0);
     EXPECT_TRUE(form.chckbxPreset.Checked());
     form.cmbxCategory.Select(1);
     EXPECT_FALSE(form.chckbxPreset.Checked());
