@@ -1,6 +1,8 @@
 #include "plugin/UnitKKPluginWatchlist.h"
 
-#include "host/base/Guard.h"
+#include <utility>
+
+#include "host/base/WithCleanup.h"
 #include "host/common/TCmdParams.h"
 #include "host/common/TFileHelper.h"
 #include "host/contract/IWatchlistVisualization.h"
@@ -106,12 +108,20 @@ void TPluginWatchlist::CreateForm(const TIntf<IApplication>& iApplication) {
 }
 
 void TPluginWatchlist::Uninitialize() {
-  // A list that was never loaded must not be saved over the file.
-  if (FLoaded) Handler()->Uninitialize();
-  FLoaded = false;
+  // What a source raises on the way goes to the host; nothing is left behind even so.
+  WithCleanup(
+      u"TPluginWatchlist.Uninitialize",
+      [this] {
+        // A list that was never loaded must not be saved over the file.
+        if (std::exchange(FLoaded, false)) Handler()->Uninitialize();
+        if (FForm) FForm->Uninitialize();
+      },
+      [this] { LetGo(); });
+}
+
+void TPluginWatchlist::LetGo() {
   if (FAccess) FAccess->Detach();
   FAccess = nullptr;
-  if (FForm) FForm->Uninitialize();
   FForm.reset();
   FreeHandler();
   FRemindThreadSite.reset();
@@ -167,11 +177,7 @@ bool TPluginWatchlist::CmdLineImportFromFile(TStringView iFileName) {
   LogInfo(_resLoggingSenderPlugin, _resLoggingcmdParamImportFromFile, {iFileName});
   bool imported = false;
   Guarded(u"CmdLineImportFromFile", [&] {
-    if (!FForm || !FileExists(iFileName)) return;
-    if (!FForm->Import().ExecuteInBackground(iFileName)) return;
-    Handler()->SaveAll();
-    FForm->BuildCategoriesTree(true);
-    imported = true;
+    imported = FForm && FileExists(iFileName) && FForm->ImportInBackgroundFromFile(iFileName);
   });
   return imported;
 }

@@ -82,6 +82,7 @@ class TPluginWatchlist : public TCommonPlugin<IMultiThreadPlugin, ISearchLocatio
   void CreateToolbarButton();
   void AddIntegrations();
   void CreateForm(const TIntf<IApplication>& iApplication);
+  void LetGo();
   void DoToolbarButtonClick(TObject* Sender);
   bool CmdLineAddItem(TStringView iValue);
   bool CmdLineImportFromFile(TStringView iFileName);

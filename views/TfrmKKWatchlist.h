@@ -49,7 +49,6 @@ class TfrmKKWatchlist : public TfrmKKCommonSectionBase, private IAddProgressOwne
   TWatchlistItemCommands& Items() { return FCommands.Items; }
   TWatchlistUpdateCommands& Updates() { return FCommands.Updates; }
   TWatchlistReminderCommands& Reminders() { return FCommands.Reminders; }
-  TWatchlistImport& Import() { return *FImport; }
   TfrmWatchlistAddProgress& FormAddProgress() { return FFormAddProgress; }
   /// The results of the last add; the next one replaces them.
   const IInterfaceList& AddedSearchResults() const { return *FAddedSearchResults; }

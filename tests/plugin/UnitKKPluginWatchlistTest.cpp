@@ -192,6 +192,21 @@ TEST_F(TPluginWatchlistTest, UninitializeSavesAndLetsGoOfEverything) {
   EXPECT_FALSE(Ask<IWatchlistAccess>());
 }
 
+TEST_F(TPluginWatchlistTest, SourceThatFailsAtTheEndIsToldOfAndNothingIsLeftBehind) {
+  Initialize();
+  Item(Unassigned(), Auction, u"Faust");
+  Form().InitializeWithDelay();
+  Form().Show();
+  const auto access = Ask<IWatchlistAccess>();
+  Auction->SetFailingViewCall("HideList");
+  EXPECT_THROW(Plugin->Uninitialize(), Exception);
+  EXPECT_TRUE(Folder.Has(cWatchlistFileName));
+  EXPECT_EQ(Handler(), nullptr);
+  EXPECT_EQ(Plugin->DoGetForm(nullptr), nullptr);
+  EXPECT_FALSE(Ask<IToolbarExtender>());
+  EXPECT_THROW(access->GetTree(), Exception);
+}
+
 TEST_F(TPluginWatchlistTest, CallsBehindUninitializeDoNothing) {
   Initialize();
   Plugin->Uninitialize();
