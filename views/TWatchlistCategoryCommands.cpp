@@ -63,11 +63,15 @@ void TWatchlistCategoryCommands::CheckEditable(const TWatchlistCategory& iCatego
   if (IsUnassigned(iCategory)) throw Exception(_resRefusedUnassigned);
 }
 
+void TWatchlistCategoryCommands::CheckPlace(const TWatchlistCategory* iParent) {
+  if (iParent != nullptr) CheckEditable(*iParent);
+  CheckDepth(iParent, 1);
+}
+
 TWatchlistCategory& TWatchlistCategoryCommands::AddCategory(TWatchlistCategory* iParent,
                                                             TStringView iName,
                                                             const TStringList& iDescription) {
-  if (iParent != nullptr) CheckEditable(*iParent);
-  CheckDepth(iParent, 1);
+  CheckPlace(iParent);
   CheckName(ProposeName(), iName);
   auto category = std::make_unique<TWatchlistCategory>();
   category->SetName(iName);

@@ -22,6 +22,9 @@ class TWatchlistCategoryCommands {
   /// the top level, whatever the level of the category, as required.
   static bool NameExists(TStringView iOldName, TStringView iName);
 
+  /// Refuses a place that can take no new category, before the user has typed anything for it; null
+  /// is the top level.
+  static void CheckPlace(const TWatchlistCategory* iParent);
   /// A new category at the end of the parent's children, or of the top level.
   TWatchlistCategory& AddCategory(TWatchlistCategory* iParent, TStringView iName,
                                   const TStringList& iDescription);

@@ -89,20 +89,18 @@ void TWatchlistReminderCommands::AutoEnableReminder(bool iShowEditor,
   AddReminders(entries);
 }
 
-bool TWatchlistReminderCommands::Edit(const TIntf<IInterfaceList>& ioResults,
-                                      const TIntf<ISearchResult>& iFirst) {
-  DropEnded(*ioResults);
-  const int count = ioResults->GetCount();
-  if (count == 0) return false;
-  MoveToFront(*ioResults, iFirst);
-  if (count > 1 && !AskEditReminders(count)) return false;
-  AutoEnableReminder(true, *ioResults);
+bool TWatchlistReminderCommands::Edit(const IInterfaceList& iResults) {
+  const int count = iResults.GetCount();
+  if (count == 0 || (count > 1 && !AskEditReminders(count))) return false;
+  AutoEnableReminder(true, iResults);
   return true;
 }
 
 void TWatchlistReminderCommands::DoTabReminderAdd(const TIntf<IWatchlistIntegration>& iIntegration,
                                                   const TIntf<IInterfaceList>& ioResults) {
-  if (!Edit(ioResults, FSeams.View.FocusedResult())) return;
+  DropEnded(*ioResults);
+  if (ioResults->GetCount() > 0) MoveToFront(*ioResults, FSeams.View.FocusedResult());
+  if (!Edit(*ioResults)) return;
   for (int i = 0; i < ioResults->GetCount(); ++i) {
     RefreshRow(iIntegration, GetAs<ISearchResult>(*ioResults, i));
   }
@@ -110,7 +108,8 @@ void TWatchlistReminderCommands::DoTabReminderAdd(const TIntf<IWatchlistIntegrat
 }
 
 void TWatchlistReminderCommands::EditReminders(const TIntf<IInterfaceList>& ioResults) {
-  if (!Edit(ioResults, {})) return;
+  DropEnded(*ioResults);
+  if (!Edit(*ioResults)) return;
   for (int i = 0; i < ioResults->GetCount(); ++i) {
     const auto result = GetAs<ISearchResult>(*ioResults, i);
     // It may have gone while the editor stood.

@@ -38,8 +38,8 @@ class TWatchlistReminderCommands {
                        const TIntf<IInterfaceList>& iResults, const std::vector<TGuid>& iIds);
 
  private:
-  /// Up to the end of the editor; false if it did not come up.
-  bool Edit(const TIntf<IInterfaceList>& ioResults, const TIntf<ISearchResult>& iFirst);
+  /// Asks if there are several, up to the end of the editor; false for no, and for no results.
+  bool Edit(const IInterfaceList& iResults);
 
   const TWatchlistSeams& FSeams;
 };

@@ -1,5 +1,7 @@
 #include "views/TWatchlistTreeCommands.h"
 
+#include <optional>
+
 #include "host/base/Guard.h"
 #include "host/contract/IWatchlistVisualization.h"
 #include "views/WatchlistModel.h"
@@ -52,7 +54,9 @@ void TWatchlistTreeCommands::mntmAddClick(TObject* Sender) {
 }
 
 void TWatchlistTreeCommands::AddCategory(TVirtualNode* iPlace) {
-  TWatchlistCategory* const parent = CategoryAt(iPlace);
+  const TWatchlistCategory* const parent = CategoryAt(iPlace);
+  TWatchlistCategoryCommands::CheckPlace(parent);
+  const std::optional<TGuid> parentId = parent ? std::optional(parent->Id()) : std::nullopt;
   TStringList description;
   TString name = TWatchlistCategoryCommands::ProposeName();
   // Looks like a mistake and is required: the dialog calls itself "Kategorie bearbeiten" here, too.
@@ -60,8 +64,10 @@ void TWatchlistTreeCommands::AddCategory(TVirtualNode* iPlace) {
     return;
   }
   // Other events have come in while the dialog stood: the place may have gone.
-  if (parent != nullptr && FTree.GetNodeByObj(parent) == nullptr) return;
-  FCommands.Categories.AddCategory(parent, name, description);
+  TWatchlistCategory* const place =
+      parentId ? RootCategories().FindCategoryById(*parentId) : nullptr;
+  if (parentId && place == nullptr) return;
+  FCommands.Categories.AddCategory(place, name, description);
 }
 
 void TWatchlistTreeCommands::mntmEditClick(TObject*) {
@@ -73,30 +79,34 @@ void TWatchlistTreeCommands::mntmEditClick(TObject*) {
   }
 }
 
-// Both edit a copy: what they are for may have gone when the dialog ends.
-void TWatchlistTreeCommands::EditCategory(TWatchlistCategory& iCategory) {
+// Both edit a copy, and look up by the id what they are for: it may have gone when the dialog ends.
+void TWatchlistTreeCommands::EditCategory(const TWatchlistCategory& iCategory) {
+  const TGuid id = iCategory.Id();
   TStringList description;
   description.Assign(iCategory.Description());
   TString name = iCategory.Name();
   if (!TfrmKKPluginWatchlistEditCategory::DisplayEdit(FCommands.Seams.Form, description, name)) {
     return;
   }
-  if (FTree.GetNodeByObj(&iCategory) == nullptr) return;
-  iCategory.SetDescription(description);
-  iCategory.SetName(name);
-  FCommands.Seams.View.CategoryChanged(iCategory);
-  FTree.ShowInExplorerBar(&iCategory);
+  TWatchlistCategory* const category = RootCategories().FindCategoryById(id);
+  if (category == nullptr) return;
+  category->SetDescription(description);
+  category->SetName(name);
+  FTree.RepaintNode(*category);
+  FTree.ShowInExplorerBar(category);
 }
 
 // Looks like a mistake and is required: unlike the same edit in a result list, it does not mark the
 // source as changed; the note is written when something else has marked it.
-void TWatchlistTreeCommands::EditNote(TWatchlistItem& iItem) {
+void TWatchlistTreeCommands::EditNote(const TWatchlistItem& iItem) {
+  const TGuid id = iItem.SearchResultId();
   TStringList lines;
   lines.Assign(iItem.Description());
   if (!TfrmKKWatchlistEditItemDescription::Display(FCommands.Seams.Form, lines)) return;
-  if (FTree.GetNodeByObj(&iItem) == nullptr) return;
-  iItem.SetDescription(lines);
-  FTree.RepaintNode(iItem);
+  TWatchlistItem* const item = RootCategories().FindItemById(id);
+  if (item == nullptr) return;
+  item->SetDescription(lines);
+  FTree.RepaintNode(*item);
 }
 
 void TWatchlistTreeCommands::mntmDeleteClick(TObject*) {

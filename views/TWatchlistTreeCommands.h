@@ -32,8 +32,8 @@ class TWatchlistTreeCommands : public TObject {
  private:
   void BindTree();
   void AddCategory(TVirtualNode* iPlace);
-  void EditCategory(TWatchlistCategory& iCategory);
-  void EditNote(TWatchlistItem& iItem);
+  void EditCategory(const TWatchlistCategory& iCategory);
+  void EditNote(const TWatchlistItem& iItem);
   void MoveItem(TWatchlistCategory* iTarget, TWatchlistItem& iItem);
   void ShowItem(TVirtualNode& iNode);
   /// Leaves the focus alone. False if the category has no node.

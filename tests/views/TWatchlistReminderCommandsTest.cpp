@@ -213,6 +213,17 @@ TEST_F(TWatchlistReminderCommandsTest, OneResultThatHasEndedDoesNothingAndAsksNo
   EXPECT_THAT(View.Calls, IsEmpty());
 }
 
+TEST_F(TWatchlistReminderCommandsTest, FocusIsAskedForOnlyIfSomethingIsLeft) {
+  struct TBlindView : TRecordingView {
+    TIntf<ISearchResult> FocusedResult() const override { throw Exception(u"Kein Fokus"); }
+  } view;
+  TWatchlistCommands commands({view, Form.get()});
+  commands.Reminders.DoTabReminderAdd(Auction, Results({&Ended}));
+  const auto add = [&] { commands.Reminders.DoTabReminderAdd(Auction, Results({&Faust})); };
+  EXPECT_EQ(Refusal(add), "Kein Fokus");
+  EXPECT_EQ(User.ShownCount(), 0);
+}
+
 TEST_F(TWatchlistReminderCommandsTest, ResultThatEndsAtThisMomentIsNotOffered) {
   Add(Results({&Item(Books, Auction, u"Jetzt", Now())}));
   EXPECT_EQ(User.ShownCount(), 0);

@@ -91,6 +91,16 @@ TEST_F(TWatchlistTreeCommandsTest, UnassignedCategoryAndGroupsGetNoSubCategory) 
   EXPECT_EQ(User.ShownCount(), 0);
 }
 
+TEST_F(TWatchlistTreeCommandsTest, LevelOfAGroupOfTheUnassignedCategoryIsRefusedBeforeTheDialog) {
+  Item(Unassigned(), Shop, u"Lampe");
+  Form->BuildCategoriesTree(true);
+  const TObject& group = Group(Unassigned(), Shop);
+  EXPECT_EQ(Refusal([&] { ClickMenu(&group, {cNew, cAtLevel}); }),
+            "Das geht nicht mit der Kategorie \"<Keiner Kategorie zugewiesen>\".");
+  EXPECT_EQ(User.ShownCount(), 0);
+  EXPECT_EQ(Unassigned().LstCategory().GetCount(), 0);
+}
+
 TEST_F(TWatchlistTreeCommandsTest, WithNothingSelectedOnlyTheTopLevelGetsACategory) {
   Form->BuildCategoriesTree(false);
   EXPECT_FALSE(Pane().btnNewGroup.Click());
@@ -238,6 +248,32 @@ TEST_F(TWatchlistTreeCommandsTest, WhatGoesWhileItsDialogStandsIsNotEdited) {
     form.btnOK.Click();
   });
   EXPECT_TRUE(ClickMenu(&Clocks, {cEdit}));
+}
+
+TEST_F(TWatchlistTreeCommandsTest, WhatIsReplacedWhileItsDialogStandsIsEdited) {
+  const TGuid alarm = Alarm.SearchResultId();
+  User.Expect<TfrmKKWatchlistEditItemDescription>([&](TfrmKKWatchlistEditItemDescription& form) {
+    Tree().DeleteItemById(alarm);
+    auto other = std::make_unique<TWatchlistItem>();
+    other->SetSearchResultId(alarm);
+    Group(Clocks, Shop).LstItem().Add(std::move(other));
+    Form->BuildCategoriesTree(true);
+    form.rchedtDescription.EnterText(u"Für Oma");
+    form.btnOK.Click();
+  });
+  EXPECT_TRUE(ClickMenu(&Alarm, {cEdit}));
+  ASSERT_EQ(Tree().FindItemById(alarm)->Description().GetCount(), 1);
+  const TGuid clocks = Clocks.Id();
+  User.Expect<TfrmKKPluginWatchlistEditCategory>([&](TfrmKKPluginWatchlistEditCategory& form) {
+    Tree().DeleteCategory(Clocks);
+    Category(u"Andere").SetId(clocks);
+    Form->BuildCategoriesTree(true);
+    form.edtName.EnterText(u"Zeit");
+    form.btnOK.Click();
+  });
+  EXPECT_TRUE(ClickMenu(&Clocks, {cEdit}));
+  EXPECT_EQ(Tree().FindCategoryById(clocks)->Name(), u"Zeit");
+  EXPECT_TRUE(BarShows(u"Zeit"));
 }
 
 // Deleting.
