@@ -1,8 +1,10 @@
 #include "apps/desktop/shell/TDesktop.h"
 
+#include <QTimer>
 #include <algorithm>
 
 #include "apps/desktop/shell/TIniFileSectionMainWindow.h"
+#include "apps/desktop/skin/AsUser.h"
 #include "host/base/Guard.h"
 #include "host/common/TCmdParams.h"
 #include "host/common/TFileHelper.h"
@@ -27,7 +29,7 @@ TDesktop::TDesktop(TTrayIcon& ioTray)
   FWindow.SetOnQuit([this] { FOnQuit(); });
   FWindow.SetOnAbout([] { ShowAbout(); });
   FWindow.SetOnTryExample([this] { DoTryExample(nullptr); });
-  FWindow.SetOnDrop([this](const TDroppedText& iText) { Take(iText); });
+  FWindow.SetOnDrop([this](const TDroppedText& iText) { TakeDrop(iText); });
   FTray.SetOnToggle([this] { ToggleTray(); });
   FTray.SetOnQuit([this] { FOnQuit(); });
 }
@@ -112,25 +114,48 @@ void TDesktop::Take(const TDroppedText& iText) {
   for (const TString& file : iText.Files) Import(file);
 }
 
-void TDesktop::Import(const TString& iFileName) {
+// Until the drop is over, the program that it comes from waits: a dialog must not stand in it.
+void TDesktop::TakeDrop(const TDroppedText& iText) {
+  TDroppedText words = iText;
+  words.Files.clear();
+  Take(words);
+  if (iText.Files.empty()) return;
+  QTimer::singleShot(0, &FWindow, [this, files = iText] {
+    TDroppedText later = files;
+    later.Text.clear();
+    AsUser([&] { Take(later); });
+  });
+}
+
+bool TDesktop::CanImport(const TString& iFileName) {
   const TString name = WithoutControlCharacters(iFileName);
   if (!TDroppedText::IsExportFile(iFileName)) {
-    return Complain(Format(u"Mit dieser Datei kann das Programm nichts anfangen: %s", {name}));
+    Complain(Format(u"Mit dieser Datei kann das Programm nichts anfangen: %s", {name}));
+  } else if (!FileExists(iFileName)) {
+    Complain(Format(u"Datei nicht vorhanden: %s", {name}));
+  } else {
+    return true;
   }
-  if (!FileExists(iFileName)) return Complain(Format(u"Datei nicht vorhanden: %s", {name}));
+  return false;
+}
+
+void TDesktop::Import(const TString& iFileName) {
+  if (CanImport(iFileName)) FPlugins->List().OfferImport(iFileName);
+}
+
+void TDesktop::ImportAtOnce(const TString& iFileName) {
+  if (!CanImport(iFileName)) return;
   const int shown = FShown;
   FPlugins->ProcessCommandLine(Format(u"%s %s", {cImport, TCmdParams::Quote(iFileName)}));
   if (FShown != shown) return;  // the section shows what has come
-  Complain(
-      Format(u"Aus dieser Datei ist nichts übernommen worden: %s\n\nBeobachtenlisten aus "
-             u"Dateien zu übernehmen ist noch nicht eingebaut.",
-             {name}));
+  Complain(Format(u"Diese Datei ist nicht oder nicht ganz übernommen worden: %s",
+                  {WithoutControlCharacters(iFileName)}));
 }
 
 void TDesktop::TakeHostLine(const std::vector<TString>& iLine) {
   if (iLine.empty() || !HasBegun()) return;
-  // A single file goes the way of one that is dropped, which tells what becomes of it.
-  if (iLine.size() == 2 && SameText(iLine[0], cImport)) return Import(iLine[1]);
+  // Of a single file the user hears what becomes of it.
+  if (iLine.size() == 2 && SameText(iLine[0], cImport)) return ImportAtOnce(iLine[1]);
   FPlugins->ProcessCommandLine(TCmdParams::Join(iLine));
 }
 

@@ -35,9 +35,9 @@ class TDesktop : public TObject, public IDesktop {
   /// Ends the searches and lets go of the plug-ins; before they are uninitialised.
   void Leave();
 
-  /// Words go to "Suchen", files to the import. Only once it has begun.
+  /// Words go to "Suchen"; of files the user is asked what to import. Only once it has begun.
   void Take(const TDroppedText& iText);
-  /// "-rem" and "-remimport".
+  /// "-rem" and "-remimport", which imports without asking.
   void TakeHostLine(const std::vector<TString>& iLine);
   /// In front, out of the tray if it was there. iActivation: see TMainWindow.
   void ComeBack(TStringView iActivation = {});
@@ -60,7 +60,13 @@ class TDesktop : public TObject, public IDesktop {
  private:
   void OpenSearches();
   void ShowFirstSection();
+  void TakeDrop(const TDroppedText& iText);
+  /// Whether there is such a file to import; the user is told if not.
+  static bool CanImport(const TString& iFileName);
+  /// Asks what to take over.
   void Import(const TString& iFileName);
+  /// Takes over all of it.
+  void ImportAtOnce(const TString& iFileName);
   bool DoClose();
   void ToggleTray();
   void ShowOptions();
