@@ -55,6 +55,30 @@ class TDesktopSessionTest : public testing::Test {
         [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
     return answer.get();
   }
+  size_t ItemCount() {
+    size_t count = 0;
+    for (const TWatchlistCategoryInfo& category : World.List().GetTree().Categories) {
+      for (const TWatchlistGroupInfo& group : category.Groups) count += group.Items.size();
+    }
+    return count;
+  }
+  /// A file with an article that the list had and has no more.
+  TString ExportedArticle() {
+    const TExampleShop shop;
+    World.Open({u"-rem", shop.Articles()[0]});
+    World.Dialogs().Expect("TfrmWatchlistAddSearchResults", [](TForm& ioForm) {
+      EXPECT_TRUE(TheControl<TButton>(ioForm, u"btnAll").Click());
+    });
+    EXPECT_TRUE(CrankUntil([&] { return World.Session().IsRunning() && ItemCount() == 1; }));
+    const TString file = World.Folder.File(u"Liste.wch");
+    EXPECT_TRUE(World.List().ExportToFile(file, {}));
+    World.Dialogs().Expect("TfrmKKCommonMessageDlg", [](TForm& ioForm) {
+      EXPECT_TRUE(TheControl<TButton>(ioForm, u"btnYes").Click());
+    });
+    const TWatchlistInfo tree = World.List().GetTree();
+    EXPECT_TRUE(World.List().DeleteItems({tree.Categories[0].Groups[0].Items[0].Id}));
+    return file;
+  }
   std::string SearchText() {
     return ToUtf8(ReplaceAll(World.Search().mmText.Lines().GetText(), u"\r\n", u"\n"));
   }
@@ -86,7 +110,7 @@ TEST_F(TDesktopSessionTest, WindowStandsBeforeTheListIsLoadedAndSaysSo) {
   }));
   EXPECT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
   EXPECT_EQ(World.Window().Section(), &World.Search());
-  EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Suchen – Kaufkobolde"));
+  EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Suchen — Kaufkobolde"));
 }
 
 TEST_F(TDesktopSessionTest, EachSectionTakesThePlaceOfTheOneBefore) {
@@ -99,7 +123,7 @@ TEST_F(TDesktopSessionTest, EachSectionTakesThePlaceOfTheOneBefore) {
   EXPECT_FALSE(World.Watchlist().Visible());
   World.Go(u"Beobachten");
   EXPECT_TRUE(World.Watchlist().Visible());
-  EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Beobachten – Kaufkobolde"));
+  EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Beobachten — Kaufkobolde"));
 }
 
 TEST_F(TDesktopSessionTest, ClosedSectionGivesWayToSuchen) {
@@ -231,9 +255,47 @@ TEST_F(TDesktopSessionTest, ExportFileThatIsNoneIsToldOf) {
   World.Start();
   QMimeData file;
   file.setUrls({QUrl::fromLocalFile(ToQt(World.Folder.File(u"kaputt.wch")))});
-  ExpectMessage("Aus dieser Datei ist nichts übernommen worden");
+  ExpectMessage("Diese Datei ist keine Beobachtenliste oder beschädigt");
   Drop(&World.Window(), file);
   EXPECT_TRUE(CrankUntil([&] { return World.Dialogs().IsDone(); }));
+}
+
+TEST_F(TDesktopSessionTest, HostLineImportsNothingOfAFileThatIsNone) {
+  World.Folder.Write(u"kaputt.wch", "nichts");
+  World.Open({u"-remimport", World.Folder.File(u"kaputt.wch")});
+  ExpectMessage("Diese Datei ist nicht oder nicht ganz übernommen worden");
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().IsRunning() && World.Dialogs().IsDone(); }));
+}
+
+TEST_F(TDesktopSessionTest, OfADroppedExportFileTheUserChoosesWhatToImport) {
+  const TString file = ExportedArticle();
+  World.Search().Show();
+  QMimeData dropped;
+  dropped.setUrls({QUrl::fromLocalFile(ToQt(file))});
+  World.Dialogs().Expect("TfrmKKWatchlistImport", [this](TForm& ioForm) {
+    World.Dialogs().Expect("TfrmWatchlistImportProgress", [](TForm&) {});
+    EXPECT_TRUE(TheControl<TButton>(ioForm, u"btnOK").Click());
+  });
+  Drop(&World.Window(), dropped);
+  EXPECT_FALSE(World.Dialogs().IsDone());  // nothing stands in the way of the drop's own end
+  EXPECT_TRUE(CrankUntil([&] { return ItemCount() == 1; }));
+  EXPECT_TRUE(CrankUntil([&] { return World.Window().Section() == &World.Watchlist(); }));
+}
+
+TEST_F(TDesktopSessionTest, OfAnExportFileOnTheCommandLineTheUserChoosesWhatToImport) {
+  const TString file = ExportedArticle();
+  World.Dialogs().Expect("TfrmKKWatchlistImport", [](TForm& ioForm) { ioForm.CloseByUser(); });
+  EXPECT_EQ(HandOver({file}).End, TEnd::Done);
+  EXPECT_TRUE(CrankUntil([&] { return World.Dialogs().IsDone(); }));
+  EXPECT_EQ(ItemCount(), 0u);
+}
+
+TEST_F(TDesktopSessionTest, HostLineImportsWithoutAQuestion) {
+  const TString file = ExportedArticle();
+  World.Search().Show();
+  EXPECT_EQ(HandOver({u"-remimport", file}).End, TEnd::Done);
+  EXPECT_TRUE(CrankUntil([&] { return ItemCount() == 1; }));
+  EXPECT_TRUE(CrankUntil([&] { return World.Window().Section() == &World.Watchlist(); }));
 }
 
 TEST_F(TDesktopSessionTest, PasteOutsideOfFieldsIsLookedFor) {
