@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QStandardPaths>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QPrinter>
 #include <memory>
 
 #include "host/controls/TPrintDialog.h"
 
 class QPrintDialog;
+class QPrinter;
 
 namespace kk {
 

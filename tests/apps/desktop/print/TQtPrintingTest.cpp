@@ -6,7 +6,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPrintDialog>
-#include <QPrinterInfo>
+#include <QPrinter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
