@@ -63,10 +63,11 @@ TGuid TWatchlistDataPublisher::GetDataStreamId(int iIndex) const {
 
 bool TWatchlistDataPublisher::GetHasDataForExport(int iIndex) const {
   DataStream(iIndex, u"GetHasDataForExport");
-  return Handler()->GetItemCount() > 0;
+  return FEnabled && Handler()->GetItemCount() > 0;
 }
 
 bool TWatchlistDataPublisher::GetDataStream(const TGuid& iId, TMemoryStream& ioDataStream) {
+  if (!FEnabled) return false;
   if (SameGuid(iId, cDataStreamIDMobile)) return GetMobileStream(ioDataStream);
   if (!SameGuid(iId, cDataStreamID)) return false;
   ioDataStream.Clear();
@@ -86,6 +87,7 @@ bool TWatchlistDataPublisher::GetMobileStream(TMemoryStream& ioDataStream) const
 }
 
 bool TWatchlistDataPublisher::SetDataStream(const TGuid& iId, TMemoryStream& iDataStream) {
+  if (!FEnabled) return false;
   if (SameGuid(iId, cDataStreamIDMobile)) {
     iDataStream.SetPosition(0);
     return FDoImportFromKKMobile(this, iDataStream);

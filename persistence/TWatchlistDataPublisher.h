@@ -15,10 +15,14 @@ using TNotifyEventImportFromKKMobile = TDelegate<bool(TObject* Sender, TMemorySt
 /// Failures of files raise EInOutError. Main thread.
 class TWatchlistDataPublisher : public TInterfaced<IPluginDataPublisher>, public TObject {
  public:
-  /// The receivers outlive the publisher. The first may be empty: nothing is imported then.
+  /// The first may be empty: nothing is imported then.
   TWatchlistDataPublisher(TNotifyEventImportFromFile iDoImportFromFile,
                           TNotifyEventImportFromKKMobile iDoImportFromKKMobile)
       : FDoImportFromFile(iDoImportFromFile), FDoImportFromKKMobile(iDoImportFromKKMobile) {}
+
+  /// Off, there is no data and nothing is imported; on at first. Off before the handler or the
+  /// receivers go, and as long as the list is not loaded: reading would save over the file.
+  void SetEnabled(bool iEnabled) { FEnabled = iEnabled; }
 
   int GetDataStreamCount() const override;
   TString GetDataStreamName(int iIndex) const override;
@@ -38,6 +42,7 @@ class TWatchlistDataPublisher : public TInterfaced<IPluginDataPublisher>, public
 
   TNotifyEventImportFromFile FDoImportFromFile;
   TNotifyEventImportFromKKMobile FDoImportFromKKMobile;
+  bool FEnabled = true;
 };
 
 }  // namespace kk

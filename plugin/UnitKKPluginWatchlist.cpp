@@ -1,7 +1,6 @@
 #include "plugin/UnitKKPluginWatchlist.h"
 
-#include <utility>
-
+#include "host/base/Guard.h"
 #include "host/base/WithCleanup.h"
 #include "host/common/TCmdParams.h"
 #include "host/common/TFileHelper.h"
@@ -41,9 +40,7 @@ TPluginWatchlist::TPluginWatchlist() {
 
 TPluginWatchlist::~TPluginWatchlist() {
   if (FToolbarButton) FToolbarButton->SetOnClick({});  // the host may keep it
-  if (FAccess) FAccess->Detach();
-  FForm.reset();
-  FreeHandler();
+  LetGo();
   // The packages of the sources may be unloaded from here on.
   FreeBuriedCategories();
 }
@@ -79,7 +76,7 @@ void TPluginWatchlist::Initialize(const TIntf<IApplication>& iApplication) {
   AddIntegrations();
   FRemindThreadSite.emplace(iApplication);
   Handler()->Initialize(iApplication);
-  FLoaded = true;
+  SetLoaded(true);
   CreateForm(iApplication);
 }
 
@@ -113,13 +110,19 @@ void TPluginWatchlist::Uninitialize() {
       u"TPluginWatchlist.Uninitialize",
       [this] {
         // A list that was never loaded must not be saved over the file.
-        if (std::exchange(FLoaded, false)) Handler()->Uninitialize();
+        if (FLoaded) Handler()->Uninitialize();
         if (FForm) FForm->Uninitialize();
       },
       [this] { LetGo(); });
 }
 
+void TPluginWatchlist::SetLoaded(bool iLoaded) {
+  FLoaded = iLoaded;
+  if (FDataPublisher) FDataPublisher->SetEnabled(iLoaded);
+}
+
 void TPluginWatchlist::LetGo() {
+  SetLoaded(false);
   if (FAccess) FAccess->Detach();
   FAccess = nullptr;
   FForm.reset();
@@ -228,6 +231,7 @@ TIntf<IPluginDataPublisher> TPluginWatchlist::GetDataPublisher() {
         TNotifyEventImportFromFile::Of<&TPluginWatchlist::DoDataPublisherImportFromFile>(this),
         TNotifyEventImportFromKKMobile::Of<&TPluginWatchlist::DoDataPublisherImportFromKKMobile>(
             this));
+    FDataPublisher->SetEnabled(FLoaded);
   }
   return FDataPublisher;
 }

@@ -82,6 +82,7 @@ class TPluginWatchlist : public TCommonPlugin<IMultiThreadPlugin, ISearchLocatio
   void CreateToolbarButton();
   void AddIntegrations();
   void CreateForm(const TIntf<IApplication>& iApplication);
+  void SetLoaded(bool iLoaded);
   void LetGo();
   void DoToolbarButtonClick(TObject* Sender);
   bool CmdLineAddItem(TStringView iValue);
@@ -89,7 +90,7 @@ class TPluginWatchlist : public TCommonPlugin<IMultiThreadPlugin, ISearchLocatio
 
   TIntf<IToolbarExtender> FToolbarExtender;
   TIntf<IPluginIntegration> FIntegration;
-  TIntf<IPluginDataPublisher> FDataPublisher;
+  TIntf<TWatchlistDataPublisher> FDataPublisher;
   TStringList FSettingslist;  // what GetSettings answers
   std::unique_ptr<TfrmKKWatchlist> FForm;
   TIntf<TWatchlistAccess> FAccess;

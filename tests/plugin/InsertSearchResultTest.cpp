@@ -104,6 +104,7 @@ TEST_F(TAskForTargetCategoryTest, PresetIsStoredForTheSourceAlsoForANewCategory)
   User.Expect<TfrmWatchlistAddSearchResults>([](TfrmWatchlistAddSearchResults& form) {
     form.cmbxCategory.EnterText(u"Möbel");
     form.chckbxPreset.Click();
+    TIniFileSectionWatchlist().SetShowAddDialog(false);  // in the settings, meanwhile
     form.btnOnlyNew.Click();
   });
   const TWatchlistCategory* furniture = Ask();

@@ -116,6 +116,19 @@ TEST_F(TfrmWaitForThreadsTest, WaitsForTheLastToo) {
   EXPECT_TRUE(Second->Requests().empty()) << "it did not return before";
 }
 
+TEST_F(TfrmWaitForThreadsTest, NamesASourceThatIsIdleForATurnOfTheLoop) {
+  Updater(1).Add(FakeResult(u"a"), {});
+  TString seen;
+  User.Expect<TfrmWaitForThreads>([&](TfrmWaitForThreads& window) {
+    Loop.Post([&] {
+      seen = window.lblName.Caption();
+      Second->Finish(true);
+    });
+  });
+  TfrmWaitForThreads::Display(Integrations);
+  EXPECT_EQ(seen, u"Erste");
+}
+
 TEST_F(TfrmWaitForThreadsTest, RaisesNoEventOfTheUpdatersAnyMore) {
   struct TListener {
     void Finished(TObject*, const TIntf<ISearchResult>&, bool) { ++Count; }

@@ -502,6 +502,30 @@ TEST_F(TPluginWatchlistTest, PublisherCallbacksNeedAForm) {
   EXPECT_EQ(import.FileNames.size(), 1U);
 }
 
+TEST_F(TPluginWatchlistTest, PublisherSavesNothingOverAListThatIsNotLoaded) {
+  Folder.Write(cWatchlistFileName, "the user's list");
+  TMemoryStream stream;
+  EXPECT_FALSE(Plugin->GetDataPublisher()->GetHasDataForExport(0));
+  EXPECT_FALSE(Plugin->GetDataPublisher()->GetDataStream(cDataStreamID, stream));
+  EXPECT_FALSE(Plugin->GetDataPublisher()->GetDataStream(cDataStreamIDMobile, stream));
+  EXPECT_EQ(Folder.Read(cWatchlistFileName), "the user's list");
+}
+
+TEST_F(TPluginWatchlistTest, PublisherThatOutlivesThePluginHasNothing) {
+  const auto publisher = Plugin->GetDataPublisher();
+  Initialize();
+  Item(Unassigned(), Auction, u"Faust");
+  EXPECT_TRUE(publisher->GetHasDataForExport(0)) << "made before, and ready now";
+  Plugin->Uninitialize();
+  EXPECT_FALSE(publisher == Plugin->GetDataPublisher());
+  Drop();
+  TMemoryStream stream;
+  EXPECT_FALSE(publisher->GetHasDataForExport(0));
+  EXPECT_FALSE(publisher->GetDataStream(cDataStreamID, stream));
+  EXPECT_FALSE(publisher->SetDataStream(cDataStreamID, stream));
+  EXPECT_FALSE(publisher->SetDataStream(cDataStreamIDMobile, stream));
+}
+
 TEST_F(TPluginWatchlistTest, PublisherOffersTwoStreams) {
   Initialize();
   const TIntf<IPluginDataPublisher> publisher = Plugin->GetDataPublisher();
