@@ -9,6 +9,8 @@ namespace kk {
 
 namespace {
 
+constexpr int cStep = 1000;  // items
+
 std::optional<TString> KeyOf(const TIntf<ISearchResult>& iResult) {
   const auto keyed = Supports<ISearchResultSameKey>(iResult);
   if (!keyed) return std::nullopt;
@@ -49,22 +51,35 @@ bool TSameSearchResults::TSource::Enter(const TWatchlistItem& iItem) {
   return true;
 }
 
-// In the order of the scan: of several that are the same, the first one counts.
 const TSameSearchResults::TSource& TSameSearchResults::SourceOf(const TGuid& iPluginId) {
-  const auto [place, isNew] = FSources.try_emplace(iPluginId);
-  TSource& source = place->second;
-  if (!isNew) return source;
+  const auto known = FSources.find(iPluginId);
+  if (known != FSources.end()) return known->second;
+  TSource source;
+  if (!LookThrough(iPluginId, true, source)) {
+    source = {};
+    LookThrough(iPluginId, false, source);
+  }
+  return FSources[iPluginId] = std::move(source);
+}
+
+// In the order of the scan: of several that are the same, the first one counts.
+bool TSameSearchResults::LookThrough(const TGuid& iPluginId, bool iInSteps, TSource& oSource) {
   TLstWatchlistItem items(false);
   Handler()->LstCategory().GetItemsByPluginId(iPluginId, items, true);
+  FHeard = false;
+  int count = 0;
   for (const TWatchlistItem* item : items) {
+    if (iInSteps && FOnStep && ++count % cStep == 0) FOnStep(this);
+    if (FHeard) return false;
     if (!item->SearchResult()) continue;
-    source.HasKeys = source.Enter(*item);
-    if (!source.HasKeys) break;
+    oSource.HasKeys = oSource.Enter(*item);
+    if (!oSource.HasKeys) break;
   }
-  return source;
+  return true;
 }
 
 void TSameSearchResults::DoItemAdd(TObject* Sender) {
+  FHeard = true;
   const auto& item = dynamic_cast<const TWatchlistItem&>(*Sender);
   const TWatchlistPlugin* group = item.List() != nullptr ? item.List()->Group() : nullptr;
   if (group == nullptr) return FSources.clear();
@@ -79,6 +94,9 @@ void TSameSearchResults::DoItemAdd(TObject* Sender) {
   if (!isNew || !source.HasKeys || !source.Enter(item)) FSources.erase(known);
 }
 
-void TSameSearchResults::DoItemDelete(TObject*) { FSources.clear(); }
+void TSameSearchResults::DoItemDelete(TObject*) {
+  FHeard = true;
+  FSources.clear();
+}
 
 }  // namespace kk

@@ -3,6 +3,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "host/base/TDelegate.h"
 #include "model/TWatchlistItem.h"
 
 namespace kk {
@@ -15,6 +16,10 @@ class TSameSearchResults : public TObject {
  public:
   TSameSearchResults();
   ~TSameSearchResults() override;
+
+  /// Raised once in a while where a source is looked through for its keys, so that the caller can
+  /// let the main loop turn.
+  void SetOnStep(TNotifyEvent iEvent) { FOnStep = iEvent; }
 
   /// The id of that live result; nothing if there is none.
   std::optional<TGuid> Find(const TGuid& iPluginId, const TIntf<ISearchResult>& iResult);
@@ -30,10 +35,14 @@ class TSameSearchResults : public TObject {
   };
 
   const TSource& SourceOf(const TGuid& iPluginId);
+  /// False if items came or went on the way.
+  bool LookThrough(const TGuid& iPluginId, bool iInSteps, TSource& oSource);
   void DoItemAdd(TObject* Sender);
   void DoItemDelete(TObject* Sender);
 
   std::unordered_map<TGuid, TSource> FSources;
+  TNotifyEvent FOnStep;
+  bool FHeard = false;  // of an item, since it was cleared
 };
 
 }  // namespace kk

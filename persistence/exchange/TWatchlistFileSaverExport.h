@@ -24,7 +24,8 @@ class TWatchlistFileSaverExport : public TWatchlistFileSaver {
   /// new records live as long as the saver.
   void SetIncludeIntegrations(const IInterfaceList& iIntegrations);
 
-  /// A file that is there is deleted first: nothing of it is kept, and there is no backup.
+  /// A file that is there is deleted first: nothing of it is kept, and there is no backup. The file
+  /// of the watch list itself is refused (Exception): it would lose what was not chosen.
   void SaveToFile(const TLstWatchlistCategory& iLstCategory, const TLstRemindItem& iLstRemindItem,
                   const TLstWatchlistIntegration& iLstIntegration) override;
 

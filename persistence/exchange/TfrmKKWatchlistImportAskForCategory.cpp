@@ -34,13 +34,14 @@ void TfrmKKWatchlistImportAskForCategory::ShowData() {
   TLstWatchlistCategory categories(false);
   Handler()->LstCategory().GetCategories(categories, true);
   THashedStringList names;
+  std::vector<std::pair<std::string, TStringView>> sorted;  // by keys that are made once
   for (const TWatchlistCategory* category : categories) {
-    if (names.IndexOf(category->Name()) < 0) names.Add(category->Name());
+    if (names.IndexOf(category->Name()) >= 0) continue;
+    names.Add(category->Name());
+    sorted.emplace_back(LocaleSortKey(category->Name()), category->Name());
   }
-  std::vector<TString> sorted;
-  for (int i = 0; i < names.GetCount(); ++i) sorted.push_back(names.Get(i));
-  std::ranges::sort(sorted, {}, LocaleSortKey);
-  for (const TString& name : sorted) cmbxCategoryChoice.AddItem(name);
+  std::ranges::sort(sorted);
+  for (const auto& [key, name] : sorted) cmbxCategoryChoice.AddItem(name);
 }
 
 void TfrmKKWatchlistImportAskForCategory::SwitchOKButton() {

@@ -12,7 +12,7 @@ namespace kk {
 namespace {
 
 // The window moves and answers that often while the import runs.
-constexpr int64_t cTurnMs = 40;
+constexpr int64_t cTurnMs = 30;
 
 /// All items of one source.
 struct TItemsOf : TLstWatchlistItem {
@@ -91,7 +91,11 @@ void TfrmWatchlistImportProgress::RunPhases() {
   ImportRemindItems();
 }
 
-void TfrmWatchlistImportProgress::Begin(TStringView iPhase) { lblAction.SetCaption(iPhase); }
+void TfrmWatchlistImportProgress::Begin(TStringView iPhase) {
+  lblAction.SetCaption(iPhase);
+  FNextTurn = 0;
+  Turn();
+}
 
 void TfrmWatchlistImportProgress::CalcTotalSteps() {
   const bool flat = !FNewCategoryName.empty();
@@ -139,6 +143,7 @@ void TfrmWatchlistImportProgress::PrepareImportDataWithNewCategory(TStringView i
 
 void TfrmWatchlistImportProgress::ImportItems() {
   TSameSearchResults live;
+  live.SetOnStep(TNotifyEvent::Of<&TfrmWatchlistImportProgress::DoStep>(this));
   for (TWatchlistIntegration* record : ChosenIntegrations()) {
     record->SetChangedSearchResults(true);
     record->SetChangedItems(true);
@@ -203,6 +208,12 @@ void TfrmWatchlistImportProgress::ImportRemindItems() {
 
 void TfrmWatchlistImportProgress::DoProgress(TObject*) {
   prgrsbarAdd.SetProgress(prgrsbarAdd.Progress() + 1);
+  Turn();
+}
+
+void TfrmWatchlistImportProgress::DoStep(TObject*) { Turn(); }
+
+void TfrmWatchlistImportProgress::Turn() {
   if (FInBackground || SteadyMs() < FNextTurn) return;
   MainLoop().ProcessMessages();
   FNextTurn = SteadyMs() + cTurnMs;

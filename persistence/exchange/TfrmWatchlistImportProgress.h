@@ -54,6 +54,9 @@ class TfrmWatchlistImportProgress final : public TfrmKKCommonBase {
   TWatchlistCategory* LiveCategoryOf(const TWatchlistItem& iItem) const;
   void ImportRemindItems();
   void DoProgress(TObject* Sender);
+  void DoStep(TObject* Sender);
+  /// Of the main loop, if one is due.
+  void Turn();
   void CloseQuery(TObject* Sender, bool& ioCanClose);
   /// The records of the handler that were chosen, in the handler's order.
   std::vector<TWatchlistIntegration*> ChosenIntegrations() const;

@@ -81,6 +81,38 @@ TEST_F(TSameSearchResultsTest, HearsOfAnItemThatIsAnotherArticleAfterARefresh) {
   EXPECT_EQ(same.Find(Shop->GetId(), Keyed(u"Sieb")), lamp.SearchResultId());
 }
 
+/// What else happens while a source is looked through.
+class TStepper {
+ public:
+  void DoStep(TObject*) {
+    ++Steps;
+    if (OnStep) std::exchange(OnStep, nullptr)();
+  }
+  int Steps = 0;
+  std::function<void()> OnStep;
+};
+
+TEST_F(TSameSearchResultsTest, LooksThroughAgainWhereItemsComeAndGoMeanwhile) {
+  for (int i = 0; i < 2500; ++i) Keep(Unassigned(), u"Lampe " + IntToStr(i));
+  TStepper stepper;
+  TSameSearchResults same;
+  same.SetOnStep(TNotifyEvent::Of<&TStepper::DoStep>(&stepper));
+  EXPECT_EQ(same.Find(Shop->GetId(), Keyed(u"Sieb")), std::nullopt);
+  EXPECT_EQ(stepper.Steps, 2);
+
+  TSameSearchResults again;
+  again.SetOnStep(TNotifyEvent::Of<&TStepper::DoStep>(&stepper));
+  stepper.OnStep = [this] {
+    Keep(Unassigned(), u"Sieb");
+    Tree().DeleteItemById(
+        Unassigned().LstPlugin().GetItems(0).LstItem().GetItems(1500).SearchResultId());
+  };
+  EXPECT_NE(again.Find(Shop->GetId(), Keyed(u"Sieb")), std::nullopt);
+  EXPECT_EQ(again.Find(Shop->GetId(), Keyed(u"Lampe 1500")), std::nullopt);
+  EXPECT_NE(again.Find(Shop->GetId(), Keyed(u"Lampe 2499")), std::nullopt);
+  EXPECT_EQ(stepper.Steps, 3);
+}
+
 TEST_F(TSameSearchResultsTest, ASourceWithoutKeysIsAskedResultByResult) {
   const TWatchlistItem& lamp = Item(Unassigned(), Auction, u"Lampe");
   LostItem(Unassigned(), Auction);

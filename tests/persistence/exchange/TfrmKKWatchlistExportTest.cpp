@@ -116,5 +116,20 @@ TEST_F(TfrmKKWatchlistExportTest, AFileThatCantBeReplacedIsTold) {
       Log.Lines(), [](const std::string& iLine) { return iLine.starts_with("error"); }));
 }
 
+TEST_F(TfrmKKWatchlistExportTest, TheWatchListsOwnFileIsRefusedWithAMessage) {
+  Item(Category(u"Küche"), Shop, u"Lampe");
+  Handler()->SaveAll();
+  const std::string before = ReadFileBytes(Handler()->GetFileName());
+  EXPECT_FALSE(Export([this](TForm& form) {
+    EXPECT_TRUE(form.chckbxCategories.Click());
+    User.ExpectOpenDialog(_resExportCaption, Handler()->GetFileName());
+    User.ExpectMessage(Format(_resExportOwnFile, {Handler()->GetFileName()}));
+    EXPECT_TRUE(form.btnOK.Click());
+    EXPECT_TRUE(form.Visible());
+    EXPECT_TRUE(form.btnCancel.Click());
+  }));
+  EXPECT_EQ(ReadFileBytes(Handler()->GetFileName()), before);
+}
+
 }  // namespace
 }  // namespace kk

@@ -2,6 +2,7 @@
 
 #include "TExchangeWorld.h"
 #include "host/common/TFileHelper.h"
+#include "host/common/TIniFileSectionBase.h"
 #include "persistence/exchange/TfrmKKWatchlistImportAskForCategory.h"
 #include "persistence/exchange/TfrmWatchlistImportProgress.h"
 
@@ -367,6 +368,122 @@ TEST_F(TfrmKKWatchlistImportTest, AFileThatCantBeReadBringsNoDialog) {
 TEST_F(TfrmKKWatchlistImportTest, ACancelledFileDialogEndsIt) {
   User.ExpectOpenDialog(_resImportCaption, {});
   EXPECT_FALSE(TForm::Display(nullptr));
+}
+
+TEST_F(TfrmKKWatchlistImportTest, AsksForTheFileAndRemembersItsFolder) {
+  User.ExpectOpenDialog(_resImportCaption, ExportFile());
+  EXPECT_FALSE(TForm::Display(nullptr));  // there is no such file
+  const TOpenDialog asked = User.LastOpenDialog();
+  EXPECT_EQ(asked.Filter, u"Beobachten-Dateien (*.wch)|*.wch|Alle Dateien (*.*)|*.*");
+  EXPECT_TRUE(asked.FileMustExist);
+  EXPECT_FALSE(asked.ForSaving);
+  EXPECT_EQ(asked.FileName, GetSpecialFolder(cSpecialFolderDocuments, false) + u"/Beobachten.wch");
+  EXPECT_EQ(TIniFileSectionCommon().PathToLastImExport() + u"/Liste.wch", ExportFile());
+  User.ExpectOpenDialog(_resImportCaption, {});
+  EXPECT_FALSE(TForm::Display(nullptr));
+  EXPECT_EQ(User.LastOpenDialog().FileName,
+            TIniFileSectionCommon().PathToLastImExport() + u"/Beobachten.wch");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, ItemsOfASourceThatIsNotRegisteredStayOut) {
+  Item(Unassigned(), Auction, u"Uhr");
+  Item(Unassigned(), Shop, u"Lampe");
+  ExportAll();
+  StartElsewhere();
+  TLstWatchlistIntegration& sources = Handler()->LstIntegration();
+  sources.Delete(sources.IndexOfId(Auction->GetId()));
+  EXPECT_TRUE(Import([this](TForm& form) {
+    EXPECT_EQ(form.vstIntegrations.Root().GetCount(), 1);
+    EXPECT_EQ(Text(form, 0), u"Laden [1 Einträge vorhanden]");
+    Run(form);
+  }));
+  EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen>(Laden: Lampe)");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, WithoutATickedSourceRemindersAreDisabledAndKeepTheirTick) {
+  RemindLater(Item(Unassigned(), Shop, u"Lampe"));
+  ExportAll();
+  StartElsewhere();
+  EXPECT_TRUE(Import([this](TForm& form) {
+    EXPECT_TRUE(form.vstIntegrations.CheckNode(Row(form, 0)));
+    EXPECT_TRUE(form.chckbxRemindItems.Checked());
+    EXPECT_FALSE(form.chckbxRemindItems.Enabled());
+    EXPECT_TRUE(form.btnOK.Enabled());
+    EXPECT_TRUE(form.vstIntegrations.CheckNode(Row(form, 0)));
+    EXPECT_TRUE(form.chckbxRemindItems.Enabled());
+    EXPECT_TRUE(form.vstIntegrations.CheckNode(Row(form, 0)));
+    Run(form);
+  }));
+  EXPECT_EQ(Handler()->LstRemind().GetCount(), 0);
+  EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen>");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, TheQuestionForTheCategoryIsAskedInItsOwnWords) {
+  Item(Unassigned(), Shop, u"Lampe");
+  ExportAll(false, false);
+  User.Expect<TfrmKKWatchlistImportAskForCategory>([](TfrmKKWatchlistImportAskForCategory& form) {
+    EXPECT_EQ(form.Caption(), u"Beobachten - Kategorie");
+    EXPECT_EQ(form.lblQuestion.Caption(),
+              u"Bitte wählen Sie eine Kategorie aus, in die die importierten Einträge eingefügt "
+              u"werden sollen:");
+    EXPECT_TRUE(form.cmbxCategoryChoice.Editable());
+    EXPECT_TRUE(form.btnOK.Enabled());
+    form.cmbxCategoryChoice.EnterText(u"  ");
+    EXPECT_FALSE(form.btnOK.Enabled());
+    EXPECT_TRUE(form.btnCancel.Click());
+  });
+  EXPECT_FALSE(TForm::ExecuteInBackground(ExportFile()));
+}
+
+TEST_F(TfrmKKWatchlistImportTest, AReminderOfThisVeryMomentComesAlong) {
+  Clock.Set(cEarlier);
+  const TWatchlistItem& lamp = Item(Unassigned(), Shop, u"Lampe");
+  RemindBySound(lamp, u"ton.wav", cEarlier);
+  const TGuid id = lamp.SearchResultId();
+  ExportAll();
+  StartElsewhere();
+  EXPECT_TRUE(ImportAll());
+  EXPECT_TRUE(HasReminder(id));
+}
+
+TEST_F(TfrmKKWatchlistImportTest, AMobileDocumentFindsItsCategoriesWhereverTheyStand) {
+  Category(u"B", &Category(u"A"));
+  TMemoryStream stream(
+      "<watchlist><version>1</version><categories><category><name>A</name></category><category>"
+      "<name>b</name></category></categories></watchlist>");
+  EXPECT_TRUE(TForm::ExecuteInBackgroundFromKKMobileStream(stream));
+  EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen> A(B)");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, InTheBackgroundAllCanGoIntoOneCategoryWithoutAQuestion) {
+  Item(Category(u"Küche"), Auction, u"Lampe");
+  for (const bool withCategories : {true, false}) {
+    ExportAll(withCategories);
+    StartElsewhere();
+    EXPECT_TRUE(TForm::ExecuteInBackground(ExportFile(), u"Geerbt"));
+    EXPECT_EQ(Tree().FindCategoryByName(u"Küche"), nullptr);
+    EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen> Geerbt(Auktion: Lampe)");
+    StartElsewhere();
+    Item(Category(u"Küche"), Auction, u"Lampe");
+  }
+}
+
+TEST_F(TfrmKKWatchlistImportTest, AFileThatIsGivenIsNotAskedFor) {
+  Item(Category(u"Küche"), Auction, u"Lampe");
+  ExportAll();
+  StartElsewhere();
+  User.Expect<TForm>([this](TForm& form) {
+    EXPECT_EQ(Text(form, 0), u"Auktion [1 Einträge vorhanden]");
+    Run(form);
+  });
+  EXPECT_TRUE(TForm::Display(nullptr, ExportFile()));
+  EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen> Küche(Auktion: Lampe)");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, OfAFileThatIsGivenTheUserHearsThatItCanNotBeRead) {
+  Folder.Write(u"Liste.wch", "nichts");
+  User.ExpectMessage(u"Diese Datei ist keine Beobachtenliste oder beschädigt: " + ExportFile());
+  EXPECT_FALSE(TForm::Display(nullptr, ExportFile()));
 }
 
 }  // namespace
