@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "TFileWorld.h"
-#include "TMobileWorld.h"
 #include "host/base/Exception.h"
 #include "host/common/TFileHelper.h"
 #include "persistence/MobileGuid.h"
 #include "persistence/TWatchlistFileLoaderMobileImport.h"
 #include "persistence/TWatchlistFileSaverMobileExport.h"
+#include "tests/support/TMobileWorld.h"
 
 namespace kk {
 namespace {
