@@ -18,8 +18,9 @@ class TNumberBox : public QSpinBox {
  private:
   QSize Narrowed(QSize iHint) const {
     const QFontMetrics metrics = fontMetrics();
-    const auto widthOf = [&metrics](int iNumber) {
-      return metrics.horizontalAdvance(QString::number(iNumber));
+    // The lowest number of all is shown with separators.
+    const auto widthOf = [this, &metrics](int iNumber) {
+      return metrics.horizontalAdvance(textFromValue(iNumber));
     };
     const int saved = std::max(widthOf(minimum()), widthOf(maximum())) - widthOf(-9999);
     return iHint - QSize(saved, 0);
