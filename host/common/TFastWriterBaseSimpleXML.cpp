@@ -1,5 +1,7 @@
 #include "host/common/TFastWriterBaseSimpleXML.h"
 
+#include <algorithm>
+
 #include "host/base/Exception.h"
 #include "host/common/TSimpleXMLDocument.h"
 
@@ -65,9 +67,29 @@ void AppendChar(std::string& ioBytes, char32_t iChar) {
   if (IsHeld(iChar)) AppendUtf8(ioBytes, iChar);
 }
 
+// Nearly all that is written: one byte each, and without a meaning in markup.
+bool IsPlain(char16_t iUnit) {
+  return iUnit >= 0x20 && iUnit < 0x80 && iUnit != u'&' && iUnit != u'<' && iUnit != u'>';
+}
+
+// From the text's start on; answers how many.
+size_t AppendPlain(std::string& ioBytes, TStringView iText) {
+  const auto end = std::find_if_not(iText.begin(), iText.end(), IsPlain);
+  const auto count = static_cast<size_t>(end - iText.begin());
+  const size_t size = ioBytes.size();
+  ioBytes.resize(size + count);
+  std::transform(iText.begin(), end, ioBytes.begin() + static_cast<ptrdiff_t>(size),
+                 [](char16_t unit) { return static_cast<char>(unit); });
+  return count;
+}
+
 void AppendEscaped(std::string& ioBytes, TStringView iText) {
-  for (size_t i = 0; i < iText.size(); ++i) {
+  for (size_t i = AppendPlain(ioBytes, iText); i < iText.size(); ++i) {
     const char16_t unit = iText[i];
+    if (IsPlain(unit)) {
+      i += AppendPlain(ioBytes, iText.substr(i)) - 1;
+      continue;
+    }
     if (IsHighSurrogate(unit) && i + 1 < iText.size() && IsLowSurrogate(iText[i + 1])) {
       const char16_t low = iText[++i];
       AppendUtf8(ioBytes, 0x10000 + ((unit & 0x3FFu) << 10) + (low & 0x3FFu));
@@ -79,7 +101,8 @@ void AppendEscaped(std::string& ioBytes, TStringView iText) {
 
 void AppendTag(std::string& ioBytes, std::string_view iBegin, TStringView iName) {
   ioBytes += iBegin;
-  for (const char16_t unit : iName) AppendUtf8(ioBytes, unit);
+  const size_t plain = AppendPlain(ioBytes, iName);
+  for (const char16_t unit : iName.substr(plain)) AppendUtf8(ioBytes, unit);
   ioBytes += '>';
 }
 
