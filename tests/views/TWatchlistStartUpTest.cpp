@@ -234,9 +234,12 @@ TEST_F(TWatchlistStartUpTest, EndTakesThePanesDownInOrder) {
               ElementsAre("HideList", "ReleaseList", "ReleaseListData", "SetContainer null"));
   EXPECT_FALSE(HearsOfReminders());
   EXPECT_FALSE(HearsOfClicks());
+  TIniFileSectionWatchlist().SetShowItemCountInTree(false);
+  TIniFileSectionWatchlist().SetShowItemCountInTreeRecursive(false);
   IniFile().NotifyChanged();
   // What comes too late finds nothing to show, and nothing breaks.
   Form->BuildCategoriesTree(true);
+  EXPECT_EQ(Nodes().Text(*NodeOf(Books)), u"Bücher (1)") << "it hears of no settings any more";
   GoTo(Books);
   Form->Reminders().DoTabReminderDelete(false, Auction, Results({&Faust}));
   Form->Items().DoMoveItems(Auction, Clocks, Results({&Faust}));

@@ -95,7 +95,9 @@ TEST_F(TWatchlistTreeCommandsTest, LevelOfAGroupOfTheUnassignedCategoryIsRefused
   Item(Unassigned(), Shop, u"Lampe");
   Form->BuildCategoriesTree(true);
   const TObject& group = Group(Unassigned(), Shop);
-  EXPECT_EQ(Refusal([&] { ClickMenu(&group, {cNew, cAtLevel}); }),
+  EXPECT_EQ(Refusal([&] {
+              ClickMenu(&group, {cNew, cAtLevel});
+            }),
             "Das geht nicht mit der Kategorie \"<Keiner Kategorie zugewiesen>\".");
   EXPECT_EQ(User.ShownCount(), 0);
   EXPECT_EQ(Unassigned().LstCategory().GetCount(), 0);
