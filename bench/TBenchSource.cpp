@@ -4,6 +4,8 @@
 #include <cstring>
 #include <random>
 
+#include "host/contract/ISearchResultSameKey.h"
+
 namespace kk {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 constexpr size_t cRecordSize = 300;
 using TRecord = std::array<char, cRecordSize>;
 
-class TBenchResult final : public TInterfaced<ISearchResult> {
+class TBenchResult final : public TInterfaced<ISearchResult, ISearchResultSameKey> {
  public:
   explicit TBenchResult(const TRecord& iRecord) : FRecord(iRecord) {}
 
@@ -31,6 +33,11 @@ class TBenchResult final : public TInterfaced<ISearchResult> {
     return std::memcmp(FRecord.data() + 16, other->FRecord.data() + 16, 4) == 0;
   }
   TIntf<ISearchResult> Clone() const override { return MakeIntf<TBenchResult>(FRecord); }
+  TString GetSameKey() const override {
+    char16_t key[2];
+    std::memcpy(key, FRecord.data() + 16, sizeof key);
+    return TString(key, 2);
+  }
 
   const TRecord& Record() const { return FRecord; }
 
@@ -58,7 +65,7 @@ TIntf<IInterfaceList> TBenchSource::LoadSearchResults(TStream& iStream, bool) {
   const TIntf<IInterfaceList> results = NewInterfaceList();
   TRecord record;
   while (iStream.Read(record.data(), record.size()) == record.size()) {
-    results->Add(MakeIntf<TBenchResult>(record));
+    results->Add(TIntf<ISearchResult>(MakeIntf<TBenchResult>(record)));
   }
   return results;
 }
@@ -70,6 +77,20 @@ void TBenchSource::SaveSearchResults(const IInterfaceList& iList, TStream& ioStr
     const auto result = Supports<ISearchResult>(entry);
     const TRecord& record = static_cast<const TBenchResult*>(result.Get())->Record();
     ioStream.Write(record.data(), record.size());
+  }
+}
+
+void TBenchSource::ExportSearchResults(const IInterfaceList& iList, const TStringList& iParams,
+                                       TStringList& ioLines) {
+  const TString id = u"pluginguid=" + GUIDToString(FId);
+  const TString category = u"categoryguid=" + iParams.GetValue(u"categoryguid");
+  for (int i = 0; i < iList.GetCount(); ++i) {
+    const auto result = GetAs<ISearchResult>(iList, i);
+    for (const TString& line :
+         {TString(u"[Ergebnis]"), id, category, TString(u"offerdateutc=2026-11-20 18:30:00"),
+          u"name=" + result->GetName(), TString(u"[/Ergebnis]")}) {
+      ioLines.Add(line);
+    }
   }
 }
 

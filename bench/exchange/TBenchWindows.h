@@ -1,0 +1,39 @@
+#pragma once
+
+#include <deque>
+
+#include "host/base/TMainLoop.h"
+#include "host/controls/IFormHost.h"
+
+namespace kk {
+
+/// A main loop and windows without a screen. It notes the longest time between two turns while a
+/// window stands.
+class TBenchWindows : public TMainLoop, public IFormHost {
+ public:
+  TBenchWindows();
+  ~TBenchWindows() override;
+
+  void Post(TFunction iFunction) override { FPosted.push_back(std::move(iFunction)); }
+  void Synchronize(TFunction iFunction) override { iFunction(); }
+  void ProcessMessages() override;
+  void WaitForMessage(int) override {}
+  TTimerId StartTimer(int, TFunction) override { return 0; }
+  void StopTimer(TTimerId) override {}
+  bool IsMainThread() const override { return true; }
+
+  void ShowModal(TForm& ioForm) override;
+  bool ShowOpenDialog(TOpenDialog&) override { return false; }
+
+  /// In seconds, of the windows so far.
+  double LongestStretch() const { return FLongest; }
+
+ private:
+  std::deque<TFunction> FPosted;
+  double FLast = 0;
+  double FLongest = 0;
+  TMainLoop* FLoopBefore;
+  IFormHost* FHostBefore;
+};
+
+}  // namespace kk
