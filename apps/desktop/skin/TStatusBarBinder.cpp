@@ -52,6 +52,9 @@ void TStatusBarBinder::RenderPlace(int iPanel) {
   TControl* control = Control().PanelControl(iPanel);
   QWidget* filling = control != nullptr ? Skin().WidgetOf(*control) : nullptr;
   if (filling != nullptr && filling->parentWidget() != place.Widget) {
+    // It makes the bar no higher: all above would be laid out and painted anew when it comes and
+    // goes, which a gauge does at each refresh.
+    filling->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     place.Widget->layout()->addWidget(filling);
     filling->setVisible(control->Visible());
   }
