@@ -14,8 +14,8 @@ class ITreeViewCellPainter {
 
 /// Where a view puts a column at first; files and settings of views may hold the number.
 enum class TAdditionalColumnInitialPosition : int {
-  BeforeOwn = 0,  ///< in front of the view's own columns
-  BehindOwn = 1,  ///< behind them
+  BeforeOwn = 0,   ///< in front of the view's own columns
+  BehindName = 1,  ///< behind the first of them, which names the row: there they are in sight
 };
 
 /// One column that an extension adds to a result view. Main thread.
@@ -27,7 +27,7 @@ class IAdditionalColumn : public IInterface {
   /// The identity of the column, the same in each run; views keep widths and orders under it.
   virtual TGuid GetId() const = 0;
   virtual TString GetCaption() const = 0;
-  /// At first, in device-independent pixels.
+  /// At first, for text of the small size (11 pixels); a view whose text is larger gives it more.
   virtual int GetWidth() const = 0;
   /// Among the additional columns of one position: smaller ones stand to the left.
   virtual int GetSortOrder() const = 0;

@@ -13,7 +13,7 @@ struct TAdditionalColumnLook {
   TString Caption;
   int Width = 0;
   int SortOrder = 0;
-  TAdditionalColumnInitialPosition InitialPosition = TAdditionalColumnInitialPosition::BehindOwn;
+  TAdditionalColumnInitialPosition InitialPosition = TAdditionalColumnInitialPosition::BehindName;
 };
 
 /// The base of additional columns: the mouse does nothing, and all rows are equal in order. Main

@@ -13,6 +13,9 @@ namespace kk {
 namespace {
 
 constexpr TStringView cLayoutSection = u"Lists";
+// Texts are that much wider than those for which extensions measure their columns.
+constexpr int cTextWidth = 3;
+constexpr int cSmallTextWidth = 2;
 
 // One that fails keeps no other from being asked; one may add or drop some meanwhile.
 template <class I, class Function>
@@ -131,7 +134,7 @@ void TResultView::AddColumns(const IInterfaceList& iColumns) {
     TResultColumn column;
     column.Id = additional->GetId();
     column.Caption = additional->GetCaption();
-    column.Width = additional->GetWidth();
+    column.Width = additional->GetWidth() * cTextWidth / cSmallTextWidth;
     column.Additional = additional;
     FTable.AddColumn(std::move(column), PlaceOf(*additional));
   }
@@ -140,17 +143,19 @@ void TResultView::AddColumns(const IInterfaceList& iColumns) {
 
 // In front of the first column that has to stand to the right of it.
 int TResultView::PlaceOf(const IAdditionalColumn& iColumn) const {
-  const auto rank = [](const IAdditionalColumn* iOther) {
-    if (iOther == nullptr) return 1;
+  // The view's own columns were there first, the one that names the row as the first of all.
+  const auto rank = [](int iIndex, const IAdditionalColumn* iOther) {
+    if (iOther == nullptr) return iIndex == 0 ? 1 : 3;
     return iOther->GetInitialPosition() == TAdditionalColumnInitialPosition::BeforeOwn ? 0 : 2;
   };
+  const int wanted = rank(-1, &iColumn);
   const std::vector<int>& order = FTable.ColumnOrder();
-  const auto place = std::find_if(order.begin(), order.end(), [&](int iIndex) {
+  const auto next = std::find_if(order.begin(), order.end(), [&](int iIndex) {
     const IAdditionalColumn* other = FTable.Columns(iIndex).Additional.Get();
-    if (rank(other) != rank(&iColumn)) return rank(other) > rank(&iColumn);
+    if (rank(iIndex, other) != wanted) return rank(iIndex, other) > wanted;
     return other->GetSortOrder() > iColumn.GetSortOrder();
   });
-  return static_cast<int>(place - order.begin());
+  return static_cast<int>(next - order.begin());
 }
 
 std::vector<TMenuItem*> TResultView::GetEntries() {

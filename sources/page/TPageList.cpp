@@ -66,7 +66,7 @@ TResultSortKey AvailabilityKey(const TPageData& iData) {
 std::vector<TResultColumn> PageColumns() {
   return {
       Column(
-          cPageColumnName, _resPageColumnName, 300, TAlign::raLeft,
+          cPageColumnName, _resPageColumnName, 260, TAlign::raLeft,
           [](const TPageData& iData) { return iData.Product.Name; },
           [](const TPageData& iData) { return TResultSortKey::OfText(iData.Product.Name); }),
       Column(cPageColumnPrice, _resPageColumnPrice, 100, TAlign::raRight, &PriceText, &PriceKey),

@@ -71,7 +71,7 @@ TEST(TAdditionalColumn, SaysWhatItWasMadeWith) {
   EXPECT_EQ(column->GetCaption(), u"Bild");
   EXPECT_EQ(column->GetWidth(), 20);
   EXPECT_EQ(column->GetSortOrder(), 7);
-  EXPECT_EQ(column->GetInitialPosition(), TAdditionalColumnInitialPosition::BehindOwn);
+  EXPECT_EQ(column->GetInitialPosition(), TAdditionalColumnInitialPosition::BehindName);
   EXPECT_EQ(MakeIntf<TTextColumn>()->GetInitialPosition(),
             TAdditionalColumnInitialPosition::BeforeOwn);
 }

@@ -109,7 +109,7 @@ class ResultViewLayout : public testing::Test {
   TTestIniFile FIni{FFolder.File(u"kk.ini")};
   TPanel FPanel{nullptr};
   TIntf<TForeignColumn> FColumn =
-      MakeIntf<TForeignColumn>(u"Fremd", TAdditionalColumnInitialPosition::BehindOwn, 0);
+      MakeIntf<TForeignColumn>(u"Fremd", TAdditionalColumnInitialPosition::BehindName, 0);
 };
 
 TEST_F(ResultViewLayout, UsersLayoutIsThereInTheNextRun) {

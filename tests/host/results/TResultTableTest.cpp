@@ -34,7 +34,7 @@ class ResultTable : public testing::Test, public IResultTableMenu {
   }
   TIntf<TForeignColumn> AddForeign() {
     const auto column =
-        MakeIntf<TForeignColumn>(u"Fremd", TAdditionalColumnInitialPosition::BehindOwn, 0);
+        MakeIntf<TForeignColumn>(u"Fremd", TAdditionalColumnInitialPosition::BehindName, 0);
     TResultColumn added;
     added.Id = column->GetId();
     added.Additional = column;

@@ -169,8 +169,19 @@ TEST_F(ResultView, AdditionalColumnsStandByPositionAndSortOrder) {
       shared}));
   EXPECT_THAT(Columns(), ElementsAre("vorn 3", "vorn 7", "auch vorn 7", "Name", "hinten 0",
                                      "hinten 5", "auch hinten 5"));
-  EXPECT_EQ(View.Table().Columns(1).Width, 30);
   EXPECT_TRUE(View.Table().Columns(1).IsPainted());
+}
+
+TEST(TResultView, AdditionalColumnsAreInSightBehindTheNameAndWideEnoughForTheirText) {
+  const TTestMainLoop loop;
+  TResultView view({OwnColumn(cNameColumn, u"Name", std::make_shared<TNameContent>()),
+                    OwnColumn(cLengthColumn, u"Länge", std::make_shared<TLengthContent>())});
+  view.AddExtension(MakeIntf<TColumnSet>(std::initializer_list<TIntf<TForeignColumn>>{
+      MakeIntf<TForeignColumn>(u"A", TAdditionalColumnInitialPosition::BehindName, 0),
+      MakeIntf<TForeignColumn>(u"B", TAdditionalColumnInitialPosition::BehindName, 0)}));
+  EXPECT_THAT(view.Table().ColumnOrder(), ElementsAre(0, 2, 3, 1));
+  EXPECT_EQ(view.Table().Columns(2).Additional->GetWidth(), 30);
+  EXPECT_EQ(view.Table().Columns(2).Width, 45);
 }
 
 TEST_F(ResultView, MenuHoldsTheExtensionsEntriesWithLinesBetween) {
