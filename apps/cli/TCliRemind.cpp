@@ -117,7 +117,7 @@ bool TCliRemind::Tell(const TWatchlistItemInfo& iItem) {
                                 {ForTerminal(iItem.Name), DateTimeToStr(reminder->Time), ways}));
   if (IsForThisProgram(*reminder) && !FContext.Plugins.DeliversReminders()) {
     FContext.Console.Complain(
-        u"Hinweis: Gemeldet wird sie, solange \"kaufkobolde-cli run\" läuft.");
+        u"Hinweis: Gemeldet wird sie, solange Kaufkobolde oder \"kaufkobolde-cli run\" läuft.");
   }
   return true;
 }

@@ -31,7 +31,7 @@ void TCliReminders::List(bool iAsJson) {
   if (!FContext.Plugins.DeliversReminders() &&
       std::ranges::any_of(reminders, &TCliReminder::Overdue)) {
     FContext.Console.Complain(
-        u"Hinweis: Überfällige meldet \"kaufkobolde-cli run\", sobald es läuft.");
+        u"Hinweis: Überfällige meldet Kaufkobolde oder \"kaufkobolde-cli run\", sobald es läuft.");
   }
 }
 
