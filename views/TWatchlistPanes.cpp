@@ -103,9 +103,4 @@ void TWatchlistPanes::pmnTabsChevronPopup(TObject*) {
   if (FTabControl) FTabControl->FillChevronMenu(pmnTabsChevron);
 }
 
-TIntf<ISearchResult> FocusedResultOf(const TTab* iTab) {
-  const TIntf<ISearchResults> results = iTab != nullptr ? iTab->GetSearchResults() : nullptr;
-  return results ? results->GetFocused() : nullptr;
-}
-
 }  // namespace kk

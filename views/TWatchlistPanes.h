@@ -66,8 +66,4 @@ class TWatchlistPanes : public TObject, private IWatchlistPanes, private ITabFol
   std::unique_ptr<TTabControlKK> FTabControl;
 };
 
-/// The focused result of the tab's list; empty if it has none, or there is no tab. What the list
-/// raises passes.
-TIntf<ISearchResult> FocusedResultOf(const TTab* iTab);
-
 }  // namespace kk

@@ -145,4 +145,9 @@ void TTab::DoReminderDelete(TObject*, const TIntf<IInterfaceList>& iInterfaceLis
   if (FEvents.OnReminderDelete) FEvents.OnReminderDelete(this, *this, iInterfaceList);
 }
 
+TIntf<ISearchResult> FocusedResultOf(const TTab* iTab) {
+  const TIntf<ISearchResults> results = iTab != nullptr ? iTab->GetSearchResults() : nullptr;
+  return results ? results->GetFocused() : nullptr;
+}
+
 }  // namespace kk

@@ -94,4 +94,8 @@ class TTab : public TObject {
   TEvents FEvents;
 };
 
+/// The focused result of the tab's list; empty if it has none, or there is no tab. What the list
+/// raises passes.
+TIntf<ISearchResult> FocusedResultOf(const TTab* iTab);
+
 }  // namespace kk

@@ -21,12 +21,6 @@ void ForEachExtender(const TTab* iTab, Action&& iAction) {
   for (int i = 0; parts && i < parts->GetCount(); ++i) act(parts->Get(i));
 }
 
-TIntf<ISearchResult> FocusedResult(const TTab* iTab) {
-  if (iTab == nullptr) return {};
-  const TIntf<ISearchResults> results = iTab->GetSearchResults();
-  return results ? results->GetFocused() : nullptr;
-}
-
 }  // namespace
 
 void TTabSwitcher::DoTabControlSwitchTab(TObject*, TTab* iFrom, TTab* iTo) {
@@ -45,13 +39,13 @@ void TTabSwitcher::Bind(IExplorerBar& ioBar, const TTab* iFrom, const TTab* iTo)
     ioExtender.AddPanels(&ioBar);
     for (int i = 0; i < ioBar.GetCount(); ++i) ioExtender.AddItems(ioBar.GetPanels(i));
   });
-  FFollower.SetCurrentSearchResult(FocusedResult(iTo));
+  FFollower.SetCurrentSearchResult(FocusedResultOf(iTo));
   FFollower.RestoreExplorerbarDefaultItems();
 }
 
 void TTabSwitcher::DoTabSelectionChanged(TObject*, TTab& iTab) {
   const bool shown = Guarded(u"TTabSwitcher.DoTabSelectionChanged",
-                             [&] { FFollower.SetCurrentSearchResult(FocusedResult(&iTab)); });
+                             [&] { FFollower.SetCurrentSearchResult(FocusedResultOf(&iTab)); });
   if (!shown) FFollower.SetCurrentSearchResult({});
 }
 
