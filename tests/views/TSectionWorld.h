@@ -6,32 +6,13 @@
 #include <functional>
 
 #include "host/common/TOutlook.h"
-#include "host/contract/TCommonPlugin.h"
-#include "host/contract/TPluginIntegration.h"
 #include "settings/TIniFileSectionWatchlist.h"
+#include "tests/support/TFakePlugin.h"
 #include "tests/support/TWatchlistWorld.h"
 #include "views/TfrmKKWatchlist.h"
 #include "views/WatchlistModel.h"
 
 namespace kk {
-
-class TFakePlugin : public TCommonPlugin<IPlugin> {
- public:
-  TGuid GetId() const override { return cPluginId; }
-  TGroupIdentification GetGroup() const override { return {}; }
-  TPluginAttributes GetAttributes() const override { return 0; }
-  TString GetSignature() const override { return {}; }
-  TString GetDescription() const override { return {}; }
-  TString GetLongDescription() const override { return {}; }
-
-  /// Its door for others.
-  TIntf<IPluginIntegration> Door = MakeIntf<TPluginIntegration>(TIntf<IIntegrationInfo>());
-
- protected:
-  bool QueryDelegated(const TGuid& iIid, void** oInterface) override {
-    return Door->QueryInterface(iIid, oInterface);
-  }
-};
 
 /// Notes what the commands tell the section's views, one line a call.
 class TRecordingView : public TWatchlistView {
@@ -139,6 +120,7 @@ class TRecordingCalendar : public IOutlookFactory {
 class TSectionWorld : public TWatchlistWorld {
  public:
   TSectionWorld() {
+    Plugin->Door = MakeIntf<TPluginIntegration>(TIntf<IIntegrationInfo>());
     CreateHandler(Plugin);
     Handler()->LstIntegration().Add(Auction);
     Handler()->LstIntegration().Add(Shop);

@@ -3,24 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/contract/TCommonPlugin.h"
 #include "tests/support/TFakeCells.h"
+#include "tests/support/TFakePlugin.h"
 #include "tests/support/TWatchlistWorld.h"
 
 namespace kk {
-
-class TFakePlugin : public TCommonPlugin<IPlugin> {
- public:
-  TGuid GetId() const override { return cPluginId; }
-  TGroupIdentification GetGroup() const override { return {}; }
-  TPluginAttributes GetAttributes() const override { return 0; }
-  TString GetSignature() const override { return {}; }
-  TString GetDescription() const override { return {}; }
-  TString GetLongDescription() const override { return {}; }
-
-  /// What lives as long as the plug-in.
-  TIntf<IInterface> Kept;
-};
 
 /// A result that counts how often it is asked whether it is the same as another, and that fails
 /// where the test wants it to.

@@ -4,32 +4,12 @@
 #include <gtest/gtest.h>
 
 #include "host/base/TLocale.h"
-#include "host/contract/TCommonPlugin.h"
-#include "host/contract/TPluginIntegration.h"
 #include "host/controls/TForm.h"
-#include "plugin/texts/UnitKKPluginWatchlistConsts.h"
+#include "tests/support/TFakePlugin.h"
 #include "tests/support/TWatchlistWorld.h"
 #include "views/explorerbar/TExplorerBarWatchlist.h"
 
 namespace kk {
-
-/// A plug-in with a door for others, if the test wants one.
-class TFakePlugin : public TCommonPlugin<IPlugin> {
- public:
-  TGuid GetId() const override { return cPluginId; }
-  TGroupIdentification GetGroup() const override { return {}; }
-  TPluginAttributes GetAttributes() const override { return 0; }
-  TString GetSignature() const override { return {}; }
-  TString GetDescription() const override { return {}; }
-  TString GetLongDescription() const override { return {}; }
-
-  TIntf<IPluginIntegration> Door;
-
- protected:
-  bool QueryDelegated(const TGuid& iIid, void** oInterface) override {
-    return Door && Door->QueryInterface(iIid, oInterface);
-  }
-};
 
 /// Counts how often the skin is told of each control, by its name.
 class TSkinCounter : public IControlObserver {
