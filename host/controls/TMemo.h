@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "host/base/TStringList.h"
 #include "host/controls/TControl.h"
 
@@ -25,13 +27,18 @@ class TMemo : public TControl {
   bool ReadOnly() const { return FReadOnly; }
   void SetReadOnly(bool iReadOnly) { SetValue(FReadOnly, iReadOnly); }
 
+  /// Whether Return was pressed since the last call and is a new line: nobody who listens to the
+  /// keys has used it. For the skin.
+  bool TakeNewLine() { return std::exchange(FHasNewLine, false); }
+
   bool AcceptsFocus() const override { return true; }
 
  protected:
   /// Return is a new line here, not a press of the default button.
-  bool UseKey(char16_t iKey) override { return iKey == cKeyReturn; }
+  bool UseKey(char16_t iKey) override { return FHasNewLine = iKey == cKeyReturn; }
 
  private:
+  bool FHasNewLine = false;
   TStringList FLines;
   bool FReadOnly = false;
   int FVisibleLines = 0;

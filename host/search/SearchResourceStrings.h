@@ -31,7 +31,7 @@ inline constexpr TStringView _resSearchWithProblems = u"%s, %d Probleme";
 inline constexpr TStringView _resSearchProblemShortened = u"Der Text ist gekürzt.";
 inline constexpr TStringView _resSearchOneMoreProblem = u"Und ein weiteres Problem.";
 inline constexpr TStringView _resSearchMoreProblems = u"Und %d weitere Probleme.";
-inline constexpr TStringView _resSearchShowProblems = u"Alle &Probleme anzeigen...";
+inline constexpr TStringView _resSearchShowProblems = u"Alle Proble&me anzeigen...";
 inline constexpr TStringView _resSearchProblemsCaption = u"Probleme bei der Suche";
 inline constexpr TStringView _resSearchClose = u"&Schließen";
 

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QShortcut>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -23,9 +24,13 @@ namespace kk {
 namespace {
 
 constexpr QSize cFirstSize{1100, 720};
+// What the window manager's frame takes of a screen, as a rule.
+constexpr QSize cFrame{16, 48};
 constexpr int cMaxKey = 9;
 constexpr int cPageMargin = 6;
 constexpr TStringView cProgram = u"Kaufkobolde";
+// What the toolkit puts before the program in the titles of dialogs.
+constexpr TStringView cTitleDash = u" — ";
 constexpr char cActivationVariable[] = "XDG_ACTIVATION_TOKEN";
 
 template <class Function, class... Args>
@@ -55,7 +60,7 @@ TMainWindow::TMainWindow() : FStack(new QStackedWidget), FMessage(new QLabel) { 
   FStack->addWidget(FMessage);
   setCentralWidget(FStack);
   setAcceptDrops(true);
-  resize(cFirstSize);
+  resize(cFirstSize.boundedTo(screen()->availableGeometry().size() - cFrame));
   BuildMenu();
   auto* const paste = new QShortcut(QKeySequence(QKeySequence::Paste), this);
   connect(paste, &QShortcut::activated, this, [this] { Paste(); });
@@ -71,7 +76,7 @@ void TMainWindow::BuildMenu() {
   QAction* const quit = program->addAction(ToQt(u"&Beenden"));
   quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
   connect(quit, &QAction::triggered, this, [this] { Raise(FOnQuit); });
-  FView = menuBar()->addMenu(ToQt(u"&Ansicht"));
+  FView = menuBar()->addMenu(ToQt(u"Ans&icht"));
   QMenu* const help = menuBar()->addMenu(ToQt(u"&Hilfe"));
   QAction* const example = help->addAction(ToQt(u"Beispielladen &ausprobieren"));
   connect(example, &QAction::triggered, this, [this] { Raise(FOnTryExample); });
@@ -202,7 +207,7 @@ bool TMainWindow::Takes(const QWidget& iWidget, QEvent& ioEvent) {
 
 void TMainWindow::ShowTitle() {
   QString title = ToQt(cProgram);
-  if (FSection != nullptr) title = ToQt(FSection->Caption()) + ToQt(u" – ") + title;
+  if (FSection != nullptr) title = ToQt(FSection->Caption()) + ToQt(cTitleDash) + title;
   setWindowTitle(title);
 }
 

@@ -1,5 +1,7 @@
 #include "apps/desktop/skin/TBinder.h"
 
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QKeySequence>
@@ -43,6 +45,16 @@ TMenuItem* FindShortCut(const TMenuItem& iMenu, const QKeySequence& iKeys) {
     if (TMenuItem* const found = FindShortCut(item, iKeys)) return found;
   }
   return nullptr;
+}
+
+// The toolkit itself knows the Menu key alone, which many keyboards don't have.
+bool AskForMenu(QWidget* iWidget, const QKeyEvent& iEvent) {
+  if (iWidget == nullptr || iEvent.key() != Qt::Key_F10) return false;
+  if (iEvent.modifiers() != Qt::ShiftModifier) return false;
+  const QPoint middle = iWidget->rect().center();
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, iWidget->mapToGlobal(middle));
+  QCoreApplication::sendEvent(iWidget, &event);
+  return true;
 }
 
 QKeySequence KeysOf(const QKeyEvent& iEvent) {
@@ -120,7 +132,8 @@ bool TBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
     }
     case QEvent::KeyPress: {
       auto& key = *static_cast<QKeyEvent*>(iEvent);
-      return FSkin.FocusedBinder() == this && (UseShortCut(key, true) || PressKey(key));
+      if (FSkin.FocusedBinder() != this) return false;
+      return UseShortCut(key, true) || AskForMenu(FFocusPart, key) || PressKey(key);
     }
     case QEvent::FontChange:
     case QEvent::StyleChange:
@@ -146,7 +159,7 @@ bool TBinder::PressKey(QKeyEvent& iEvent) {
   if (iEvent.isAutoRepeat() && presses && !shares) return true;
   bool used = true;  // also by who fails
   const bool alive = Enter([&] { used = FControl.PressKey(key); });
-  return !alive || (used && !shares);
+  return !alive || (used && !(shares && LeavesKey()));
 }
 
 bool TBinder::UseShortCut(const QKeyEvent& iEvent, bool iPress) {

@@ -55,9 +55,11 @@ class TBinder : public QObject {
  protected:
   /// Brings the widget to the control's state. Signals of the widget come to nothing meanwhile.
   virtual void Render() = 0;
-  /// A key that the control has used, but that the widget is to have as well: Return in a text of
+  /// A key that the widget may have as well when the control has used it: Return in a text of
   /// several lines.
   virtual bool SharesKey(char16_t /*iKey*/) const { return false; }
+  /// Whether the widget is to have the one that was pressed just now.
+  virtual bool LeavesKey() { return false; }
 
   TSkin& Skin() const { return FSkin; }
   void SetFocusPart(QWidget* iPart);

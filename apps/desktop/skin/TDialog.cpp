@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QLayout>
+#include <QLineEdit>
 #include <QScreen>
 #include <QStyle>
 #include <QWindow>
@@ -18,6 +20,13 @@ namespace {
 constexpr QSize cFrame{16, 48};
 // In average characters: room for the title.
 constexpr int cNarrowest = 44;
+
+// What is typed first takes the place of what a field suggests.
+void SelectText(QWidget* iField) {
+  auto* line = qobject_cast<QLineEdit*>(iField);
+  if (const auto* const list = qobject_cast<QComboBox*>(iField)) line = list->lineEdit();
+  if (line != nullptr) line->selectAll();
+}
 
 }  // namespace
 
@@ -78,6 +87,7 @@ void TDialog::Open() {
   raise();
   activateWindow();
   if (focusWidget() == nullptr) focusNextPrevChild(true);  // the form has named none
+  SelectText(focusWidget());
 }
 
 void TDialog::Place() {

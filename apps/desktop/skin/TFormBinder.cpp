@@ -1,13 +1,22 @@
 #include "apps/desktop/skin/TFormBinder.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <utility>
 
 #include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 #include "host/controls/TfrmKKCommonBase.h"
+#include "host/controls/TfrmKKCommonSectionBase.h"
 
 namespace kk {
+
+namespace {
+
+// Frame, menu, toolbar and status bar of the window in which sections stand.
+constexpr QSize cAroundSection{40, 180};
+
+}  // namespace
 
 TFormBinder::TFormBinder(TSkin& ioSkin, TForm& ioForm)
     : TPanelBinder(ioSkin, ioForm, QtOwned<TWindow>(ioForm)), FForm(ioForm) {}
@@ -23,6 +32,13 @@ bool TFormBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
     Skin().Mark(FForm);
   }
   return TPanelBinder::eventFilter(iObject, iEvent);
+}
+
+// A dialog can be scrolled. A section on a small screen does with what the screen has for it.
+QSize TFormBinder::MinSize() const {
+  const QSize wanted = TPanelBinder::MinSize();
+  if (dynamic_cast<const TfrmKKCommonSectionBase*>(&FForm) == nullptr) return wanted;
+  return wanted.boundedTo(View().screen()->availableGeometry().size() - cAroundSection);
 }
 
 void TFormBinder::Render() {

@@ -17,6 +17,7 @@ class TFormBinder : public TPanelBinder {
 
  protected:
   void Render() override;
+  QSize MinSize() const override;
   TString Heading() const override { return {}; }
   TForm& Form() const { return FForm; }
 

@@ -16,6 +16,7 @@ class TMemoBinder final : public TBinderOf<TMemo, QPlainTextEdit> {
   void Render() override;
   void RenderHeight();
   bool SharesKey(char16_t iKey) const override { return iKey == cKeyReturn; }
+  bool LeavesKey() override { return Control().TakeNewLine(); }
 };
 
 }  // namespace kk

@@ -1,5 +1,6 @@
 #include "apps/desktop/skin/TOutlineStyle.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -27,8 +28,13 @@ TOutlineStyle::TOutlineStyle() : QProxyStyle(QStringLiteral("fusion")) {}
 
 int TOutlineStyle::pixelMetric(PixelMetric iMetric, const QStyleOption* iOption,
                                const QWidget* iWidget) const {
-  return iMetric == PM_HeaderMargin ? cHeaderMargin
-                                    : QProxyStyle::pixelMetric(iMetric, iOption, iWidget);
+  if (iMetric == PM_HeaderMargin) return cHeaderMargin;
+  // The views add one pixel to it: texts of cells begin where their headings do.
+  if (iMetric == PM_FocusFrameHMargin &&
+      qobject_cast<const QAbstractItemView*>(iWidget) != nullptr) {
+    return cHeaderMargin - 1;
+  }
+  return QProxyStyle::pixelMetric(iMetric, iOption, iWidget);
 }
 
 void TOutlineStyle::drawPrimitive(PrimitiveElement iElement, const QStyleOption* iOption,

@@ -87,7 +87,7 @@ bool TPanelBinder::Grows(Qt::Orientation iDirection) const {
 
 void TPanelBinder::Render() {
   View().SetWantedWidth(Control().Width());
-  View().setMinimumSize(Control().MinWidth(), Control().MinHeight());
+  View().setMinimumSize(MinSize());
   TPlan plan = MakePlan();
   if (!FArranged || plan != FPlan) {
     FPlan = std::move(plan);

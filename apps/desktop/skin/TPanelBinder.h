@@ -31,6 +31,8 @@ class TPanelBinder : public TBinderOf<TPanel, TPanelWidget> {
   void Render() override;
   /// A new layout with the widgets of all children, whose binders are there.
   virtual QLayout* MakeLayout();
+  /// The smallest that the panel may be.
+  virtual QSize MinSize() const { return {Control().MinWidth(), Control().MinHeight()}; }
   /// The text above the children; empty for none.
   virtual TString Heading() const { return Control().Caption(); }
 

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScreen>
 #include <QShortcut>
 #include <csignal>
 #include <future>
@@ -124,6 +125,19 @@ TEST_F(TDesktopSessionTest, EachSectionTakesThePlaceOfTheOneBefore) {
   World.Go(u"Beobachten");
   EXPECT_TRUE(World.Watchlist().Visible());
   EXPECT_EQ(World.Window().windowTitle(), ToQt(u"Beobachten — Kaufkobolde"));
+}
+
+TEST_F(TDesktopSessionTest, WindowIsNeverLargerThanTheScreenWhateverSectionsWant) {
+  World.Start();
+  const QSize screen = World.Window().screen()->availableGeometry().size();
+  EXPECT_LE(World.Window().width(), screen.width());
+  EXPECT_LE(World.Window().height(), screen.height());
+  World.Go(u"Beobachten");
+  World.Watchlist().SetMinSize(9000, 9000);
+  TSkin::Of(World.Watchlist())->Flush();
+  QCoreApplication::processEvents();
+  EXPECT_LE(World.Window().minimumSizeHint().height(), screen.height());
+  EXPECT_LE(World.Window().minimumSizeHint().width(), screen.width());
 }
 
 TEST_F(TDesktopSessionTest, ClosedSectionGivesWayToSuchen) {

@@ -241,6 +241,26 @@ TEST_F(TPlainBindersTest, LinesAreTypedAndSet) {
   EXPECT_THAT(FForm.memLines.Lines().Lines(), ElementsAre(u"", u"zwei", u"", u"vier"));
 }
 
+TEST_F(TPlainBindersTest, AReturnThatSomebodyUsesMakesNoLine) {
+  struct TUser {
+    void OnKey(TObject*, char16_t& ioKey) {
+      if (std::exchange(Uses, false)) ioKey = 0;
+    }
+    bool Uses = false;
+  } user;
+  FForm.memLines.SetOnKeyPress(TKeyPressEvent::Of<&TUser::OnKey>(&user));
+  auto& memo = Of<QPlainTextEdit>(FForm.memLines);
+  memo.setFocus();
+  Type(memo, QStringLiteral("ab"));
+  Key(memo, Qt::Key_Return, {}, QStringLiteral("\r"));
+  EXPECT_EQ(memo.toPlainText(), u"ab\n");
+  user.Uses = true;
+  Key(memo, Qt::Key_Return, {}, QStringLiteral("\r"));
+  EXPECT_EQ(memo.toPlainText(), u"ab\n");
+  Key(memo, Qt::Key_Return, {}, QStringLiteral("\r"));
+  EXPECT_EQ(memo.toPlainText(), u"ab\n\n");
+}
+
 TEST_F(TPlainBindersTest, ANumberIsTypedSteppedAndSet) {
   auto& number = Of<QSpinBox>(FForm.spnedtNumber);
   number.setFocus();

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QComboBox>
 #include <QCommandLinkButton>
 #include <QFileDialog>
 #include <QLabel>
@@ -16,6 +17,7 @@
 #include "apps/desktop/skin/TDialog.h"
 #include "host/base/Exception.h"
 #include "host/base/TInstalled.h"
+#include "host/controls/TComboBox.h"
 #include "host/controls/TEdit.h"
 #include "host/controls/TLabel.h"
 #include "host/controls/TOpenDialog.h"
@@ -69,6 +71,26 @@ TEST_F(TQtFormHostTest, AFormIsAWindowUntilAButtonEndsIt) {
   EXPECT_EQ(form.ShowModal(), cModalOK);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_EQ(TSkin::Of(form), nullptr);
+}
+
+TEST_F(TQtFormHostTest, WhatIsTypedFirstTakesThePlaceOfWhatAFieldSuggests) {
+  TAsk form;
+  form.edtText.SetText(u"Vorschlag");
+  OnNextDialog([](TDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QLineEdit*>()->selectedText(), u"Vorschlag");
+    dialog.close();
+  });
+  form.ShowModal();
+  struct TChoose : TForm {
+    TChoose() : TForm(nullptr, u"frmChoose", u"Auswahl") { cmbxList.SetEditable(true); }
+    TComboBox cmbxList{this, u"cmbxList"};
+  } list;
+  list.cmbxList.SetText(u"Ohne");
+  OnNextDialog([](TDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QComboBox*>()->lineEdit()->selectedText(), u"Ohne");
+    dialog.close();
+  });
+  list.ShowModal();
 }
 
 TEST_F(TQtFormHostTest, EscapeReturnAndTheFrameEndItAsTheFormSays) {

@@ -173,6 +173,17 @@ TEST(TTreeBinder, OpensTheMenuAtTheMouseAndByTheKeyboard) {
               ElementsAre("focus Bücher", "popup Bücher", "popup Bücher", "popup -"));
 }
 
+TEST(TTreeBinder, OpensTheMenuByShiftAndF10AsWell) {
+  TTreeWindow window;
+  window.Click(window.Books);
+  QTest::keyClick(&window.View(), Qt::Key_F10, Qt::ShiftModifier);
+  ASSERT_NE(OpenMenu(), nullptr);
+  OpenMenu()->close();
+  EXPECT_THAT(window.Book.Take(), ElementsAre("focus Bücher", "popup Bücher"));
+  QTest::keyClick(&window.View(), Qt::Key_F10);
+  EXPECT_EQ(OpenMenu(), nullptr);
+}
+
 TEST(TTreeBinder, PreparesTheMenuBeforeAShortCutClicksItsEntry) {
   TTreeWindow window;
   window.Click(window.Books);
