@@ -2,10 +2,10 @@
 
 #include "apps/cli/TCliAdd.h"
 #include "apps/cli/TCliRefresh.h"
-#include "host/program/TExampleShop.h"
 #include "apps/cli/TCliShow.h"
 #include "apps/cli/TerminalText.h"
 #include "host/common/TFileHelper.h"
+#include "host/program/TExampleShop.h"
 
 namespace kk {
 namespace {

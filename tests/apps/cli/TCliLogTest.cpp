@@ -7,8 +7,8 @@
 #include <thread>
 
 #include "TFakeConsole.h"
-#include "host/program/THostLock.h"
 #include "host/base/Exception.h"
+#include "host/program/THostLock.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TTempFolder.h"
 #include "tests/support/TTestClock.h"

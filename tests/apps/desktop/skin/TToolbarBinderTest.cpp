@@ -102,5 +102,18 @@ TEST(TStatusBarBinder, ShowsTextsOrTheControlThatFillsAPanel) {
   EXPECT_THAT(window.StatusTexts(), testing::ElementsAre(u"links", u"fertig"));
 }
 
+TEST(TStatusBarBinder, StaysAsHighWhenAControlComesIntoAPanelAndGoes) {
+  TRowsWindow window;
+  const QWidget& bar = window.WidgetOf<QFrame>(window.Status);
+  const QRect before = bar.geometry();
+  window.Gauge.SetText(u"3 Artikel");
+  window.Gauge.SetVisible(true);
+  window.Turn();
+  EXPECT_TRUE(window.WidgetOf<QWidget>(window.Gauge).isVisible());
+  EXPECT_GT(window.WidgetOf<QWidget>(window.Gauge).height(), bar.fontMetrics().height());
+  EXPECT_EQ(bar.geometry(), before);
+  EXPECT_EQ(bar.sizeHint().height(), before.height());
+}
+
 }  // namespace
 }  // namespace kk
