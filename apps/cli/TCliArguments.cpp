@@ -146,8 +146,7 @@ class TParser {
   }
 
   static bool IsFamily(const TString& iWord) {
-    return iWord == u"category" || iWord == u"settings" || iWord == u"test" ||
-           iWord == u"mobile";
+    return iWord == u"category" || iWord == u"settings" || iWord == u"test" || iWord == u"mobile";
   }
 
   static TString Family(const TString& iWord) {

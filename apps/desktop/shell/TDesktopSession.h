@@ -2,12 +2,12 @@
 
 #include <optional>
 
+#include "apps/desktop/print/TQtPrinting.h"
 #include "apps/desktop/shell/TDesktop.h"
 #include "apps/desktop/shell/TDesktopApplication.h"
 #include "apps/desktop/shell/TDesktopArguments.h"
 #include "apps/desktop/shell/TDesktopCalls.h"
 #include "apps/desktop/shell/TSystemEnd.h"
-#include "apps/desktop/print/TQtPrinting.h"
 #include "apps/desktop/skin/TQtFormHost.h"
 #include "apps/desktop/skin/TQtMainLoop.h"
 #include "host/base/TInstalled.h"
