@@ -18,7 +18,7 @@ constexpr char16_t cFieldPrice[] = u"price";
 constexpr char16_t cFieldCurrency[] = u"currency";
 constexpr char16_t cFieldAvailability[] = u"availability";
 constexpr char16_t cFieldSeller[] = u"seller";
-constexpr char16_t cFieldImage[] = u"image";
+constexpr char16_t cFieldPicture[] = u"image";
 constexpr char16_t cFieldEndTimeUtc[] = u"endtimeutc";
 
 constexpr char16_t cTimeFormat[] = u"yyyy-mm-dd hh:nn:ss";
@@ -74,7 +74,7 @@ void WriteMobilePage(const TPageData& iData, const TStringList& iParams, TString
   AddLine(ioLines, cFieldCurrency, offer.Currency);
   AddLine(ioLines, cFieldAvailability, FromUtf8(AvailabilityName(offer.Availability)));
   AddLine(ioLines, cFieldSeller, offer.Seller);
-  AddLine(ioLines, cFieldImage, iData.Product.Image);
+  AddLine(ioLines, cFieldPicture, iData.Product.Image);
   AddTime(ioLines, cFieldEndTimeUtc, offer.EndTime);
   AddTime(ioLines, cFieldOfferDateUtc, iData.Changed);
   ioLines.Add(u"[/searchresult]");
@@ -91,7 +91,7 @@ std::optional<TPageData> ReadMobilePage(const TStringList& iFields) {
   offer.Availability = AvailabilityFromText(ToUtf8(iFields.GetValue(cFieldAvailability)));
   offer.Seller = TextOf(iFields, cFieldSeller);
   offer.EndTime = TimeOf(iFields, cFieldEndTimeUtc);
-  if (const auto image = AddressOf(iFields, cFieldImage)) {
+  if (const auto image = AddressOf(iFields, cFieldPicture)) {
     data.Product.Image = FromUtf8(image->Text());
   }
   data.Changed = TimeOf(iFields, cFieldOfferDateUtc);
