@@ -19,7 +19,7 @@ namespace {
 // What a frame of the window manager takes of a screen, as a rule, in device-independent pixels.
 constexpr QSize cFrame{16, 48};
 // In average characters: room for the title.
-constexpr int cNarrowest = 44;
+constexpr int cNarrowest = 60;
 
 // What is typed first takes the place of what a field suggests.
 void SelectText(QWidget* iField) {
