@@ -14,7 +14,10 @@ void NeedQt() {
   static int count = 1;
   static char name[] = "tests";
   static char* arguments[] = {name, nullptr};
-  static const auto application = std::make_unique<QApplication>(count, arguments);
+  // It stays to the end of the process: what Qt keeps for it in statics of its own goes earlier.
+  static const QApplication* const application =
+      std::make_unique<QApplication>(count, arguments).release();
+  (void)application;
 }
 
 bool CrankUntil(const std::function<bool()>& iCondition) {

@@ -12,12 +12,13 @@ namespace {
 
 using testing::ElementsAre;
 
-class TMenuWorld {
+struct TNeedsQt {
+  TNeedsQt() { NeedQt(); }
+};
+
+class TMenuWorld : private TNeedsQt {
  public:
-  TMenuWorld() {
-    NeedQt();
-    Widget.show();
-  }
+  TMenuWorld() { Widget.show(); }
   QMenu& Open() {
     TPopupMenu::Open(Widget, *Menu, {10, 10});
     return *dynamic_cast<QMenu*>(QApplication::activePopupWidget());
