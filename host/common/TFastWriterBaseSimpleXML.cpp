@@ -79,7 +79,7 @@ size_t AppendPlain(std::string& ioBytes, TStringView iText) {
   const size_t size = ioBytes.size();
   ioBytes.resize(size + count);
   std::transform(iText.begin(), end, ioBytes.begin() + static_cast<ptrdiff_t>(size),
-                 [](char16_t unit) { return static_cast<char>(unit); });
+                 [](char16_t iUnit) { return static_cast<char>(iUnit); });
   return count;
 }
 

@@ -65,7 +65,7 @@ QByteArray TDrawingColors::Apply(const QByteArray& iSvg) const {
   QByteArray svg = iSvg;
   for (qsizetype at = svg.indexOf('#'); at >= 0; at = svg.indexOf('#', at + 1)) {
     const QByteArray name = svg.mid(at, cLength);
-    const auto* found = std::ranges::find_if(cNames, [&](auto* known) { return name == known; });
+    const auto* found = std::ranges::find_if(cNames, [&](auto* iKnown) { return name == iKnown; });
     if (found == cNames.end()) continue;
     const auto index = static_cast<size_t>(found - cNames.begin());
     svg.replace(at, cLength, FColors[index].name(QColor::HexRgb).toLatin1());
