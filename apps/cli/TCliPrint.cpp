@@ -23,7 +23,7 @@ bool TCliPrint::Run(const TCliArguments& iCall) {
     return false;
   }
   TfrmKKCommonWait::Run(u"Das PDF wird erstellt",
-                        [&](const std::stop_token& stop) { printing.WriteTo(*iCall.Pdf, stop); });
+                        [&](const std::stop_token& iStop) { printing.WriteTo(*iCall.Pdf, iStop); });
   FContext.Console.Print(
       Format(u"Gedruckt: \"%s\" in %s", {ForTerminal(category.Name), ForTerminal(*iCall.Pdf)}));
   return true;

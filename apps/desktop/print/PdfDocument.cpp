@@ -30,8 +30,8 @@ bool PaintPages(QPainter& ioPainter, const QRectF& iPaper, const std::vector<TPr
 }
 
 std::string ToPdf(const std::vector<TPrintedPages>& iParts) {
-  const bool hasPage = std::ranges::any_of(iParts, [](const TPrintedPages& part) {
-    return std::max(part.From, 1) <= std::min(part.To, part.Layout->PageCount());
+  const bool hasPage = std::ranges::any_of(iParts, [](const TPrintedPages& iPart) {
+    return std::max(iPart.From, 1) <= std::min(iPart.To, iPart.Layout->PageCount());
   });
   if (!hasPage) throw Exception(u"Es gibt keine Seite zu drucken");
   if (QFontDatabase::families().isEmpty()) {

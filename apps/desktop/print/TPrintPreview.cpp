@@ -39,7 +39,7 @@ TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, const QPageLayout& iPa
   setWindowTitle(ToQt(u"Druckvorschau"));
   resize(760, 900);
   QObject::connect(FPages, &QPrintPreviewWidget::paintRequested, this,
-                   [this](QPrinter* printer) { AsUser([&] { PaintAll(*printer); }); });
+                   [this](QPrinter* iPrinter) { AsUser([&] { PaintAll(*iPrinter); }); });
   QObject::connect(FPages, &QPrintPreviewWidget::previewChanged, this,
                    [this] { AsUser([&] { ShowPage(FPages->currentPage()); }); });
   FPages->updatePreview();
