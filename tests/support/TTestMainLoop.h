@@ -1,37 +1,29 @@
 #pragma once
 
-#include <deque>
 #include <map>
-#include <mutex>
-#include <thread>
 
-#include "host/base/TMainLoop.h"
+#include "host/common/TPostingMainLoop.h"
 
 namespace kk {
 
 /// A main loop that the test cranks by hand: nothing runs but in ProcessMessages, and time passes
 /// only in Advance and, so that loops which wait come to an end, in WaitForMessage. When it goes,
 /// what is still posted is dropped, and a Synchronize that waits raises Exception.
-class TTestMainLoop : public TMainLoop {
+class TTestMainLoop : public TPostingMainLoop {
  public:
   TTestMainLoop();
   ~TTestMainLoop() override;
 
-  void Post(TFunction iFunction) override;
-  void Synchronize(TFunction iFunction) override;
   void ProcessMessages() override;
   /// With nothing to run, the time of the timers passes at once; real threads get a chance to post.
   void WaitForMessage(int iMilliseconds) override;
   TTimerId StartTimer(int iMilliseconds, TFunction iFunction) override;
   void StopTimer(TTimerId iTimer) override;
-  bool IsMainThread() const override { return std::this_thread::get_id() == FThread; }
 
   /// Lets the time of the timers pass and runs what comes due, in order of time.
   void Advance(int iMilliseconds);
   /// How often ProcessMessages and WaitForMessage were called.
   int Turns() const { return FTurns; }
-  /// How much waits for ProcessMessages.
-  size_t PostedCount();
   int TimerCount() const { return static_cast<int>(FTimers.size()); }
 
  private:
@@ -40,11 +32,8 @@ class TTestMainLoop : public TMainLoop {
     int64_t Due;
     TFunction Function;
   };
-  void RunPosted();
+  void Run(const TFunction& iFunction) override { iFunction(); }
 
-  std::thread::id FThread = std::this_thread::get_id();
-  std::mutex FMutex;
-  std::deque<TFunction> FPosted;
   std::map<TTimerId, TTimer> FTimers;
   TTimerId FNextTimer = 1;
   int64_t FNow = 0;

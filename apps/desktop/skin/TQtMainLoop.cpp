@@ -5,13 +5,10 @@
 #include <QTimer>
 #include <QTimerEvent>
 #include <algorithm>
-#include <exception>
-#include <future>
 #include <limits>
 #include <utility>
 
 #include "apps/desktop/skin/AsUser.h"
-#include "host/base/Exception.h"
 
 namespace kk {
 
@@ -48,41 +45,12 @@ TQtMainLoop::TQtMainLoop() : FWaker(std::make_unique<TWaker>(*this)) {}
 
 TQtMainLoop::~TQtMainLoop() = default;
 
-void TQtMainLoop::Post(TFunction iFunction) {
-  const bool isMain = IsMainThread();
-  {
-    const std::lock_guard lock(FMutex);
-    FPosted.push_back(std::move(iFunction));
-    if (!isMain) QCoreApplication::postEvent(FWaker.get(), new QEvent(QEvent::User));
-  }
-  if (isMain) FWaker->WakeInTurn();
+void TQtMainLoop::Wake() {
+  if (IsMainThread()) return FWaker->WakeInTurn();
+  QCoreApplication::postEvent(FWaker.get(), new QEvent(QEvent::User));
 }
 
-void TQtMainLoop::Synchronize(TFunction iFunction) {
-  if (IsMainThread()) {
-    iFunction();
-    return;
-  }
-  auto promise = std::make_shared<std::promise<void>>();
-  const auto failure = std::make_shared<std::exception_ptr>();
-  std::future<void> done = promise->get_future();
-  // The queue alone holds the promise from here on, so that dropping it ends the wait. It is kept
-  // only behind the handler, when this thread has let go of the exception.
-  Post([promise = std::move(promise), failure, &iFunction] {
-    try {
-      iFunction();
-    } catch (...) {  // handed to the thread that waits
-      *failure = std::current_exception();
-    }
-    promise->set_value();
-  });
-  try {
-    done.get();
-  } catch (const std::future_error&) {
-    throw Exception(u"Die Hauptschleife ist beendet");
-  }
-  if (*failure) std::rethrow_exception(std::exchange(*failure, nullptr));
-}
+void TQtMainLoop::Run(const TFunction& iFunction) { AsUser(iFunction); }
 
 void TQtMainLoop::ProcessMessages() {
   AssertMainThread();
@@ -90,35 +58,9 @@ void TQtMainLoop::ProcessMessages() {
   RunPosted();
 }
 
-void TQtMainLoop::RunPosted() {
-  size_t count = 0;
-  {
-    const std::lock_guard lock(FMutex);
-    count = FPosted.size();
-  }
-  for (; count > 0; --count) {
-    TFunction function;  // dies, with all it holds, before the next one and outside of the lock
-    if (!TakePosted(function)) return;
-    AsUser(function);
-  }
-}
-
-// What is left is run by a loop inside of the function, too, if there is one.
-bool TQtMainLoop::TakePosted(TFunction& oFunction) {
-  const std::lock_guard lock(FMutex);
-  if (FPosted.empty()) return false;
-  oFunction = std::move(FPosted.front());
-  FPosted.pop_front();
-  if (!FPosted.empty()) FWaker->WakeInTurn();
-  return true;
-}
-
 void TQtMainLoop::WaitForMessage(int iMilliseconds) {
   AssertMainThread();
-  {
-    const std::lock_guard lock(FMutex);
-    if (!FPosted.empty()) return;
-  }
+  if (PostedCount() > 0) return;
   QTimer end;
   end.setSingleShot(true);
   end.start(std::max(iMilliseconds, 0));
@@ -147,7 +89,7 @@ void TQtMainLoop::RunTimer(int iQtId) {
   });
   if (found == FTimers.end()) return;
   const std::shared_ptr<TFunction> function = found->second.Function;  // it may stop itself
-  AsUser(*function);
+  Run(*function);
 }
 
 }  // namespace kk

@@ -5,10 +5,22 @@
 #include <thread>
 
 #include "host/base/Exception.h"
+#include "tests/support/PostingContract.h"
 #include "tests/support/TTestMainLoop.h"
 
 namespace kk {
 namespace {
+
+/// The loop of the tests keeps to what it stands in for.
+struct TTestLoopWorld {
+  std::unique_ptr<TPostingMainLoop> NewLoop() { return std::make_unique<TTestMainLoop>(); }
+  void Turn(TPostingMainLoop& ioLoop) {
+    ioLoop.WaitForMessage(1);
+    ioLoop.ProcessMessages();
+  }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Test, TPostingContract, TTestLoopWorld);
 
 TEST(MainLoop, RaisesWhereThereIsNone) {
   ASSERT_FALSE(HasMainLoop());

@@ -1,15 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <future>
-#include <memory>
-#include <optional>
-#include <thread>
-
-#include "host/base/Exception.h"
 #include "host/common/TQueueMainLoop.h"
-#include "tests/support/TLogRecorder.h"
+
+#include "tests/support/LoopTimersContract.h"
 
 namespace kk {
 namespace {
@@ -17,32 +8,30 @@ namespace {
 using std::chrono::milliseconds;
 using testing::ElementsAre;
 
-class TQueueMainLoopTest : public testing::Test {
- protected:
-  void Note(int iNumber) { FNotes.push_back(iNumber); }
-  TMainLoop::TFunction Noting(int iNumber) {
-    return [this, iNumber] { Note(iNumber); };
+/// Time passes a millisecond in each turn.
+struct TQueueLoopWorld {
+  std::unique_ptr<TPostingMainLoop> NewLoop() {
+    return std::make_unique<TQueueMainLoop>([this] { return Now; });
   }
-  void Pass(int iMilliseconds) {
-    FNow += milliseconds(iMilliseconds);
-    FLoop->ProcessMessages();
+  void Turn(TPostingMainLoop& ioLoop) {
+    Now += milliseconds(1);
+    ioLoop.WaitForMessage(1);
+    ioLoop.ProcessMessages();
   }
 
-  TLogRecorder FLog;
-  TQueueMainLoop::TTime FNow{};
-  std::optional<TQueueMainLoop> FLoop{std::in_place, [this] { return FNow; }};
-  std::vector<int> FNotes;
+  TQueueMainLoop::TTime Now{};
 };
 
-TEST_F(TQueueMainLoopTest, RunsWhatIsPostedInOrderAndOnlyWhenProcessed) {
-  FLoop->Post(Noting(1));
-  FLoop->Post(Noting(2));
-  EXPECT_TRUE(FNotes.empty());
-  FLoop->ProcessMessages();
-  EXPECT_THAT(FNotes, ElementsAre(1, 2));
-  FLoop->ProcessMessages();
-  EXPECT_EQ(FNotes.size(), 2u);
-}
+INSTANTIATE_TYPED_TEST_SUITE_P(Queue, TPostingContract, TQueueLoopWorld);
+INSTANTIATE_TYPED_TEST_SUITE_P(Queue, TLoopTimersContract, TQueueLoopWorld);
+
+class TQueueMainLoopTest : public TMainLoopTest<TQueueLoopWorld> {
+ protected:
+  void Pass(int iMilliseconds) {
+    FWorld.Now += milliseconds(iMilliseconds);
+    FLoop->ProcessMessages();
+  }
+};
 
 TEST_F(TQueueMainLoopTest, WhatIsPostedMeanwhileWaitsForTheNextTurn) {
   FLoop->Post([this] {
@@ -55,28 +44,6 @@ TEST_F(TQueueMainLoopTest, WhatIsPostedMeanwhileWaitsForTheNextTurn) {
   EXPECT_THAT(FNotes, ElementsAre(1, 2));
 }
 
-TEST_F(TQueueMainLoopTest, AFunctionMayProcessTheRestItself) {
-  FLoop->Post([this] {
-    FLoop->ProcessMessages();
-    Note(2);
-  });
-  FLoop->Post(Noting(1));
-  FLoop->ProcessMessages();
-  EXPECT_THAT(FNotes, ElementsAre(1, 2));
-}
-
-TEST_F(TQueueMainLoopTest, WhatAFunctionHoldsGoesBehindItAndMayPostThen) {
-  const auto last = [this](void*) { FLoop->Post(Noting(2)); };
-  FLoop->Post([held = std::shared_ptr<void>(nullptr, last)] {});
-  FLoop->Post([this] {
-    Note(1);
-    FLoop->ProcessMessages();  // has got what the first one has posted with its end
-    Note(3);
-  });
-  FLoop->ProcessMessages();
-  EXPECT_THAT(FNotes, ElementsAre(1, 2, 3));
-}
-
 TEST_F(TQueueMainLoopTest, AFailureGoesToTheLogAndEndsNothing) {
   FLoop->Post([] { throw Exception(u"kaputt"); });
   FLoop->Post(Noting(1));
@@ -84,73 +51,6 @@ TEST_F(TQueueMainLoopTest, AFailureGoesToTheLogAndEndsNothing) {
   Pass(1);
   EXPECT_THAT(FNotes, ElementsAre(1));
   EXPECT_THAT(FLog.Lines(), ElementsAre("exception Host: kaputt", "exception Host: auch"));
-}
-
-TEST_F(TQueueMainLoopTest, SynchronizeOnTheMainThreadRunsAtOnceAndPassesExceptions) {
-  FLoop->Synchronize(Noting(1));
-  EXPECT_THAT(FNotes, ElementsAre(1));
-  EXPECT_THROW(FLoop->Synchronize([] { throw EConvertError(u"x"); }), EConvertError);
-}
-
-TEST_F(TQueueMainLoopTest, SynchronizeWaitsForTheMainThread) {
-  std::atomic<bool> done{false};
-  std::thread::id ranOn;
-  std::thread other([&] {
-    EXPECT_FALSE(FLoop->IsMainThread());
-    FLoop->Synchronize([&] { ranOn = std::this_thread::get_id(); });
-    done = true;
-    FLoop->Post([] {});
-  });
-  while (!done) {
-    FLoop->WaitForMessage(1000);
-    FLoop->ProcessMessages();
-  }
-  other.join();
-  EXPECT_EQ(ranOn, std::this_thread::get_id());
-  EXPECT_TRUE(FLoop->IsMainThread());
-}
-
-TEST_F(TQueueMainLoopTest, SynchronizePassesAnExceptionToTheThreadThatWaits) {
-  auto result = std::async(std::launch::async, [&] {
-    try {
-      FLoop->Synchronize([] { throw EConvertError(u"über die Grenze"); });
-    } catch (const EConvertError& e) {
-      return e.Message();
-    }
-    return TString();
-  });
-  while (result.wait_for(milliseconds(0)) != std::future_status::ready) {
-    FLoop->WaitForMessage(1);
-    FLoop->ProcessMessages();
-  }
-  EXPECT_EQ(result.get(), u"über die Grenze");
-  EXPECT_TRUE(FLog.Lines().empty());
-}
-
-TEST_F(TQueueMainLoopTest, AThreadThatWaitsGoesOnWhenTheLoopGoes) {
-  auto result = std::async(std::launch::async, [&] {
-    EXPECT_THROW(FLoop->Synchronize([this] { Note(1); }), Exception);
-  });
-  FLoop->WaitForMessage(1'000'000);  // until the function is posted; it is not run
-  FLoop.reset();
-  result.get();
-  EXPECT_TRUE(FNotes.empty());
-}
-
-TEST_F(TQueueMainLoopTest, ThreadsMayPostWhileTheLoopRuns) {
-  constexpr int cEach = 1000;
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 3; ++i) {
-    threads.emplace_back([this] {
-      for (int n = 0; n < cEach; ++n) FLoop->Post(Noting(n));
-    });
-  }
-  while (FNotes.size() < 3 * cEach) {
-    FLoop->WaitForMessage(1000);
-    FLoop->ProcessMessages();
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(FNotes.size(), 3u * cEach);
 }
 
 TEST_F(TQueueMainLoopTest, ATimerFiresEverySoManyMilliseconds) {
@@ -185,22 +85,10 @@ TEST_F(TQueueMainLoopTest, TimersFireInTheOrderInWhichTheyAreDue) {
   EXPECT_THAT(FNotes, ElementsAre(1, 2, 3));
 }
 
-TEST_F(TQueueMainLoopTest, ATimerThatIsStoppedDoesNotFireEvenIfItWasDue) {
-  TMainLoop::TTimerId second = 0;
-  FLoop->StartTimer(10, [&] {
-    Note(1);
-    FLoop->StopTimer(second);
-  });
-  second = FLoop->StartTimer(10, Noting(2));
-  Pass(10);
-  EXPECT_THAT(FNotes, ElementsAre(1));
-}
-
-TEST_F(TQueueMainLoopTest, ATimerMayStopItselfAndStartOthers) {
+TEST_F(TQueueMainLoopTest, ATimerThatAnotherOneStartsWaitsForItsOwnTime) {
   TMainLoop::TTimerId timer = 0;
   timer = FLoop->StartTimer(10, [&] {
     Note(1);
-    FLoop->StopTimer(timer);
     FLoop->StopTimer(timer);
     FLoop->StartTimer(5, Noting(2));
   });
@@ -210,7 +98,7 @@ TEST_F(TQueueMainLoopTest, ATimerMayStopItselfAndStartOthers) {
   EXPECT_THAT(FNotes, ElementsAre(1, 2));
 }
 
-TEST_F(TQueueMainLoopTest, ATimerDoesNotFireInsideItsOwnFunctionButOthersDo) {
+TEST_F(TQueueMainLoopTest, OtherTimersFireInsideTheFunctionOfOneAndItselfWhenItIsThrough) {
   FLoop->StartTimer(10, [&] {
     Note(1);
     if (FNotes.size() > 5) return;
@@ -222,28 +110,17 @@ TEST_F(TQueueMainLoopTest, ATimerDoesNotFireInsideItsOwnFunctionButOthersDo) {
   EXPECT_THAT(FNotes, ElementsAre(1, 2, 3));
 }
 
-TEST_F(TQueueMainLoopTest, AnIntervalOfZeroDoesNotHoldTheLoop) {
+TEST_F(TQueueMainLoopTest, AnIntervalIsAMillisecondAtLeast) {
   FLoop->StartTimer(0, Noting(1));
   FLoop->StartTimer(-5, Noting(2));
   Pass(1);
   EXPECT_THAT(FNotes, ElementsAre(1, 2));
 }
 
-TEST_F(TQueueMainLoopTest, WaitingEndsWhenThereIsSomethingToRun) {
-  FLoop->Post([] {});
-  FLoop->WaitForMessage(1'000'000);
-  FLoop->ProcessMessages();
+TEST_F(TQueueMainLoopTest, WaitingEndsWhenATimerIsDue) {
   FLoop->StartTimer(10, [] {});
-  FNow += milliseconds(10);
+  FWorld.Now += milliseconds(10);
   FLoop->WaitForMessage(1'000'000);
-  std::thread other([&] { FLoop->Post(Noting(1)); });
-  FLoop->ProcessMessages();
-  while (FNotes.empty()) {
-    FLoop->WaitForMessage(5);
-    FLoop->ProcessMessages();
-  }
-  other.join();
-  EXPECT_THAT(FNotes, ElementsAre(1));
 }
 
 TEST(TQueueMainLoop, WaitingEndsAfterItsTimeAndForItsTimers) {
@@ -257,17 +134,6 @@ TEST(TQueueMainLoop, WaitingEndsAfterItsTimeAndForItsTimers) {
     loop.ProcessMessages();
   }
   EXPECT_EQ(fired, 3);
-}
-
-TEST(TQueueMainLoop, WhatIsPostedButNeverRunIsFreed) {
-  const auto held = std::make_shared<int>(1);
-  {
-    TQueueMainLoop loop;
-    loop.Post([held] {});
-    loop.StartTimer(1, [held] {});
-    EXPECT_EQ(held.use_count(), 3);
-  }
-  EXPECT_EQ(held.use_count(), 1);
 }
 
 }  // namespace
