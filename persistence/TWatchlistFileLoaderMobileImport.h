@@ -19,6 +19,7 @@ class TWatchlistFileLoaderMobileImport : public TParserBaseSimpleXML {
 
  private:
   static void ParseCategories(TSimpleXMLNode iNode, TLstWatchlistCategory& ioLst);
+  static void AddEmptyCategory(TLstWatchlistCategory& ioLst);
   static void ParseSearchResults(TSimpleXMLNode iNode,
                                  const TLstWatchlistIntegration& iLstIntegration,
                                  TLstWatchlistCategory& ioLst);
@@ -26,7 +27,7 @@ class TWatchlistFileLoaderMobileImport : public TParserBaseSimpleXML {
                                                             const TIntf<ISearchResult>& iResult);
   static void SaveToIntegration(std::unique_ptr<TWatchlistItem> iItem,
                                 const TIntf<IWatchlistIntegration>& iIntegration,
-                                TLstWatchlistCategory& ioLst);
+                                TWatchlistCategory& ioCategory);
 };
 
 }  // namespace kk

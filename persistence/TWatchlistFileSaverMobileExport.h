@@ -11,6 +11,10 @@ namespace kk {
 /// Writes the watch list as one XML document for the program on the telephone: all categories side
 /// by side, and the search results in the open, as the sources tell them. Reminders, notes and the
 /// tree's structure do not go along. docs/format.md tells the document. Main thread.
+///
+/// What a source names in a way that no element can be named (XML 1.0 and Namespaces in XML 1.0; up
+/// to U+FFFF) stays out, so that the rest can be read, and an error in the log says so for each
+/// source.
 class TWatchlistFileSaverMobileExport : public TFastWriterBaseSimpleXML {
  public:
   /// UTF-8. Raises Exception if a source begins an element that it does not end, and EInOutError if
@@ -32,6 +36,13 @@ class TWatchlistFileSaverMobileExport : public TFastWriterBaseSimpleXML {
                                     const TItemsByCategory& iItems,
                                     const TWatchlistIntegration& iIntegration);
   void WriteLine(TStringView iLine);
+  void TellLeftOut(const IWatchlistIntegration& iSource);
+
+  /// Of one source: how many fields, and the names of the first few.
+  struct TLeftOut {
+    int64_t Count = 0;
+    std::vector<TString> Names;
+  } FLeftOut;
 };
 
 }  // namespace kk

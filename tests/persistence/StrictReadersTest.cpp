@@ -78,6 +78,29 @@ TEST_F(StrictReaders, AnXMLParserReadsTheMobileDocument) {
   if (!Has("python3")) GTEST_SKIP() << "there is no python3 here";
   const TString fileName = World.Folder.File(u"mobil.xml");
   TWatchlistFileSaverMobileExport::Save(fileName, World.Tree(), World.Integrations);
+  EXPECT_NE(ReadFileBytes(fileName).find("<searchresult>"), std::string::npos);
+  EXPECT_EQ(ReadXml(fileName, 1), 0);
+}
+
+TEST_F(StrictReaders, AnXMLParserReadsItWhateverASourceCallsItsFields) {
+  if (!Has("python3")) GTEST_SKIP() << "there is no python3 here";
+  for (char16_t unit = 0; unit < 0x100; ++unit) {
+    Source->MoreLines.push_back(TString(1, unit) + u"=1");
+    Source->MoreLines.push_back(u"a" + TString(1, unit) + u"=1");
+    Source->MoreLines.push_back(u"a" + TString(1, unit) + u"b=1");
+  }
+  for (const TStringView name :
+       {u"xml", u"größe", u"цена", u"價", u"a:b", u"xmlns:a", u"a\u3000", u"\uFFFE", u"a\uFFFF",
+        u"😀", u"a😀", u"!--", u"?x", u"/a", u"a/", u"![CDATA["}) {
+    Source->MoreLines.push_back(TString(name) + u"=1");
+  }
+  // This one begins an element, as it should.
+  std::erase(Source->MoreLines, u"[=1");
+  const TString fileName = World.Folder.File(u"mobil.xml");
+  TWatchlistFileSaverMobileExport::Save(fileName, World.Tree(), World.Integrations);
+  for (const char* element : {"<a.b>1</a.b>", "<größe>1</größe>", "<цена>1</цена>", "<價>1</價>"}) {
+    EXPECT_NE(ReadFileBytes(fileName).find(element), std::string::npos) << element;
+  }
   EXPECT_EQ(ReadXml(fileName, 1), 0);
 }
 

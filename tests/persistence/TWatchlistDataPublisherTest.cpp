@@ -1,8 +1,11 @@
 #include "persistence/TWatchlistDataPublisher.h"
 
+#include <cerrno>
+
 #include "TWatchlistHandlerTest.h"
 #include "host/base/Exception.h"
 #include "host/common/TFileHelper.h"
+#include "tests/support/TFaultyFileLayer.h"
 
 namespace kk {
 namespace {
@@ -29,6 +32,11 @@ struct TReceiver {
   bool AtStart = false;
   bool Answer = true;
   bool Raises = false;
+};
+
+/// A disk on which what was written is gone at once.
+struct TForgettingFileLayer : TFaultyFileLayer {
+  int Rename(const char* iOldPath, const char*) override { return Unlink(iOldPath); }
 };
 
 class TWatchlistDataPublisherTest : public TWatchlistHandlerTest {
@@ -81,11 +89,14 @@ TEST_F(TWatchlistDataPublisherTest, HasDataOnceThereIsAnItem) {
 
 TEST_F(TWatchlistDataPublisherTest, TheFileIsSavedAndHandedOutAsItLies) {
   FillTree(AddSource());
-  Stream.SetBytes("alt");
+  EXPECT_TRUE(Handler()->LstIntegration().GetItems(0).IsChanged());
+  EXPECT_TRUE(Handler()->LstRemind().GetChanged());
+  Stream.SetBytes(std::string(1 << 20, 'x'));
   EXPECT_TRUE(Publisher->GetDataStream(cDataStreamID, Stream));
   EXPECT_EQ(Stream.Bytes(), ReadFileBytes(FileName()));
   EXPECT_EQ(Stream.GetPosition(), 0u);
   EXPECT_FALSE(Handler()->LstIntegration().GetItems(0).IsChanged());
+  EXPECT_FALSE(Handler()->LstRemind().GetChanged());
 }
 
 TEST_F(TWatchlistDataPublisherTest, WithoutItemsTheFileComesAllTheSame) {
@@ -95,9 +106,57 @@ TEST_F(TWatchlistDataPublisherTest, WithoutItemsTheFileComesAllTheSame) {
 
 TEST_F(TWatchlistDataPublisherTest, TheMobileDocumentLeavesNoTemporaryFile) {
   AddCategory(Tree(), u"Küche");
+  Stream.SetBytes(std::string(1 << 20, 'x'));
   EXPECT_TRUE(Publisher->GetDataStream(cDataStreamIDMobile, Stream));
+  EXPECT_EQ(Stream.GetPosition(), 0u);
+  EXPECT_EQ(Stream.Bytes().find("xx"), std::string::npos);
   EXPECT_NE(Stream.Bytes().find("<name>Küche</name>"), std::string::npos);
   EXPECT_EQ(Folder.Names(), std::vector<std::string>());
+}
+
+TEST_F(TWatchlistDataPublisherTest, TheMobileDocumentSavesNothingElse) {
+  FillTree(AddSource());
+  EXPECT_TRUE(Publisher->GetDataStream(cDataStreamIDMobile, Stream));
+  EXPECT_FALSE(FileExists(FileName()));
+  EXPECT_TRUE(Handler()->LstIntegration().GetItems(0).IsChanged());
+}
+
+TEST_F(TWatchlistDataPublisherTest, WithoutAFileThereIsNoMobileDocument) {
+  const TForgettingFileLayer disk;
+  Stream.SetBytes("alt");
+  EXPECT_FALSE(Publisher->GetDataStream(cDataStreamIDMobile, Stream));
+  EXPECT_EQ(Stream.Bytes(), "");
+}
+
+TEST_F(TWatchlistDataPublisherTest, AFullDiskIsAFailureThatLeavesNoFile) {
+  TFaultyFileLayer disk;
+  disk.FailAll("write", ENOSPC);
+  EXPECT_THROW(Publisher->GetDataStream(cDataStreamIDMobile, Stream), EInOutError);
+  Stream.SetBytes("Archiv");
+  EXPECT_THROW(Publisher->SetDataStream(cDataStreamID, Stream), EInOutError);
+  EXPECT_EQ(Receiver.LastSender, nullptr);
+  EXPECT_EQ(Folder.Names(), std::vector<std::string>());
+}
+
+TEST_F(TWatchlistDataPublisherTest, AFileThatCantBeSavedIsAFailureWhereThereIsNone) {
+  BlockWriting();
+  EXPECT_THROW(Publisher->GetDataStream(cDataStreamID, Stream), EInOutError);
+}
+
+TEST_F(TWatchlistDataPublisherTest, SwitchedOffItHasNothingAndTakesNothing) {
+  FillTree(AddSource());
+  Publisher->SetEnabled(false);
+  Stream.SetBytes("alt");
+  for (int index = 0; index < 2; ++index) {
+    EXPECT_FALSE(Publisher->GetHasDataForExport(index));
+    EXPECT_FALSE(Publisher->GetDataStream(Publisher->GetDataStreamId(index), Stream));
+    EXPECT_FALSE(Publisher->SetDataStream(Publisher->GetDataStreamId(index), Stream));
+  }
+  EXPECT_EQ(Stream.Bytes(), "alt");
+  EXPECT_EQ(Receiver.LastSender, nullptr);
+  EXPECT_EQ(Folder.Names(), std::vector<std::string>());
+  Publisher->SetEnabled(true);
+  EXPECT_TRUE(Publisher->GetHasDataForExport(0));
 }
 
 TEST_F(TWatchlistDataPublisherTest, AnUnknownIdTouchesNothing) {
@@ -115,7 +174,8 @@ TEST_F(TWatchlistDataPublisherTest, AFileIsImportedFromATemporaryOneThatGoes) {
   EXPECT_TRUE(Publisher->SetDataStream(cDataStreamID, Stream));
   EXPECT_EQ(Receiver.Bytes, "Archiv");
   EXPECT_EQ(Receiver.LastSender, Publisher.Get());
-  EXPECT_TRUE(Receiver.FileName.ends_with(u".tmp"));
+  const TString number = IntToStr(reinterpret_cast<intptr_t>(Publisher.Get()));
+  EXPECT_EQ(Receiver.FileName, TFileHelper::GetTempFileName(number + u".tmp"));
   EXPECT_FALSE(FileExists(Receiver.FileName));
   Receiver.Answer = false;
   EXPECT_FALSE(Publisher->SetDataStream(cDataStreamID, Stream));
@@ -130,7 +190,9 @@ TEST_F(TWatchlistDataPublisherTest, TheTemporaryFileGoesAlsoBehindAFailure) {
 TEST_F(TWatchlistDataPublisherTest, WithoutAReceiverAFileIsNotImported) {
   const auto publisher = MakeIntf<TWatchlistDataPublisher>(TNotifyEventImportFromFile(),
                                                            TNotifyEventImportFromKKMobile());
+  TFaultyFileLayer disk;
   EXPECT_FALSE(publisher->SetDataStream(cDataStreamID, Stream));
+  EXPECT_TRUE(disk.Calls().empty());
 }
 
 TEST_F(TWatchlistDataPublisherTest, AMobileDocumentIsImportedFromItsStart) {
@@ -140,6 +202,8 @@ TEST_F(TWatchlistDataPublisherTest, AMobileDocumentIsImportedFromItsStart) {
   EXPECT_EQ(Receiver.Bytes, "<watchlist/>");
   EXPECT_TRUE(Receiver.AtStart);
   EXPECT_EQ(Receiver.LastSender, Publisher.Get());
+  Receiver.Answer = false;
+  EXPECT_FALSE(Publisher->SetDataStream(cDataStreamIDMobile, Stream));
 }
 
 }  // namespace

@@ -4,7 +4,8 @@
 
 namespace kk {
 
-/// A source that takes part in the mobile exchange: its results travel as a name and a date.
+/// A source that takes part in the mobile exchange: its results travel as a name, and their end as
+/// the offer's date.
 class TMobileSource : public TFakeSource {
  public:
   using TFakeSource::TFakeSource;
@@ -18,6 +19,10 @@ class TMobileSource : public TFakeSource {
       ioLines.Add(u"pluginguid=" + GUIDToString(GetId()));
       ioLines.Add(u"categoryguid=" + iParams.GetValue(u"categoryguid"));
       ioLines.Add(u"Name=" + result->GetName());
+      if (result->HasEndTime()) {
+        ioLines.Add(u"offerdateutc=" +
+                    FormatDateTime(u"yyyy-mm-dd hh:nn:ss", result->GetEndTime()));
+      }
       for (const TString& line : MoreLines) ioLines.Add(line);
       if (EndsElements) ioLines.Add(u"[/irgendwas]");
     }

@@ -1,36 +1,11 @@
 #include <gmock/gmock.h>
 
-#include "TExchangeWorld.h"
-#include "host/common/TFileHelper.h"
-#include "host/controls/TfrmMessageDlg.h"
-#include "persistence/exchange/TfrmKKWatchlistImport.h"
-#include "tests/support/TMobileWorld.h"
-#include "tests/support/TRawZip.h"
+#include "THostileImportTest.h"
 
-// Files and documents that are damaged or made to harm, imported into a list that somebody needs:
-// whatever becomes of the import, what was there stays, and it ends.
+// Files that are damaged or made to harm, imported into a list that somebody needs: whatever
+// becomes of the import, what was there stays, and it ends.
 namespace kk {
 namespace {
-
-constexpr TDateTime cLater = TDateTime::FromMs(60000 * TDateTime::cMsPerDay);
-
-/// A user who closes each window that comes up.
-class TClosingFormHost : public IFormHost {
- public:
-  TClosingFormHost() : FBefore(SetFormHost(this)) {}
-  ~TClosingFormHost() override { SetFormHost(FBefore); }
-  void ShowModal(TForm& ioForm) override {
-    if (const auto* box = dynamic_cast<TfrmMessageDlg*>(&ioForm)) Messages.push_back(box->Text());
-    ioForm.SetModalResult(cModalCancel);
-    ioForm.EndModalIfDone();
-  }
-  bool ShowOpenDialog(TOpenDialog&) override { return false; }
-
-  std::vector<TString> Messages;
-
- private:
-  IFormHost* FBefore;
-};
 
 std::string Id(int iNumber) {
   const std::string digits = std::to_string(iNumber);
@@ -52,70 +27,7 @@ std::string ResultText(const std::string& iId, const std::string& iName) {
   return iId + "\n" + iName + "\n" + iName + "\n0\n";
 }
 
-class HostileImport : public TExchangeTest {
- protected:
-  HostileImport() { FillLive(); }
-
-  void FillLive() {
-    RemindBySound(Item(Category(u"Küche"), Shop, u"Sieb"), u"ton.wav", cLater);
-    Item(Unassigned(), Auction, u"Uhr");
-  }
-  /// Imports these bytes; what was there before is there afterwards.
-  bool Import(const std::string& iBytes) {
-    Folder.Write(u"Liste.wch", iBytes);
-    const bool done = TfrmKKWatchlistImport::ExecuteInBackground(ExportFile());
-    ExpectLiveKept();
-    return done;
-  }
-  bool Import(const TRawZip& iZip) { return Import(iZip.ToBytes()); }
-  bool ImportMobile(const std::string& iText) {
-    TMemoryStream stream(iText);
-    const bool done = TfrmKKWatchlistImport::ExecuteInBackgroundFromKKMobileStream(stream);
-    ExpectLiveKept();
-    return done;
-  }
-  void ExpectLiveKept() {
-    const TWatchlistCategory* kitchen = Tree().FindCategoryByName(u"Küche");
-    ASSERT_NE(kitchen, nullptr);
-    const TLstWatchlistItem& sieves = kitchen->LstPlugin().FindById(Shop->GetId())->LstItem();
-    ASSERT_GE(sieves.GetCount(), 1);
-    EXPECT_EQ(sieves.GetItems(0).GetName(), u"Sieb");
-    EXPECT_TRUE(HasReminder(sieves.GetItems(0).SearchResultId()));
-    const TLstWatchlistItem& watches =
-        Unassigned().LstPlugin().FindById(Auction->GetId())->LstItem();
-    EXPECT_EQ(watches.GetItems(0).GetName(), u"Uhr");
-  }
-  /// An archive with these categories, and items and results of the shop.
-  TRawZip Zip(const std::string& iCategories, const std::string& iItems = {},
-              const std::string& iResults = {}) const {
-    TRawZip zip;
-    zip.AddStored("version", "2");
-    zip.AddStored("categories", iCategories);
-    const std::string source = ToUtf8(GUIDToString(Shop->GetId()));
-    if (!iItems.empty()) zip.AddStored("items" + source, "<Items>" + iItems + "</Items>");
-    if (!iResults.empty()) zip.AddStored(source, iResults);
-    return zip;
-  }
-  /// What another installation has exported.
-  std::string ForeignFile() {
-    RemindBySound(Item(Category(u"Regal"), Shop, u"Lampe"), u"ton.wav", cLater);
-    ExportAll();
-    const std::string bytes = ReadFileBytes(ExportFile());
-    StartElsewhere();
-    FillLive();
-    return bytes;
-  }
-  std::string LastError() const {
-    std::string last;
-    for (const std::string& line : Log.Lines()) {
-      if (line.starts_with("error")) last = line;
-    }
-    return last;
-  }
-
-  const std::string Live = "<Keiner Kategorie zugewiesen>(Auktion: Uhr) Küche(Laden: Sieb)";
-  TClosingFormHost Closing;
-};
+using HostileImport = THostileImportTest;
 
 TEST_F(HostileImport, CutOffAtAnyByteImportsNothing) {
   const std::string whole = ForeignFile();
@@ -266,89 +178,6 @@ TEST_F(HostileImport, ManyRemindersEndInNoTime) {
   EXPECT_FALSE(Import(zip));
   EXPECT_EQ(Closing.Messages.size(), 1u);
   EXPECT_EQ(Handler()->LstRemind().GetCount(), 1 + cCount / 2);
-}
-
-class HostileMobileImport : public HostileImport {
- protected:
-  HostileMobileImport() { Handler()->LstIntegration().Add(Mobile); }
-
-  static std::string Document(const std::string& iCategories, const std::string& iResults = {}) {
-    return "<watchlist><version>1</version><categories>" + iCategories +
-           "</categories><searchresults>" + iResults + "</searchresults></watchlist>";
-  }
-  std::string Result(const std::string& iFields) const {
-    return "<searchresult><pluginguid>" + ToUtf8(GUIDToString(Mobile->GetId())) + "</pluginguid>" +
-           iFields + "</searchresult>";
-  }
-  static std::string CategoryXml(const std::string& iGuid, const std::string& iName) {
-    return "<category><guid>" + iGuid + "</guid><name>" + iName + "</name></category>";
-  }
-
-  TIntf<TMobileSource> Mobile = MakeIntf<TMobileSource>(u"Telefon");
-  const std::string Guid = "abcdef01-2222-3333-4444-555555555555";
-};
-
-TEST_F(HostileMobileImport, CutOffAtAnyByteImportsNothing) {
-  const std::string whole =
-      Document(CategoryXml(Guid, "Regal"),
-               Result("<name>Lampe</name><categoryguid>" + Guid + "</categoryguid>"));
-  // An empty stream is a document without a version, which is none of this program's, quietly.
-  EXPECT_TRUE(ImportMobile({}));
-  for (size_t size = 1; size < whole.size(); ++size) {
-    EXPECT_FALSE(ImportMobile(whole.substr(0, size))) << size;
-  }
-  EXPECT_EQ(Outline(), Live);
-  EXPECT_EQ(Closing.Messages.size(), whole.size() - 1);
-}
-
-TEST_F(HostileMobileImport, WithAnyBitFlippedWhatIsThereStays) {
-  const std::string whole =
-      Document(CategoryXml(Guid, "Regal"),
-               Result("<name>Lampe</name><offerdateutc>2026-11-20 18:30:05</offerdateutc>"));
-  for (size_t bit = 0; bit < whole.size() * 8; ++bit) {
-    std::string bytes = whole;
-    bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1 << (bit % 8)));
-    ImportMobile(bytes);
-  }
-}
-
-TEST_F(HostileMobileImport, ADocumentNestedWithoutEndIsRefused) {
-  std::string text;
-  for (int i = 0; i < 100'000; ++i) text += "<category>";
-  EXPECT_FALSE(ImportMobile(Document(text)));
-  for (int i = 0; i < 100'000; ++i) text += "</category>";
-  EXPECT_FALSE(ImportMobile(Document(text)));
-  EXPECT_EQ(Outline(), Live);
-}
-
-TEST_F(HostileMobileImport, ManyCategoriesWithoutAnIdComeInInNoTime) {
-  constexpr int cCount = 20'000;
-  std::string categories;
-  std::string results;
-  for (int i = 0; i < cCount; ++i) {
-    categories += CategoryXml("", "Nummer " + std::to_string(i));
-    if (i % 200 == 0) results += Result("<name>Lampe " + std::to_string(i) + "</name>");
-  }
-  EXPECT_TRUE(ImportMobile(Document(categories, results)));
-  EXPECT_EQ(Tree().GetCount(), cCount + 2);
-  EXPECT_EQ(Unassigned().GetItemCount(true), 1 + cCount / 200);
-}
-
-TEST_F(HostileMobileImport, DatesOutsideOfAllCalendarsCountAsNever) {
-  EXPECT_TRUE(ImportMobile(
-      Document({}, Result("<name>a</name><offerdateutc>0000-01-01 00:00:00</offerdateutc>") +
-                       Result("<name>b</name><offerdateutc>99999-01-01 00:00:00</offerdateutc>"))));
-  const TLstWatchlistItem& items = Unassigned().LstPlugin().FindById(Mobile->GetId())->LstItem();
-  ASSERT_EQ(items.GetCount(), 2);
-  for (const TWatchlistItem* item : items) EXPECT_TRUE(item->LastUpdateDate().IsZero());
-}
-
-TEST_F(HostileMobileImport, AnIdThatIsNoneImportsNothing) {
-  EXPECT_FALSE(ImportMobile(Document(CategoryXml(Guid, "Regal") + CategoryXml("ab", "Brett"))));
-  EXPECT_FALSE(ImportMobile(Document(CategoryXml(Guid, "Regal"),
-                                     Result("<name>Lampe</name><categoryguid>ab</categoryguid>"))));
-  EXPECT_EQ(Outline(), Live);
-  EXPECT_EQ(Closing.Messages.size(), 2u);
 }
 
 }  // namespace
