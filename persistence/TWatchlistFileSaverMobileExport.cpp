@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <utility>
 
 #include "host/base/Log.h"
@@ -147,8 +146,8 @@ void TWatchlistFileSaverMobileExport::TellLeftOut(const IWatchlistIntegration& i
   const TLeftOut leftOut = std::exchange(FLeftOut, {});
   if (leftOut.Count == 0) return;
   TString names;
-  for (const TString& name : leftOut.Names | std::views::take(cMaxNamesTold)) {
-    names += (names.empty() ? u"\"" : u", \"") + name + u"\"";
+  for (size_t i = 0; i < std::min(leftOut.Names.size(), cMaxNamesTold); ++i) {
+    names += (names.empty() ? u"\"" : u", \"") + leftOut.Names[i] + u"\"";
   }
   if (leftOut.Names.size() > cMaxNamesTold) names += u" …";
   LogError(_resLoggingSenderWatchlistHandler, _resLoggingMobileFieldsLeftOut,
