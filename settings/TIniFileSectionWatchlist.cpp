@@ -334,10 +334,10 @@ void TIniFileSectionWatchlist::SetDefaultCategory(const TGuid& iIntegrationId,
     lines.Add(TString(cDefaultCategory) + IntToStr(i) + u"=" + list.GetName(i) + u";" +
               list.GetValueFromIndex(i));
   }
-  File().BeginUpdate();
-  DeleteDefaultCategoryNodes();
-  File().WriteSectionValues(Section(), lines);
-  File().EndUpdate();
+  File().InOneWrite([&] {
+    DeleteDefaultCategoryNodes();
+    File().WriteSectionValues(Section(), lines);
+  });
 }
 
 void TIniFileSectionWatchlist::GetDefaultCategoryNodes(TStringList& ioList) const {

@@ -73,21 +73,28 @@ constexpr TExchanged cSecondGroup[] = {
            &TSection::SetRelativeTimeIndex),
     Number(u"DefaultRemindType", &TSection::GetDefaultRemindType, &TSection::SetDefaultRemindType)};
 
+// So much of a value is told that is none.
+constexpr size_t cMaxShown = 80;
+
+[[noreturn]] void Refuse(TStringView iFormat, TStringView iKey, TStringView iValue) {
+  throw EConvertError(Format(iFormat, {ShortenedText(iValue, cMaxShown), iKey}));
+}
+
 // As others write it as well: any whole number but 0, and words.
-bool ToBoolean(TStringView iText) {
-  const TString text = Trim(iText);
-  if (SameText(text, u"true")) return true;
-  if (SameText(text, u"false")) return false;
+bool ToBoolean(TStringView iKey, TStringView iValue) {
+  const TString value = Trim(iValue);
+  if (SameText(value, u"true")) return true;
+  if (SameText(value, u"false")) return false;
   int64_t number = 0;
-  if (!TryStrToInt(text, number)) throw EConvertError(Format(_resSettingsNoBoolean, {iText}));
+  if (!TryStrToInt(value, number)) Refuse(_resSettingsNoBoolean, iKey, iValue);
   return number != 0;
 }
 
-int ToInteger(TStringView iText) {
+int ToInteger(TStringView iKey, TStringView iValue) {
   using TLimits = std::numeric_limits<int>;
   int64_t number = 0;
-  if (!TryStrToInt(iText, number) || number < TLimits::min() || number > TLimits::max()) {
-    throw EConvertError(Format(_resSettingsNoInteger, {iText}));
+  if (!TryStrToInt(iValue, number) || number < TLimits::min() || number > TLimits::max()) {
+    Refuse(_resSettingsNoInteger, iKey, iValue);
   }
   return static_cast<int>(number);
 }
@@ -109,9 +116,9 @@ bool Store(TSection& ioSection, const TExchanged& iExchanged, const TString& iLi
   const TString cut = TString(iExchanged.Key) + u"=";
   if (const size_t at = value.find(cut); at != TString::npos) value.erase(at, cut.size());
   if (const auto* flag = std::get_if<TFlag>(&iExchanged.Value)) {
-    (ioSection.*flag->Set)(ToBoolean(value));
+    (ioSection.*flag->Set)(ToBoolean(iExchanged.Key, value));
   } else {
-    (ioSection.*std::get<TNumber>(iExchanged.Value).Set)(ToInteger(value));
+    (ioSection.*std::get<TNumber>(iExchanged.Value).Set)(ToInteger(iExchanged.Key, value));
   }
   return true;
 }

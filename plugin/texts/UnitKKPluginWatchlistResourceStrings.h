@@ -373,8 +373,8 @@ inline constexpr TStringView _resSettingsHours = u"Std";
 inline constexpr TStringView _resSettingsMinutes = u"Min";
 inline constexpr TStringView _resSettingsSeconds = u"Sek";
 inline constexpr TStringView _resSettingsTimeRelative = u"vor Ablauf der Auktion";
-inline constexpr TStringView _resSettingsNoInteger = u"'%s' ist keine gültige ganze Zahl";
-inline constexpr TStringView _resSettingsNoBoolean = u"'%s' ist weder \"-1\" noch \"0\"";
+inline constexpr TStringView _resSettingsNoInteger = u"'%s' ist keine gültige ganze Zahl (%s)";
+inline constexpr TStringView _resSettingsNoBoolean = u"'%s' ist weder \"-1\" noch \"0\" (%s)";
 
 // Export and import.
 inline constexpr TStringView _resExportCaption = u"Beobachten (Export)";

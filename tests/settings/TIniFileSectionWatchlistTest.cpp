@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <limits>
 #include <set>
@@ -11,7 +12,7 @@
 #include "host/base/TLocale.h"
 #include "host/common/TFileHelper.h"
 #include "tests/support/TFaultyFileLayer.h"
-#include "tests/support/TTempFolder.h"
+#include "tests/support/TSettingsWorld.h"
 
 namespace kk {
 namespace {
@@ -28,33 +29,16 @@ constexpr TGuid cSourceC = GuidLiteral("{CCCCCCCC-0000-0000-0000-000000000001}")
 constexpr TGuid cCategory1 = GuidLiteral("{00000000-0000-0000-0000-0000000000C1}");
 constexpr TGuid cCategory2 = GuidLiteral("{00000000-0000-0000-0000-0000000000C2}");
 
-class TIniFileSectionWatchlistTest : public testing::Test {
+class TIniFileSectionWatchlistTest : public TSettingsWorld {
  protected:
-  TTempFolder FFolder{true};
-  TKKIniFile FFile{FFolder.File(u"settings.ini")};
-  TKKIniFile* FBefore = SetIniFile(&FFile);
-  TIniFileSectionWatchlist FSection;
-
   TIniFileSectionWatchlistTest() { SetLocaleName("de_DE"); }
-  ~TIniFileSectionWatchlistTest() override {
-    SetIniFile(FBefore);
-    SetLocaleName("");
-  }
+  ~TIniFileSectionWatchlistTest() override { SetLocaleName(""); }
 
-  TString Stored(TStringView iKey) const { return FFile.ReadString(u"Watchlist", iKey, u"-"); }
-  void Store(TStringView iKey, TStringView iValue) {
-    FFile.WriteString(u"Watchlist", iKey, iValue);
-  }
-  std::vector<std::string> Lines() const {
-    TStringList lines;
-    FFile.ReadSectionValues(u"Watchlist", lines);
-    std::vector<std::string> texts;
-    for (const TString& line : lines.Lines()) texts.push_back(ToUtf8(line));
-    return texts;
-  }
   static TString Line(const TGuid& iSource, const TGuid& iCategory) {
     return GUIDToString(iSource) + u";" + GUIDToString(iCategory);
   }
+
+  TIniFileSectionWatchlist FSection;
 };
 
 // One integer key: its accessors and its line of the table.
@@ -124,7 +108,7 @@ TEST_F(TIniFileSectionWatchlistTest, AFileWithoutKeysYieldsTheDefaults) {
   EXPECT_EQ(FSection.GetLastSelected(), u"");
   EXPECT_TRUE(FSection.GetUpdateLastDate().IsZero());
   EXPECT_EQ(FSection.GetDefaultCategory(cSourceA), cEmptyGuid);
-  EXPECT_THAT(Lines(), IsEmpty()) << "reading writes nothing";
+  EXPECT_THAT(Stored(), IsEmpty()) << "reading writes nothing";
 }
 
 TEST_F(TIniFileSectionWatchlistTest, NumbersAreKeptUnderTheirKeys) {
@@ -173,7 +157,7 @@ TEST_F(TIniFileSectionWatchlistTest, AValueEqualToTheDefaultReadsBackAsThatDefau
   FSection.SetSoundFile(u"/tmp/a.wav");
   FSection.SetSoundFile(TFileHelper::GetLocalFileName(u"remind.wav"));
   EXPECT_EQ(FSection.GetSoundFile(), TFileHelper::GetLocalFileName(u"remind.wav"));
-  EXPECT_THAT(Lines(), IsEmpty());
+  EXPECT_THAT(Stored(), IsEmpty());
 }
 
 TEST_F(TIniFileSectionWatchlistTest, TextsAreKeptUnderTheirKeys) {
@@ -275,12 +259,12 @@ TEST_F(TIniFileSectionWatchlistTest, EachChangeAddsFillerKeysForTheOtherKeys) {
   Store(u"LastSelected", u"x");
   FSection.SetDefaultCategory(cSourceA, cCategory1);
   const std::string line = ToUtf8(Line(cSourceA, cCategory1));
-  EXPECT_THAT(Lines(), ElementsAre("CategoryTreeWidth=300", "LastSelected=x", "DefaultCategory0=;",
-                                   "DefaultCategory1=;", "DefaultCategory2=" + line));
+  EXPECT_THAT(Stored(), ElementsAre("CategoryTreeWidth=300", "LastSelected=x", "DefaultCategory0=;",
+                                    "DefaultCategory1=;", "DefaultCategory2=" + line));
   FSection.SetDefaultCategory(cSourceA, cCategory1);
-  EXPECT_THAT(Lines(), ElementsAre("CategoryTreeWidth=300", "LastSelected=x", "DefaultCategory0=;",
-                                   "DefaultCategory1=;", "DefaultCategory2=;", "DefaultCategory3=;",
-                                   "DefaultCategory4=" + line));
+  EXPECT_THAT(Stored(), ElementsAre("CategoryTreeWidth=300", "LastSelected=x", "DefaultCategory0=;",
+                                    "DefaultCategory1=;", "DefaultCategory2=;",
+                                    "DefaultCategory3=;", "DefaultCategory4=" + line));
   EXPECT_EQ(FSection.GetDefaultCategory(cSourceA), cCategory1);
   EXPECT_EQ(FSection.GetCategoryTreeWidth(), 300);
 }
@@ -295,7 +279,7 @@ TEST_F(TIniFileSectionWatchlistTest, AChangeAmongVeryManyFillerKeysIsOneWalkAlon
   EXPECT_EQ(Stored(u"DefaultCategory0"), u";");
   EXPECT_EQ(Stored(u"DefaultCategory" + IntToStr(cCount)), u";");
   EXPECT_EQ(Stored(u"DefaultCategory" + IntToStr(cCount + 1)), Line(cSourceA, cCategory1));
-  EXPECT_EQ(Lines().size(), static_cast<size_t>(cCount + 3));
+  EXPECT_EQ(Stored().size(), static_cast<size_t>(cCount + 3));
 }
 
 TEST_F(TIniFileSectionWatchlistTest, AChangeIsOneWriteAndAllOrNothing) {
@@ -307,8 +291,8 @@ TEST_F(TIniFileSectionWatchlistTest, AChangeIsOneWriteAndAllOrNothing) {
     layer.FailAll("flush", EIO);
     EXPECT_THROW(FSection.SetDefaultCategory(cSourceC, cCategory1), EInOutError);
   }
-  EXPECT_THAT(Lines(), ElementsAre("DefaultCategory0=" + ToUtf8(Line(cSourceA, cCategory1)),
-                                   "DefaultCategory1=" + ToUtf8(Line(cSourceB, cCategory1))));
+  EXPECT_THAT(Stored(), ElementsAre("DefaultCategory0=" + ToUtf8(Line(cSourceA, cCategory1)),
+                                    "DefaultCategory1=" + ToUtf8(Line(cSourceB, cCategory1))));
   FSection.SetDefaultCategory(cSourceC, cCategory2);
   EXPECT_EQ(FSection.GetDefaultCategory(cSourceC), cCategory2);
 }
@@ -331,14 +315,14 @@ TEST_F(TIniFileSectionWatchlistTest, EveryKeyWithThePrefixCountsAsANode) {
   EXPECT_TRUE(FSection.HasDefaultCategoryNodes());
   FSection.DeleteDefaultCategoryNodes();
   EXPECT_FALSE(FSection.HasDefaultCategoryNodes());
-  EXPECT_THAT(Lines(), ElementsAre("DefaultReminderHours=3", "MyDefaultCategory0=c"));
+  EXPECT_THAT(Stored(), ElementsAre("DefaultReminderHours=3", "MyDefaultCategory0=c"));
 }
 
 TEST_F(TIniFileSectionWatchlistTest, SetDefaultCategoryNodesDeletesAndWritesNothingBack) {
   FSection.SetDefaultCategory(cSourceA, cCategory1);
   FSection.SetDefaultCategoryNodes({u"DefaultCategory0"});
   EXPECT_FALSE(FSection.HasDefaultCategoryNodes());
-  EXPECT_THAT(Lines(), IsEmpty());
+  EXPECT_THAT(Stored(), IsEmpty());
 }
 
 const TSettingsKeyInfo& KeyOf(const std::vector<TSettingsKeyInfo>& iKeys, TStringView iName) {

@@ -10,8 +10,7 @@
 #include "host/base/Exception.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "tests/support/TFaultyFileLayer.h"
-#include "tests/support/TTempFolder.h"
-#include "tests/support/TTestIniFile.h"
+#include "tests/support/TSettingsWorld.h"
 
 namespace kk {
 namespace {
@@ -20,17 +19,13 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-using TLines = std::vector<std::string>;
-
-class TSettingsTextWatchlistTest : public testing::Test {
+class TSettingsTextWatchlistTest : public TSettingsWorld {
  protected:
   static TLines Get() {
     TStringList list;
     list.Add(u"what stood there before");
     TSettingsTextWatchlist::GetSettings(list);
-    TLines lines;
-    for (const TString& line : list.Lines()) lines.push_back(ToUtf8(line));
-    return lines;
+    return LinesOf(list);
   }
   static void Set(const TStringList& iList) { TSettingsTextWatchlist::SetSettings(iList); }
   // What the conversion says of a line; "stored" if nothing.
@@ -42,22 +37,18 @@ class TSettingsTextWatchlistTest : public testing::Test {
     }
     return "stored";
   }
-  TLines Stored() const {
-    TStringList lines;
-    FFile.ReadSectionValues(u"Watchlist", lines);
-    TLines result;
-    for (const TString& line : lines.Lines()) result.push_back(ToUtf8(line));
-    return result;
+  // The key alone is in the file then.
+  void ExpectStored(TStringView iKey, TStringView iValue, const std::string& iStored) {
+    Forget();
+    EXPECT_EQ(Refusal(TString(iKey) + u"=" + TString(iValue)), "stored");
+    EXPECT_THAT(Stored(), ElementsAre(ToUtf8(iKey) + "=" + iStored)) << ToUtf8(iValue);
   }
-  // A settings file as it is at the beginning.
-  void Forget() {
-    TStringList keys;
-    FFile.ReadSection(u"Watchlist", keys);
-    FFile.DeleteKeys(u"Watchlist", keys);
+  void ExpectRefused(TStringView iKey, TStringView iValue, const std::string& iWhy) {
+    Forget();
+    EXPECT_EQ(Refusal(TString(iKey) + u"=" + TString(iValue)),
+              "'" + ToUtf8(iValue) + "' ist " + iWhy + " (" + ToUtf8(iKey) + ")");
+    EXPECT_THAT(Stored(), IsEmpty());
   }
-
-  TTempFolder FFolder{true};
-  TTestIniFile FFile{FFolder.File(u"settings.ini")};
 };
 
 TEST_F(TSettingsTextWatchlistTest, AFreshFileGivesSixteenLinesInTheirOrder) {
@@ -161,18 +152,20 @@ TEST_F(TSettingsTextWatchlistTest, AKeyIsFoundInsideOtherTextAndTheRestMustConve
        u"AutoActivateReminder=-1"});
   EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=12", "DefaultReminderMinutes=7",
                                     "DefaultReminderSeconds=-8", "AutoActivateReminder=1"));
-  EXPECT_EQ(Refusal(u"; UpdateIntervalInHrs=2"), "'; 2' ist keine gültige ganze Zahl");
-  EXPECT_EQ(Refusal(u"MyUpdateOnStartup=0"), "'My0' ist weder \"-1\" noch \"0\"");
+  EXPECT_EQ(Refusal(u"; UpdateIntervalInHrs=2"),
+            "'; 2' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
+  EXPECT_EQ(Refusal(u"MyUpdateOnStartup=0"), "'My0' ist weder \"-1\" noch \"0\" (UpdateOnStartup)");
 }
 
 TEST_F(TSettingsTextWatchlistTest, OnlyTheKeyWithItsSignIsCutOutAndOnlyOnce) {
-  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs"), "'UpdateIntervalInHrs' ist keine gültige ganze Zahl");
+  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs"),
+            "'UpdateIntervalInHrs' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
   EXPECT_EQ(Refusal(u"UpdateIntervalInHrs =3"),
-            "'UpdateIntervalInHrs =3' ist keine gültige ganze Zahl");
+            "'UpdateIntervalInHrs =3' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
   EXPECT_EQ(Refusal(u"UpdateIntervalInHrs=UpdateIntervalInHrs=3"),
-            "'UpdateIntervalInHrs=3' ist keine gültige ganze Zahl");
+            "'UpdateIntervalInHrs=3' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
   EXPECT_EQ(Refusal(u"ShowAddDialog ShowAddDialog=0"),
-            "'ShowAddDialog 0' ist weder \"-1\" noch \"0\"");
+            "'ShowAddDialog 0' ist weder \"-1\" noch \"0\" (ShowAddDialog)");
 }
 
 TEST_F(TSettingsTextWatchlistTest, AKeyIsFoundWithRegardToCase) {
@@ -182,40 +175,33 @@ TEST_F(TSettingsTextWatchlistTest, AKeyIsFoundWithRegardToCase) {
 
 TEST_F(TSettingsTextWatchlistTest, TheOrderOfTheKeysDecidesAndNotThatOfTheLine) {
   EXPECT_EQ(Refusal(u"UpdateOnInterval=UpdateOnStartup=1"),
-            "'UpdateOnInterval=1' ist weder \"-1\" noch \"0\"");
+            "'UpdateOnInterval=1' ist weder \"-1\" noch \"0\" (UpdateOnStartup)");
   EXPECT_EQ(Refusal(u"DefaultReminderHours=AutoActivateReminder=1"),
-            "'DefaultReminderHours=1' ist weder \"-1\" noch \"0\"");
+            "'DefaultReminderHours=1' ist weder \"-1\" noch \"0\" (AutoActivateReminder)");
   EXPECT_EQ(Refusal(u"AutoActivateReminder=UpdateIntervalInHrs=1"),
-            "'AutoActivateReminder=1' ist keine gültige ganze Zahl");
+            "'AutoActivateReminder=1' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
   EXPECT_THAT(Stored(), IsEmpty());
 }
 
 TEST_F(TSettingsTextWatchlistTest, BooleansAreReadAsNumbersAndWords) {
-  for (const TString value : {u"-1", u"1", u"17", u"true", u"True", u" -1 "}) {
-    Forget();
-    EXPECT_EQ(Refusal(u"UpdateOnStartup=" + value), "stored");
-    EXPECT_THAT(Stored(), ElementsAre("UpdateOnStartup=1")) << ToUtf8(value);
+  for (const TStringView value : {u"-1", u"1", u"17", u"true", u"True", u" -1 "}) {
+    ExpectStored(u"UpdateOnStartup", value, "1");
   }
-  for (const TString value : {u"0", u"00", u"-0", u"false", u"FALSE"}) {
-    Forget();
-    EXPECT_EQ(Refusal(u"ShowAddDialog=" + value), "stored");
-    EXPECT_THAT(Stored(), ElementsAre("ShowAddDialog=0")) << ToUtf8(value);
+  for (const TStringView value : {u"0", u"00", u"-0", u"false", u"FALSE"}) {
+    ExpectStored(u"ShowAddDialog", value, "0");
   }
-  for (const TString value : {u"", u"ja", u"1,5", u"- 1", u"99999999999999999999"}) {
-    EXPECT_EQ(Refusal(u"ShowAddDialog=" + value),
-              "'" + ToUtf8(value) + "' ist weder \"-1\" noch \"0\"");
+  for (const TStringView value : {u"", u"ja", u"1,5", u"- 1", u"99999999999999999999"}) {
+    ExpectRefused(u"ShowAddDialog", value, "weder \"-1\" noch \"0\"");
   }
 }
 
 TEST_F(TSettingsTextWatchlistTest, IntegersAreOf32Bits) {
-  EXPECT_EQ(Refusal(u"DefaultReminderSeconds=2147483647"), "stored");
-  EXPECT_THAT(Stored(), ElementsAre("DefaultReminderSeconds=2147483647"));
-  EXPECT_EQ(Refusal(u"DefaultReminderSeconds=-2147483648"), "stored");
-  EXPECT_THAT(Stored(), ElementsAre("DefaultReminderSeconds=-2147483648"));
-  for (const TString value :
+  for (const TStringView value : {u"2147483647", u"-2147483648"}) {
+    ExpectStored(u"DefaultReminderSeconds", value, ToUtf8(value));
+  }
+  for (const TStringView value :
        {u"2147483648", u"-2147483649", u"99999999999999999999", u"", u"1,5", u"true"}) {
-    EXPECT_EQ(Refusal(u"DefaultReminderSeconds=" + value),
-              "'" + ToUtf8(value) + "' ist keine gültige ganze Zahl");
+    ExpectRefused(u"DefaultReminderSeconds", value, "keine gültige ganze Zahl");
   }
 }
 
@@ -234,6 +220,74 @@ TEST_F(TSettingsTextWatchlistTest, TheLastOfSeveralLinesOfAKeyCounts) {
   EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=6"));
   Set({u"UpdateIntervalInHrs=24"});
   EXPECT_THAT(Stored(), IsEmpty()) << "that is the default";
+}
+
+// Text that others wrote, or damaged.
+
+TEST_F(TSettingsTextWatchlistTest, OfTwoTextsInOneTheLatterCounts) {
+  TStringList fresh;
+  TSettingsTextWatchlist::GetSettings(fresh);
+  Set({u"UpdateIntervalInHrs=7", u"ShowAddDialog=0"});
+  TStringList list;
+  TSettingsTextWatchlist::GetSettings(list);
+  for (const TString& line : fresh.Lines()) list.Add(line);
+  Set(list);
+  EXPECT_THAT(Stored(), IsEmpty()) << "those are the defaults";
+}
+
+TEST_F(TSettingsTextWatchlistTest, BlanksAroundAValueDoNotCountNorDoBreaksAndNuls) {
+  using namespace std::string_view_literals;
+  for (const TStringView value : {u"7\r"sv, u"7\n"sv, u"\t7 "sv, u"\0007\0"sv}) {
+    ExpectStored(u"UpdateIntervalInHrs", value, "7");
+    ExpectStored(u"UpdateOnStartup", value, "1");
+  }
+  for (const TStringView value : {u"7\0007"sv, u"7\0x"sv, u"7\n8"sv}) {
+    ExpectRefused(u"UpdateIntervalInHrs", value, "keine gültige ganze Zahl");
+    ExpectRefused(u"UpdateOnStartup", value, "weder \"-1\" noch \"0\"");
+  }
+  EXPECT_EQ(Refusal(u"Update\0OnStartup=-1"sv), "stored");
+  EXPECT_THAT(Stored(), IsEmpty()) << "that is another key";
+}
+
+TEST_F(TSettingsTextWatchlistTest, SeveralLinesInOneAreOneLine) {
+  EXPECT_EQ(Refusal(u"UpdateOnStartup=-1\r\nUpdateOnInterval=-1"),
+            "'-1\r\nUpdateOnInterval=-1' ist weder \"-1\" noch \"0\" (UpdateOnStartup)");
+  EXPECT_THAT(Stored(), IsEmpty());
+}
+
+TEST_F(TSettingsTextWatchlistTest, AMarkOfItsEncodingMattersOnlyInFrontOfAValue) {
+  Set({u"\uFEFF[Watchlist]", u"UpdateIntervalInHrs=7"});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=7"));
+  EXPECT_EQ(Refusal(u"\uFEFFUpdateIntervalInHrs=8"),
+            "'\uFEFF8' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
+}
+
+TEST_F(TSettingsTextWatchlistTest, HalvesOfCharactersAndOtherDigitsAreNoNumbers) {
+  const TString high(1, 0xD83D);
+  const TString low(1, 0xDE00);
+  for (const TString& value :
+       {high + u"7", u"7" + low, low + high, TString(u"７"), TString(u"٧")}) {
+    ExpectRefused(u"UpdateIntervalInHrs", value, "keine gültige ganze Zahl");
+    ExpectRefused(u"ShowAddDialog", value, "weder \"-1\" noch \"0\"");
+  }
+  Set({high + u"[Watchlist]" + low, u"UpdateOnStartup=-1"});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateOnStartup=1"));
+}
+
+TEST_F(TSettingsTextWatchlistTest, ALineOfAMillionCharactersIsALine) {
+  constexpr size_t cLong = 1'000'000;
+  Set({TString(cLong, u'x'), TString(cLong, u' ') + u"UpdateIntervalInHrs=7"});
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=7"));
+  const std::string refused = "'" + std::string(80, '9') + "…' ist ";
+  const TString nines(cLong, u'9');
+  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs=" + nines),
+            refused + "keine gültige ganze Zahl (UpdateIntervalInHrs)");
+  EXPECT_EQ(Refusal(u"ShowAddDialog=" + nines),
+            refused + "weder \"-1\" noch \"0\" (ShowAddDialog)");
+  TString keys;
+  while (keys.size() < cLong) keys += u"DefaultReminderHours=";
+  EXPECT_NE(Refusal(keys), "stored");
+  EXPECT_THAT(Stored(), ElementsAre("UpdateIntervalInHrs=7"));
 }
 
 TEST_F(TSettingsTextWatchlistTest, AnyNumberOfLinesIsOneWrite) {

@@ -220,7 +220,9 @@ TEST(KaufkoboldeCliSettings, GoFromOneInstallationToAnother) {
   first.Write(u"e.txt", "[Watchlist]\nUpdateOnStartup=-1\nUpdateIntervalInHrs=oft\n");
   outcome = run(second, {"import", file});
   EXPECT_EQ(outcome.Exit, 1);
-  EXPECT_THAT(outcome.Error, HasSubstr("'oft' ist keine gültige ganze Zahl. Was in der Datei"));
+  EXPECT_THAT(
+      outcome.Error,
+      HasSubstr("'oft' ist keine gültige ganze Zahl (UpdateIntervalInHrs). Was in der Datei"));
   EXPECT_EQ(run(second, {"get", "Watchlist", "UpdateOnStartup"}).Out, "1\n");
 }
 

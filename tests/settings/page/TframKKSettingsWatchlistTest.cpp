@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "host/base/Exception.h"
@@ -11,8 +12,7 @@
 #include "settings/page/TSettingsNodeWatchlist.h"
 #include "tests/support/TFaultyFileLayer.h"
 #include "tests/support/TScriptedFormHost.h"
-#include "tests/support/TTempFolder.h"
-#include "tests/support/TTestIniFile.h"
+#include "tests/support/TSettingsWorld.h"
 
 namespace kk {
 namespace {
@@ -20,10 +20,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-using TLines = std::vector<std::string>;
-
 // The page in a window that its user sees.
-class TSettingsPageTest : public testing::Test {
+class TSettingsPageTest : public TSettingsWorld {
  protected:
   TSettingsPageTest() {
     Frame.PutInto(&FForm);
@@ -31,16 +29,6 @@ class TSettingsPageTest : public testing::Test {
   }
   ~TSettingsPageTest() override { Frame.PutInto(nullptr); }
 
-  TLines Stored() const {
-    TStringList lines;
-    FFile.ReadSectionValues(u"Watchlist", lines);
-    TLines result;
-    for (const TString& line : lines.Lines()) result.push_back(ToUtf8(line));
-    return result;
-  }
-
-  TTempFolder FFolder{true};
-  TTestIniFile FFile{FFolder.File(u"settings.ini")};
   TScriptedFormHost User;
   TForm FForm{nullptr, u"frmTest"};
   TIntf<TSettingsNodeWatchlist> Node = MakeIntf<TSettingsNodeWatchlist>();
