@@ -33,10 +33,18 @@ void TWatchlistCentrePane::ShowWhetherEmpty() {
   SetEmpty(!hasItems);
 }
 
+void TWatchlistCentrePane::ShowCategory(const TWatchlistCategory* iCategory) {
+  const bool isEmpty = iCategory != nullptr && iCategory->LstPlugin().GetCount() == 0;
+  FOfCategory = isEmpty ? _resNoItemsInCategory : TStringView();
+  ShowWhetherEmpty();
+}
+
 void TWatchlistCentrePane::SetEmpty(bool iEmpty) {
-  lblNoItems.SetVisible(iEmpty);
-  tbcntrlWatchlist.SetVisible(!iEmpty);
-  pnlWatchlistContainer.SetVisible(!iEmpty);
+  const TStringView text = iEmpty ? _resNoItems : FOfCategory;
+  if (!text.empty()) lblNoItems.SetCaption(text);
+  lblNoItems.SetVisible(!text.empty());
+  tbcntrlWatchlist.SetVisible(text.empty());
+  pnlWatchlistContainer.SetVisible(text.empty());
 }
 
 // A result that is about to be put into the list counts already.

@@ -71,6 +71,10 @@ void TWatchlistPanes::RestoreExplorerbarDefaultItems() {
   if (FExplorerBar) kk::RestoreExplorerbarDefaultItems(*FExplorerBar);
 }
 
+void TWatchlistPanes::CategoryOnShow(const TWatchlistCategory* iCategory) {
+  Centre.ShowCategory(iCategory);
+}
+
 void TWatchlistPanes::HideAll() {
   if (FTabControl) FTabControl->HideAll();
 }

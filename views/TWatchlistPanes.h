@@ -52,6 +52,7 @@ class TWatchlistPanes : public TObject, private IWatchlistPanes, private ITabFol
   TWatchlistCategory* GetCurrentCategory() const override;
   /// Also of ITabFollower.
   void RestoreExplorerbarDefaultItems() override;
+  void CategoryOnShow(const TWatchlistCategory* iCategory) override;
   void BeginAdd() override;
   void ShowIntegration(const TIntf<IWatchlistIntegration>& iIntegration) override;
   void EndAdd() override;

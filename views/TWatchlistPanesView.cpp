@@ -26,6 +26,7 @@ void TWatchlistPanesView::CategoryChanged(TWatchlistCategory& iCategory) {
 void TWatchlistPanesView::AddPluginToTree(TWatchlistCategory& iCategory, TWatchlistPlugin& iGroup) {
   TVirtualNode* const node = FPanes.Tree.GetNodeByObj(&iCategory);
   if (node != nullptr) FPanes.Tree.AddPluginToTree(node, iGroup);
+  if (FPanes.Tree.CurrentCategory() == &iCategory) FPanes.Centre.ShowCategory(&iCategory);
 }
 
 void TWatchlistPanesView::MoveNode(TObject& iObject, TObject* iNewParent) {

@@ -209,6 +209,10 @@ inline constexpr TStringView _resLoggingSenderForm = u"Form";
 inline constexpr TStringView _resNoItems =
     u"Hier stehen später Ihre beobachteten Artikel.\r\n"
     u"Suchen Sie im Bereich „Suchen“ nach einem Artikel und wählen Sie „Artikel beobachten...“.";
+inline constexpr TStringView _resNoItemsInCategory =
+    u"Diese Kategorie enthält selbst keine Artikel.\r\n"
+    u"Nehmen Sie welche im Bereich „Suchen“ mit „Artikel beobachten...“ auf, "
+    u"oder verschieben Sie welche hierher.";
 inline constexpr TStringView _resLoggingAutoUpdateOnInterval =
     u"Interval für autom. Aktualisieren abgelaufen. Aktualisiere Einträge...";
 inline constexpr TStringView _resLoggingAutoUpdateOnStartup =
@@ -397,6 +401,7 @@ inline constexpr TStringView _resExportNoFile =
 // A file that was given to the program, and not chosen in the dialog.
 inline constexpr TStringView _resImportUnreadable =
     u"Diese Datei ist keine Beobachtenliste oder beschädigt: %s";
+inline constexpr TStringView _resImportReading = u"Die Datei wird gelesen...";
 /// Followed by today's date in its short form.
 inline constexpr TStringView _resImportCategoryName = u"Import ";
 inline constexpr TStringView _resImportAskForCategoryCaption = u"Beobachten - Kategorie";

@@ -430,6 +430,32 @@ TEST_F(TWatchlistStartUpTest, EmptyListSaysWhatToDo) {
   EXPECT_FALSE(centre.lblNoItems.Visible()) << "an item without a result is one";
 }
 
+TEST_F(TWatchlistStartUpTest, CategoryWithoutItemsOfItsOwnSaysSo) {
+  Start();
+  Form->Show();
+  TWatchlistCentrePane& centre = Panes().Centre;
+  GoTo(Clocks);
+  EXPECT_TRUE(centre.lblNoItems.Visible());
+  EXPECT_EQ(centre.lblNoItems.Caption(),
+            u"Diese Kategorie enthält selbst keine Artikel.\r\nNehmen Sie welche im Bereich "
+            u"„Suchen“ mit „Artikel beobachten...“ auf, oder verschieben Sie welche hierher.");
+  EXPECT_FALSE(centre.tbcntrlWatchlist.Visible());
+  EXPECT_FALSE(centre.pnlWatchlistContainer.Visible());
+  GoTo(Books);
+  EXPECT_FALSE(centre.lblNoItems.Visible());
+  EXPECT_TRUE(centre.tbcntrlWatchlist.Visible());
+  EXPECT_TRUE(centre.pnlWatchlistContainer.Visible());
+  EXPECT_THAT(TabLines(), ElementsAre("[Auktion]"));
+}
+
+TEST_F(TWatchlistStartUpTest, CategoryThatGetsItemsWhileItIsOnShowDoesNotSayThatItHasNone) {
+  Start();
+  Form->Show();
+  GoTo(Clocks);
+  Form->Items().DoMoveItems(Auction, Clocks, Results({&Faust}));
+  EXPECT_FALSE(Panes().Centre.lblNoItems.Visible());
+}
+
 // The chevron menu.
 
 TEST_F(TWatchlistStartUpTest, ChevronMenuListsTheTabs) {

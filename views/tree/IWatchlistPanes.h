@@ -19,6 +19,8 @@ class IWatchlistPanes {
   virtual TWatchlistCategory* GetCurrentCategory() const = 0;
   virtual void RestoreExplorerbarDefaultItems() = 0;
 
+  /// This category, or none, is now on show. Before its tabs are.
+  virtual void CategoryOnShow(const TWatchlistCategory* iCategory) = 0;
   virtual void HideAll() = 0;
   /// Tabs that are shown in between become visible together.
   virtual void BeginAdd() = 0;

@@ -182,6 +182,7 @@ void TWatchlistCategoryTree::ShowCategory(TWatchlistCategory* iCategory, bool iF
 }
 
 void TWatchlistCategoryTree::ShowGroups(TWatchlistCategory* iCategory, bool iForce) {
+  FPanes.CategoryOnShow(iCategory);
   if (iCategory == nullptr || iCategory->LstPlugin().GetCount() == 0) {
     FPanes.HideAll();
     FCurrentCategory = iCategory;

@@ -20,6 +20,7 @@ class TPanesRecorder : public IWatchlistPanes {
   }
   TWatchlistCategory* GetCurrentCategory() const override { return FCategory; }
   void RestoreExplorerbarDefaultItems() override { Note("Restore"); }
+  void CategoryOnShow(const TWatchlistCategory* iCategory) override { OnShow = iCategory; }
   void HideAll() override { Note("HideAll"); }
   void BeginAdd() override { Note("BeginAdd"); }
   void ShowIntegration(const TIntf<IWatchlistIntegration>& iIntegration) override {
@@ -33,6 +34,7 @@ class TPanesRecorder : public IWatchlistPanes {
   TLines Take() { return std::exchange(Calls, {}); }
   TLines Calls;
   std::string FailsAt;  ///< the call that raises
+  const TWatchlistCategory* OnShow = nullptr;
 
  private:
   void Note(const std::string& iCall) {
