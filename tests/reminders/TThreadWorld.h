@@ -9,6 +9,7 @@
 #include "host/common/TQueueMainLoop.h"
 #include "reminders/TRemindHandler.h"
 #include "reminders/TThreadRemind.h"
+#include "tests/support/TurnUntil.h"
 
 namespace kk {
 
@@ -59,12 +60,7 @@ class TThreadWorld : public TRemindWorld {
 
   /// Turns the main loop until it is so, for ten seconds at most.
   void Until(const std::function<bool()>& iIsSo) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!iIsSo()) {
-      ASSERT_LT(std::chrono::steady_clock::now(), end) << "it does not come";
-      Loop.WaitForMessage(1);
-      Loop.ProcessMessages();
-    }
+    ASSERT_TRUE(TurnUntil(Loop, iIsSo, std::chrono::seconds(10))) << "it does not come";
   }
   /// The thread has looked, and sleeps.
   void UntilAsleep() {

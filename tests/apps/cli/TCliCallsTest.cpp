@@ -7,6 +7,7 @@
 #include "TTestCaller.h"
 #include "host/program/THostServer.h"
 #include "tests/support/TTempFolder.h"
+#include "tests/support/TurnUntil.h"
 
 namespace kk {
 namespace {
@@ -26,12 +27,10 @@ class TCliCallsTest : public testing::Test {
   }
   /// Answers everybody until the caller has come to his end; that is his exit code.
   int AnswerUntilTheEndOf(TTestCaller& ioCaller) {
-    const auto last = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!ioCaller.HasEnded() && std::chrono::steady_clock::now() < last) {
-      World.Loop.ProcessMessages();
+    EXPECT_TRUE(TurnUntil(World.Loop, [&] {
       while (const auto peer = Server.TakeCaller()) Calls.Answer(*peer);
-      World.Loop.WaitForMessage(1);
-    }
+      return ioCaller.HasEnded();
+    }));
     return ioCaller.Wait();
   }
 

@@ -9,10 +9,7 @@
 #include "TTestCaller.h"
 #include "apps/cli/TCliPeerConsole.h"
 #include "host/base/Exception.h"
-#include "host/program/THostServer.h"
-#include "tests/support/TLogRecorder.h"
-#include "tests/support/TTempFolder.h"
-#include "tests/support/TTestMainLoop.h"
+#include "tests/support/THostServerWorld.h"
 
 namespace kk {
 namespace {
@@ -22,54 +19,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr auto cDeadline = std::chrono::seconds(30);
-
-/// The process that stays, as far as its callers see it.
-class TCliClientTest : public testing::Test {
+class TCliClientTest : public testing::Test, protected THostServerWorld {
  protected:
-  /// Turns the loop until the condition holds; fails the test after the deadline.
-  template <class TCondition>
-  bool TurnUntil(TCondition iCondition) {
-    const auto last = std::chrono::steady_clock::now() + cDeadline;
-    while (!iCondition()) {
-      if (std::chrono::steady_clock::now() > last) return false;
-      Loop.ProcessMessages();
-      Loop.WaitForMessage(1);
-    }
-    return true;
-  }
-  std::shared_ptr<THostPeer> NextCaller() {
-    std::shared_ptr<THostPeer> peer;
-    EXPECT_TRUE(TurnUntil([&] { return (peer = Server->TakeCaller()) != nullptr; }));
-    return peer;
-  }
-  /// The same, and his turn has come.
-  std::shared_ptr<THostPeer> BeginNext() {
-    auto peer = NextCaller();
-    EXPECT_TRUE(peer->Begin());
-    return peer;
-  }
-  THostSocket Connect() const { return THostSocket::Connect(FromUtf8(Data.Path())); }
-  static void SendText(const THostSocket& iSocket, std::string_view iText) {
-    while (!iText.empty()) {
-      size_t sent = 0;
-      if (iSocket.Send(iText, sent) == THostSocket::TEnd::Closed) return;
-      iText.remove_prefix(sent);
-    }
-  }
-  static std::string CallLine() {
-    THostMessage call;
-    call.Kind = THostMessage::TKind::Call;
-    call.Words = {u"list"};
-    return call.ToLine();
-  }
-
-  TLogRecorder Log;
-  TTestMainLoop Loop;
-  TTempFolder Data;
   TFakeConsole Host;
-  std::unique_ptr<THostServer> Server =
-      std::make_unique<THostServer>(FromUtf8(Data.Path()), static_cast<TMainLoop&>(Loop));
 };
 
 TEST_F(TCliClientTest, ACallComesWithItsArgumentsAndGetsItsOutput) {
@@ -157,7 +109,7 @@ TEST_F(TCliClientTest, AnInterruptOfTheCallerIsTakenOnce) {
   const auto peer = BeginNext();
   SendText(socket, interrupt.ToLine());
   TCliPeerConsole console(*peer, Host);
-  ASSERT_TRUE(TurnUntil([&] { return peer->IsInterrupted(); }));
+  ASSERT_TRUE(TurnUntil(Loop, [&] { return peer->IsInterrupted(); }));
   EXPECT_EQ(console.ReadLine(u"? "), std::nullopt);
   EXPECT_TRUE(console.TakeInterrupt());
   EXPECT_FALSE(console.TakeInterrupt());
@@ -184,7 +136,7 @@ TEST_F(TCliClientTest, AnAnswerBeforeTheQuestionIsNone) {
   SendText(socket, CallLine());
   const auto peer = BeginNext();
   SendText(socket, line.ToLine() + interrupt.ToLine());
-  ASSERT_TRUE(TurnUntil([&] { return peer->TakeInterrupt(); }));
+  ASSERT_TRUE(TurnUntil(Loop, [&] { return peer->TakeInterrupt(); }));
   TCliPeerConsole console(*peer, Host);
   Host.Interrupt();
   console.ReadLine(u"? ");
@@ -223,7 +175,7 @@ TEST_F(TCliClientTest, CtrlCReachesTheCommand) {
   std::thread caller([&] { exit = client.Run({u"list"}); });
   const auto peer = BeginNext();
   console.Interrupts = true;
-  EXPECT_TRUE(TurnUntil([&] { return peer->TakeInterrupt(); }));
+  EXPECT_TRUE(TurnUntil(Loop, [&] { return peer->TakeInterrupt(); }));
   peer->SendExit(0);
   caller.join();
   EXPECT_EQ(exit, 0);

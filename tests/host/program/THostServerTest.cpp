@@ -16,10 +16,7 @@
 #include <thread>
 
 #include "host/base/Exception.h"
-#include "host/program/THostClient.h"
-#include "tests/support/TLogRecorder.h"
-#include "tests/support/TTempFolder.h"
-#include "tests/support/TTestMainLoop.h"
+#include "tests/support/THostServerWorld.h"
 
 namespace kk {
 namespace {
@@ -29,61 +26,20 @@ using testing::SizeIs;
 
 constexpr auto cDeadline = std::chrono::seconds(30);
 
-/// The process that stays, as far as its callers see it.
-class THostServerTest : public testing::Test {
+class THostServerTest : public testing::Test, protected THostServerWorld {
  protected:
-  /// Turns the loop until the condition holds; fails the test after the deadline.
-  template <class TCondition>
-  bool TurnUntil(TCondition iCondition) {
-    const auto last = std::chrono::steady_clock::now() + cDeadline;
-    while (!iCondition()) {
-      if (std::chrono::steady_clock::now() > last) return false;
-      Loop.ProcessMessages();
-      Loop.WaitForMessage(1);
-    }
-    return true;
-  }
-  std::shared_ptr<THostPeer> NextCaller() {
-    std::shared_ptr<THostPeer> peer;
-    EXPECT_TRUE(TurnUntil([&] { return (peer = Server->TakeCaller()) != nullptr; }));
-    return peer;
-  }
-  /// The same, and his turn has come.
-  std::shared_ptr<THostPeer> BeginNext() {
-    auto peer = NextCaller();
-    EXPECT_TRUE(peer->Begin());
-    return peer;
-  }
-  THostSocket Connect() const { return THostSocket::Connect(FromUtf8(Data.Path())); }
   /// Returns when the other side has hung up.
   bool IsHungUp(const THostSocket& iSocket) {
     std::string bytes;
-    return TurnUntil([&] { return iSocket.Receive(bytes) == THostSocket::TEnd::Closed; });
-  }
-  static void SendText(const THostSocket& iSocket, std::string_view iText) {
-    while (!iText.empty()) {
-      size_t sent = 0;
-      if (iSocket.Send(iText, sent) == THostSocket::TEnd::Closed) return;
-      iText.remove_prefix(sent);
-    }
-  }
-  static std::string CallLine() {
-    return THostClient::First(THostMessage::TKind::Call, {u"list"}).ToLine();
+    return TurnUntil(Loop, [&] { return iSocket.Receive(bytes) == THostSocket::TEnd::Closed; });
   }
   THostClient Client() const { return THostClient(FromUtf8(Data.Path())); }
   /// All messages up to the end.
   std::vector<THostMessage> ReceiveAll(THostClient& ioClient) {
     std::vector<THostMessage> result;
-    EXPECT_TRUE(TurnUntil([&] { return !ioClient.Receive(1, result); }));
+    EXPECT_TRUE(TurnUntil(Loop, [&] { return !ioClient.Receive(1, result); }));
     return result;
   }
-
-  TLogRecorder Log;
-  TTestMainLoop Loop;
-  TTempFolder Data;
-  int Calls = 0;  ///< how often the loop was told of callers
-  std::unique_ptr<THostServer> Server =
-      std::make_unique<THostServer>(FromUtf8(Data.Path()), Loop, [this] { ++Calls; });
 };
 
 /// What the system lets this process open, for as long as it lives.
@@ -131,7 +87,7 @@ TEST_F(THostServerTest, ACallComesWithItsWordsAndGetsItsAnswer) {
   EXPECT_EQ(peer->Call().Words, (std::vector<TString>{u"list", u"--json"}));
   EXPECT_EQ(peer->Call().Folder, FromUtf8(std::filesystem::current_path().string()));
   EXPECT_EQ(peer->Call().Version, THostMessage::cVersion);
-  EXPECT_TRUE(TurnUntil([&] { return Calls > 0; })) << "the loop was told";
+  EXPECT_TRUE(TurnUntil(Loop, [&] { return Calls > 0; })) << "the loop was told";
   peer->Complain(u"nein \u00fc");
   peer->SendExit(3);
   const auto messages = ReceiveAll(client);
@@ -178,7 +134,7 @@ TEST_F(THostServerTest, TheEndOfTheServerBringsTheLastWordsOut) {
 TEST_F(THostServerTest, TheEndOfTheServerIsTheEndOfItsCalls) {
   THostClient client = Client();
   client.Send(THostClient::First(THostMessage::TKind::Call, {}));
-  ASSERT_TRUE(TurnUntil([&] { return Calls > 0; }));
+  ASSERT_TRUE(TurnUntil(Loop, [&] { return Calls > 0; }));
   const auto hasPosted = [&] { return Loop.PostedCount() > 0; };
   const THostSocket another = Connect();
   SendText(another, CallLine());
@@ -351,7 +307,7 @@ TEST_F(THostServerTest, AnotherUserIsHungUpOnAndCallsNobodyElse) {
     _exit(read(line, &byte, 1) == 0 ? 0 : 4);
   }
   int status = 0;
-  EXPECT_TRUE(TurnUntil([&] { return waitpid(child, &status, WNOHANG) == child; }));
+  EXPECT_TRUE(TurnUntil(Loop, [&] { return waitpid(child, &status, WNOHANG) == child; }));
   EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 

@@ -19,6 +19,7 @@
 #include "tests/support/TRawTestServer.h"
 #include "tests/support/TTestClock.h"
 #include "tests/support/TTestMainLoop.h"
+#include "tests/support/TurnUntil.h"
 
 namespace kk {
 namespace {
@@ -57,12 +58,8 @@ class PagePlugin : public testing::Test {
     const size_t before = FEnds.size();
     Start(iResult);
     EXPECT_EQ(FEnds.size(), before);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (FEnds.size() == before && std::chrono::steady_clock::now() < deadline) {
-      FLoop.WaitForMessage(1);
-      FLoop.ProcessMessages();
-    }
-    if (FEnds.size() == before) return {};
+    const auto hasEnded = [&] { return FEnds.size() != before; };
+    if (!TurnUntil(FLoop, hasEnded, std::chrono::seconds(60))) return {};
     return FEnds.back().Succeeded ? FEnds.back().Result : TIntf<ISearchResult>();
   }
   void DoFinished(TObject*, const TIntf<ISearchResult>& iResult, bool iSucceeded) {

@@ -15,6 +15,7 @@
 #include "tests/support/TRawTestServer.h"
 #include "tests/support/TTestClock.h"
 #include "tests/support/TTestMainLoop.h"
+#include "tests/support/TurnUntil.h"
 
 namespace kk {
 namespace {
@@ -48,12 +49,7 @@ class PageSearch : public testing::Test {
   }
   template <class Condition>
   void TurnUntil(Condition iCondition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (!iCondition() && std::chrono::steady_clock::now() < deadline) {
-      FLoop.WaitForMessage(1);
-      FLoop.ProcessMessages();
-    }
-    EXPECT_TRUE(iCondition());
+    EXPECT_TRUE(kk::TurnUntil(FLoop, iCondition, std::chrono::seconds(60)));
   }
   /// Searches to the end and answers the sentences of the problem.
   std::vector<std::string> ProblemsOf(const std::string& iText) {
