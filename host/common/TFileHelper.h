@@ -73,7 +73,8 @@ void DeleteFile(TStringView iFileName);
 ///
 /// The mode of an existing file stays; a new one gets iMode (less the process's umask). Where the
 /// name is a symbolic link to a file, that file is written. A ".tmp" that lies there is taken away
-/// and never followed. Any thread; writes in this process come one after the other.
+/// and never followed. A pipe or a device is refused. Any thread; writes in this process come one
+/// after the other.
 void WriteFileAtomically(TStringView iFileName, std::string_view iBytes, unsigned iMode = 0644);
 
 /// Puts a copy of a file beside it with date and time in its name ("name.2026-11-20-183000"), for a

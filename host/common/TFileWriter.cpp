@@ -152,6 +152,10 @@ TString ErrorText(int iError) {
       return u"Ist kein Ordner";
     case EFBIG:
       return u"Die Datei ist zu groß";
+    case ENAMETOOLONG:
+      return u"Der Name ist zu lang";
+    case ENOEXEC:
+      return u"Ist kein Programm für diesen Rechner";
     default:
       return FromUtf8(std::generic_category().message(iError));
   }
@@ -192,13 +196,17 @@ TFileWriter::~TFileWriter() {
 void TFileWriter::Fail() { ThrowFileError(cCannotWrite, FPath, errno); }
 
 void TFileWriter::Open(unsigned iMode) {
+  struct stat old {};
+  const bool keepMode = stat(FPath.c_str(), &old) == 0;
+  // A pipe or a device would be gone for everyone.
+  if (keepMode && !S_ISREG(old.st_mode) && !S_ISDIR(old.st_mode)) {
+    throw EInOutError(Format(cCannotWrite, {FromUtf8(FPath), u"Ist keine gewöhnliche Datei"}));
+  }
   if (Layer().Unlink(FTempPath.c_str()) != 0 && errno != ENOENT) Fail();
   FFile =
       Layer().Open(FTempPath.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, iMode);
   if (FFile < 0) Fail();
   FMade = true;
-  struct stat old {};
-  const bool keepMode = stat(FPath.c_str(), &old) == 0;
   if (keepMode && fchmod(FFile, old.st_mode & 0777) != 0) Fail();
 }
 

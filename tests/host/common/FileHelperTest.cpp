@@ -320,6 +320,20 @@ TEST(WriteFileAtomically, SaysWhyItCantWrite) {
               HasSubstr("lässt sich nicht schreiben"));
   EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(u"none/a"), "x"); }),
               HasSubstr("Datei oder Ordner nicht gefunden"));
+  EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(TString(300, u'a')), "x"); }),
+              HasSubstr("lässt sich nicht schreiben: Der Name ist zu lang"));
+  fs::create_directory(ToUtf8(folder.File(u"b")));
+  EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(u"b"), "x"); }),
+              HasSubstr("b lässt sich nicht schreiben: Ist ein Ordner"));
+}
+
+TEST(WriteFileAtomically, RefusesAPipeOrADeviceInsteadOfReplacingIt) {
+  const TTempFolder folder;
+  ASSERT_EQ(mkfifo(ToUtf8(folder.File(u"pipe")).c_str(), 0600), 0);
+  EXPECT_THAT(MessageFrom([&] { WriteFileAtomically(folder.File(u"pipe"), "x"); }),
+              HasSubstr("pipe lässt sich nicht schreiben: Ist keine gewöhnliche Datei"));
+  EXPECT_TRUE(fs::is_fifo(ToUtf8(folder.File(u"pipe"))));
+  EXPECT_THAT(folder.Names(), ElementsAre("pipe"));
 }
 
 TEST(WriteFileAtomically, DoesEveryStepInItsOrder) {
