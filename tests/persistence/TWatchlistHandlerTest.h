@@ -9,13 +9,12 @@
 #include "host/base/Exception.h"
 #include "host/common/TFileHelper.h"
 #include "host/contract/ISearchLocationIntegration.h"
-#include "host/contract/TCommonPlugin.h"
-#include "host/contract/TPluginIntegration.h"
 #include "host/contract/TPlugins.h"
 #include "persistence/IWatchlistHandlerSite.h"
 #include "persistence/TWatchlistHandler.h"
 #include "reminders/TRemindHandler.h"
 #include "tests/support/TFakeApplication.h"
+#include "tests/support/TFakePlugin.h"
 
 namespace kk {
 
@@ -29,26 +28,10 @@ class TFakeColumns : public TInterfaced<IAdditionalColumns> {
   TIntf<IInterfaceList> GetColumns() const override { return NewInterfaceList(); }
 };
 
-template <class... Interfaces>
-class TFakePluginBase : public TCommonPlugin<Interfaces...> {
- public:
-  explicit TFakePluginBase(const TGuid& iId) : FId(iId) {}
-  TGuid GetId() const override { return FId; }
-  TGroupIdentification GetGroup() const override { return TGroupIdentification{1}; }
-  TPluginAttributes GetAttributes() const override { return 0; }
-  TString GetSignature() const override { return {}; }
-  TString GetDescription() const override { return {}; }
-  TString GetLongDescription() const override { return {}; }
-
- private:
-  TGuid FId;
-};
-using TFakePlugin = TFakePluginBase<IPlugin>;
-
 // A plug-in that extends the views of others, and notes for which it was asked.
-class TExtendingPlugin : public TFakePluginBase<IPlugin, ISearchLocationIntegration> {
+class TExtendingPlugin : public TFakePluginOf<IPlugin, ISearchLocationIntegration> {
  public:
-  using TFakePluginBase::TFakePluginBase;
+  using TFakePluginOf::TFakePluginOf;
   TIntf<IInterfaceList> GetIntegrations(const TIntf<IIntegrationInfo>& iInfo) override {
     Asked.push_back(iInfo->GetId());
     const TIntf<IInterfaceList> list = NewInterfaceList();
@@ -163,7 +146,7 @@ class TWatchlistHandlerTest : public testing::Test {
   TTestMainLoop Loop;
   TTestClock Clock;
   TFakeThreads Threads;
-  TIntf<IPlugin> FPlugin = MakeIntf<TFakePlugin>(cPluginId);
+  TIntf<IPlugin> FPlugin = MakeIntf<TFakePlugin>();
   TIntf<IApplication> Application = MakeIntf<TFakeApplication>();
 };
 

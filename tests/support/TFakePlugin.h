@@ -6,15 +6,27 @@
 
 namespace kk {
 
-/// The watch list's plug-in, as far as its handler needs it.
-class TFakePlugin : public TCommonPlugin<IPlugin> {
+/// A plug-in of any id that does nothing; what it does for a test stands in the class that derives
+/// from it, which lists the interfaces: IPlugin or one that extends it first.
+template <class... Interfaces>
+class TFakePluginOf : public TCommonPlugin<Interfaces...> {
  public:
-  TGuid GetId() const override { return cPluginId; }
-  TGroupIdentification GetGroup() const override { return {}; }
+  explicit TFakePluginOf(const TGuid& iId) : FId(iId) {}
+  TGuid GetId() const override { return FId; }
+  TGroupIdentification GetGroup() const override { return TGroupIdentification{1}; }
   TPluginAttributes GetAttributes() const override { return 0; }
   TString GetSignature() const override { return {}; }
   TString GetDescription() const override { return {}; }
   TString GetLongDescription() const override { return {}; }
+
+ private:
+  const TGuid FId;
+};
+
+/// The watch list's plug-in, as far as its handler needs it, or one of another id.
+class TFakePlugin : public TFakePluginOf<IPlugin> {
+ public:
+  explicit TFakePlugin(const TGuid& iId = cPluginId) : TFakePluginOf(iId) {}
 
   /// A door for others, if the test wants one.
   TIntf<IPluginIntegration> Door;
