@@ -10,7 +10,8 @@ enum class TPrintRange { prAllPages, prPageNums };
 struct TPrintDialog {
   /// Whether the user may choose pages by their numbers.
   bool AllowsPageNums = false;
-  /// What there is to choose from, both included.
+  /// What there is to choose from, both included; with OK what there is on the paper that the user
+  /// has chosen.
   int MinPage = 1;
   int MaxPage = 1;
   /// The user's choice; before, what is proposed. The pages count with prPageNums alone.

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/base/Exception.h"
 #include "host/base/TInstalled.h"
 #include "host/controls/TPrintDialog.h"
 
@@ -37,6 +38,7 @@ class TFakePrinting : public IPrinting {
 
   int PageCount = 3;
   int LivingJobs = 0;
+  TString PrintFailure;                 ///< what each print raises, if it is not empty
   std::vector<TPrintContent> Contents;  ///< of all jobs
   std::vector<TPrintDialog> Dialogs;    ///< as they came up
   std::vector<std::string> Printed;     ///< "1: 1-3": the job, from 1, and the pages
@@ -50,6 +52,7 @@ class TFakePrinting : public IPrinting {
     ~TJob() override { --FPrinting.LivingJobs; }
     int CalculatePageCount() override { return FPrinting.PageCount; }
     void Print(int iFromPage, int iToPage) override {
+      if (!FPrinting.PrintFailure.empty()) throw Exception(FPrinting.PrintFailure);
       FPrinting.Printed.push_back(std::to_string(FNumber) + ": " + std::to_string(iFromPage) + "-" +
                                   std::to_string(iToPage));
     }

@@ -77,7 +77,9 @@ TfrmKKWatchlistPrint::TfrmKKWatchlistPrint(TForm* iOwner)
   SetPosition(TPosition::poOwnerFormCenter);
   vst.SetStretches(true);
   pnlButtons.SetArrangement(TArrangement::arRow);
+  SetDefaultButton(&btnOK);
   SetCancelButton(&btnCancel);
+  SetFocusedControl(&vst);
   btnOK.SetOnClick(TNotifyEvent::Of<&TfrmKKWatchlistPrint::btnOKClick>(this));
 }
 

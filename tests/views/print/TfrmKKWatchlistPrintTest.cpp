@@ -2,48 +2,32 @@
 
 #include <gtest/gtest.h>
 
+#include "host/contract/ISearchResultConverter.h"
 #include "host/contract/TPlugins.h"
+#include "tests/support/TFakePlugin.h"
 #include "tests/support/TFakePrinting.h"
-#include "tests/support/TFakeSourcePlugin.h"
 #include "tests/support/TWatchlistWorld.h"
 
 namespace kk {
 namespace {
 
 /// A plug-in that only converts, under an id of the test's choice.
-class TConverterPlugin : public TFakeSourcePlugin {
+class TConverterPlugin : public TFakePluginOf<IPlugin, ISearchResultConverter> {
  public:
   TConverterPlugin(const TGuid& iId, std::vector<TString> iTitles)
-      : TFakeSourcePlugin(u"Wandler"), FId(iId), FTitles(std::move(iTitles)) {}
-  TGuid GetId() const override { return FId; }
+      : TFakePluginOf(iId), FTitles(std::move(iTitles)) {}
   void Convert(bool iHeader, const TIntf<ISearchResult>& iResult, TStringList& ioLines) override {
-    if (!ConvertFailure.empty()) throw Exception(ConvertFailure);
+    if (!ConvertFailure.empty() && !iHeader) throw Exception(ConvertFailure);
     for (const TString& title : FTitles) {
       if (iHeader) ioLines.Add(title);
       if (!iHeader && iResult) ioLines.Add(title + u" von " + iResult->GetName());
     }
   }
 
- private:
-  TGuid FId;
-  std::vector<TString> FTitles;
-};
-
-/// A plug-in of that id which converts nothing.
-class TPlainPlugin : public TCommonPlugin<IMultiThreadPlugin> {
- public:
-  explicit TPlainPlugin(const TGuid& iId) : FId(iId) {}
-  TGuid GetId() const override { return FId; }
-  TGroupIdentification GetGroup() const override { return TGroupIdentification{1}; }
-  TPluginAttributes GetAttributes() const override { return 0; }
-  TString GetSignature() const override { return {}; }
-  TString GetDescription() const override { return {}; }
-  TString GetLongDescription() const override { return {}; }
-  int ThreadCount() const override { return 0; }
-  void TerminateThreads() override {}
+  TString ConvertFailure;
 
  private:
-  TGuid FId;
+  const std::vector<TString> FTitles;
 };
 
 class TfrmKKWatchlistPrintTest : public TWatchlistWorld, public testing::Test {
@@ -166,6 +150,20 @@ TEST_F(TfrmKKWatchlistPrintTest, SubtreesWithoutItemsDoNotAppear) {
     EXPECT_TRUE(form.btnCancel.Click());
   });
   TForm::Display(nullptr);
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, TheFirstCategoryIsInViewAndEverythingIsReachedByKeys) {
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  Item(kitchen, Shop, u"Sieb");
+  PressOk();
+  User.Expect<TForm>([&](TForm& form) {
+    EXPECT_EQ(form.FocusedControl(), &form.vst);
+    EXPECT_TRUE(form.vst.CheckNode(*form.vst.First()));
+    EXPECT_TRUE(form.vst.PressKey(cKeyReturn));
+    EXPECT_EQ(form.ModalResult(), cModalOK);
+  });
+  TForm::Display(nullptr);
+  EXPECT_EQ(Printing.Printed, (TNames{"1: 1-3"}));
 }
 
 TEST_F(TfrmKKWatchlistPrintTest, EscapeIsCancel) {
@@ -323,6 +321,31 @@ TEST_F(TfrmKKWatchlistPrintTest, ThreeCopiesCollatedPrintAllPagesThreeTimes) {
   EXPECT_EQ(Printing.Printed, (TNames{"1: 1-2", "1: 1-2", "1: 1-2"}));
 }
 
+TEST_F(TfrmKKWatchlistPrintTest, OneCopyOfSomePagesIsPrintedAtOnceWhateverTheOrderOfCopies) {
+  Item(Category(u"Küche"), Shop, u"Sieb");
+  PressOk([](TPrintDialog& dialog) {
+    dialog.PrintRange = TPrintRange::prPageNums;
+    dialog.FromPage = 2;
+  });
+  Print({u"Küche"});
+  EXPECT_EQ(Printing.Printed, (TNames{"1: 2-3"}));
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, CopiesOfAllPagesAreCopiesOfEachPage) {
+  Item(Category(u"Küche"), Shop, u"Sieb");
+  Printing.PageCount = 2;
+  PressOk([](TPrintDialog& dialog) { dialog.Copies = 2; });
+  Print({u"Küche"});
+  EXPECT_EQ(Printing.Printed, (TNames{"1: 1-1", "1: 1-1", "1: 2-2", "1: 2-2"}));
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, AnotherPaperMayHaveMorePages) {
+  Item(Category(u"Küche"), Shop, u"Sieb");
+  PressOk([](TPrintDialog& dialog) { dialog.MaxPage = 5; });
+  Print({u"Küche"});
+  EXPECT_EQ(Printing.Printed, (TNames{"1: 1-5"}));
+}
+
 TEST_F(TfrmKKWatchlistPrintTest, AllPagesDoNotAskForTheNumbers) {
   Item(Category(u"Küche"), Shop, u"Sieb");
   PressOk([](TPrintDialog& dialog) {
@@ -345,9 +368,31 @@ TEST_F(TfrmKKWatchlistPrintTest, FewerThanFourHeadersEndTheRun) {
   EXPECT_TRUE(Printing.Contents.empty());
 }
 
+TEST_F(TfrmKKWatchlistPrintTest, WhatWasPrintedBeforeAConverterWithTooFewHeadersStaysPrinted) {
+  Plugins().Clear();
+  AddConverter(Auction, {u"Name", u"Gebot", u"Ende", u"Anbieter"});
+  AddConverter(Shop, {u"Name"});
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  Item(kitchen, Auction, u"Uhr");
+  Item(kitchen, Shop, u"Sieb");
+  PressOk();
+  EXPECT_THROW(Print({u"Küche"}), EListError);
+  EXPECT_EQ(Printing.Printed, (TNames{"1: 1-3"}));
+  EXPECT_EQ(Printing.LivingJobs, 0);
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, FewHeadersOfASourceWithoutRowsAreNoFailure) {
+  Plugins().Clear();
+  AddConverter(Shop, {u"Name"});
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  LostItem(kitchen, Shop);
+  Print({u"Küche"});
+  EXPECT_TRUE(Printing.Contents.empty());
+}
+
 TEST_F(TfrmKKWatchlistPrintTest, ASourceWithoutAConverterPrintsNothingWithoutAWord) {
   Plugins().Clear();
-  Plugins().Add(MakeIntf<TPlainPlugin>(Auction->GetId()));
+  Plugins().Add(MakeIntf<TFakePlugin>(Auction->GetId()));
   AddConverter(Shop, {u"Name", u"Preis", u"Lager", u"Laden"});
   TWatchlistCategory& kitchen = Category(u"Küche");
   Item(kitchen, Auction, u"Uhr");
@@ -398,7 +443,39 @@ TEST_F(TfrmKKWatchlistPrintTest, AFailureOfTheConverterGoesThrough) {
   plugin->ConvertFailure = u"defekt";
   Plugins().Add(plugin);
   Item(Category(u"Küche"), Shop, u"Sieb");
+  Item(Category(u"Bad"), Auction, u"Uhr");
+  try {
+    Print({u"Küche", u"Bad"});
+    ADD_FAILURE();
+  } catch (const Exception& e) {
+    EXPECT_EQ(e.Message(), u"defekt");
+  }
+  EXPECT_TRUE(Printing.Contents.empty()) << "the run is over";
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, AFailureOfThePrinterGoesThroughAndLeavesNoJob) {
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  Item(kitchen, Auction, u"Uhr");
+  Item(kitchen, Shop, u"Sieb");
+  Printing.PrintFailure = u"Kein Papier";
+  PressOk();
   EXPECT_THROW(Print({u"Küche"}), Exception);
+  EXPECT_EQ(Printing.Dialogs.size(), 1u);
+  EXPECT_EQ(Printing.LivingJobs, 0);
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, ACancelledJobIsFreedBeforeTheNextDialog) {
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  Item(kitchen, Auction, u"Uhr");
+  Item(kitchen, Shop, u"Sieb");
+  Cancel();
+  Printing.Expect([this](TPrintDialog&) {
+    EXPECT_EQ(Printing.LivingJobs, 1);
+    return false;
+  });
+  Print({u"Küche"});
+  EXPECT_EQ(Printing.Dialogs.size(), 2u);
+  EXPECT_EQ(Printing.LivingJobs, 0);
 }
 
 TEST_F(TfrmKKWatchlistPrintTest, OneCategoryIsPrintedWithoutTheTree) {
