@@ -1,5 +1,6 @@
 #include "host/printing/PrintContentJson.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "host/base/Exception.h"
@@ -24,13 +25,13 @@ TJson JsonOf(const TPrintContent& iContent) {
           {"titles", TextsOf(iContent.Titles)}, {"rows", std::move(rows)}};
 }
 
+const TJson::array_t& List(const TJson& iValue) { return iValue.get_ref<const TJson::array_t&>(); }
+
 TString Text(const TJson& iValue) { return FromUtf8(iValue.get_ref<const std::string&>()); }
 
 std::vector<TString> Texts(const TJson& iValues) {
   std::vector<TString> result;
-  for (const std::string& text : iValues.get<std::vector<std::string>>()) {
-    result.push_back(FromUtf8(text));
-  }
+  for (const TJson& text : List(iValues)) result.push_back(Text(text));
   return result;
 }
 
@@ -40,9 +41,10 @@ TPrintContent ContentOf(const TJson& iValue) {
   content.Date = Text(iValue.at("date"));
   content.Source = Text(iValue.at("source"));
   const std::vector<TString> headers = Texts(iValue.at("headers"));
-  for (size_t i = 0; i < content.Headers.size(); ++i) content.Headers[i] = headers.at(i);
+  if (headers.size() != content.Headers.size()) throw Exception(u"headers");
+  std::ranges::copy(headers, content.Headers.begin());
   content.Titles = Texts(iValue.at("titles"));
-  for (const TJson& row : iValue.at("rows")) content.Rows.push_back(Texts(row));
+  for (const TJson& row : List(iValue.at("rows"))) content.Rows.push_back(Texts(row));
   return content;
 }
 
@@ -58,10 +60,13 @@ std::vector<TPrintContent> PrintContentsFromJson(std::string_view iJson) {
   try {
     std::vector<TPrintContent> contents;
     const TJson json = TJson::parse(iJson);
-    for (const TJson& list : json.at("lists")) contents.push_back(ContentOf(list));
+    for (const TJson& list : List(json.at("lists"))) contents.push_back(ContentOf(list));
     return contents;
-  } catch (const std::exception& e) {
-    throw Exception(Format(u"Der Auftrag zum Drucken ist unverständlich: %s", {MessageOf(e)}));
+  } catch (const TJson::parse_error& e) {
+    throw Exception(
+        Format(u"Der Auftrag zum Drucken ist unverständlich, ab dem %d. Byte", {e.byte}));
+  } catch (const std::exception&) {
+    throw Exception(u"Der Auftrag zum Drucken ist unverständlich, es fehlt etwas");
   }
 }
 

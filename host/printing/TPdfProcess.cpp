@@ -28,6 +28,13 @@ std::string ProgramBeside() {
   return (self.parent_path() / "kaufkobolde-print").string();
 }
 
+// A failure names it; in a folder that is gone there is none.
+std::string AbsolutePath(const std::string& iPath) {
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(iPath, error);
+  return error ? iPath : path.string();
+}
+
 [[noreturn]] void Fail(TStringView iReason) {
   throw Exception(Format(u"Das PDF wurde nicht geschrieben: %s", {iReason}));
 }
@@ -91,8 +98,8 @@ TPdfProcess::TPdfProcess(const TPdfOptions& iOptions, const std::string& iPath,
   if (iPath.empty() || iPath.find('\0') != std::string::npos) Fail(u"Der Dateiname ist ungültig");
   FInput.Write(iJson);
   const std::string program = iOptions.Program.empty() ? ProgramBeside() : iOptions.Program;
-  const int error = Spawn(program, std::filesystem::absolute(iPath).string(), FInput.Handle(),
-                          FErrors.Handle(), FProcess);
+  const int error =
+      Spawn(program, AbsolutePath(iPath), FInput.Handle(), FErrors.Handle(), FProcess);
   if (error != 0) {
     Fail(Format(u"Das Hilfsprogramm kaufkobolde-print lässt sich nicht starten: %s",
                 {ErrorText(error)}));
@@ -111,21 +118,23 @@ TPdfProcess::~TPdfProcess() {
 }
 
 void TPdfProcess::Wait(const std::stop_token& iStop) {
-  WaitForEnd(iStop);
   int status = 0;
-  while (waitpid(FProcess, &status, 0) < 0) {
-    if (errno != EINTR) Fail(u"Das Hilfsprogramm kaufkobolde-print ist verschwunden");
+  while (!HasEnded(status)) {
+    if (iStop.stop_requested()) Fail(u"Abgebrochen");
+    if (TClock::now() > FDeadline) Fail(u"Das Hilfsprogramm kaufkobolde-print wird nicht fertig");
+    // Without a handle, which a machine may refuse, this only waits.
+    pollfd end = {FProcessHandle, POLLIN, 0};
+    poll(&end, 1, cTurnMs);
   }
-  FProcess = -1;
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) Fail(ReasonOf(status));
 }
 
-void TPdfProcess::WaitForEnd(const std::stop_token& iStop) const {
-  pollfd end = {FProcessHandle, POLLIN, 0};
-  while (poll(&end, 1, cTurnMs) <= 0) {
-    if (iStop.stop_requested()) Fail(u"Abgebrochen");
-    if (TClock::now() > FDeadline) Fail(u"Das Hilfsprogramm kaufkobolde-print wird nicht fertig");
-  }
+bool TPdfProcess::HasEnded(int& oStatus) {
+  const pid_t ended = waitpid(FProcess, &oStatus, WNOHANG);
+  if (ended == 0 || (ended < 0 && errno == EINTR)) return false;
+  FProcess = -1;
+  if (ended < 0) Fail(u"Das Hilfsprogramm kaufkobolde-print ist verschwunden");
+  return true;
 }
 
 // The libraries beneath the program may have written before.

@@ -39,8 +39,8 @@ class TPdfProcess {
     int FHandle;
   };
 
-  void Start(const std::string& iProgram, const std::string& iPath);
-  void WaitForEnd(const std::stop_token& iStop) const;
+  /// Takes its end if it has come.
+  bool HasEnded(int& oStatus);
   TString ReasonOf(int iStatus) const;
 
   TMemoryFile FInput{"kaufkobolde-print-input"};

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <fstream>
 #include <thread>
 
@@ -84,7 +85,44 @@ TEST_F(TPdfPrintingTest, ItsReasonIsTold) {
 TEST_F(TPdfPrintingTest, AFolderThatIsNotThereIsToldByTheRealProgram) {
   PrintOne();
   File = Folder.File(u"fehlt/Küche.pdf");
-  EXPECT_THAT(Failure(), StartsWith("Das PDF wurde nicht geschrieben: "));
+  EXPECT_EQ(Failure(), "Das PDF wurde nicht geschrieben: Die Datei " + ToUtf8(File) +
+                           " lässt sich nicht schreiben: Datei oder Ordner nicht gefunden");
+}
+
+TEST_F(TPdfPrintingTest, AFolderInPlaceOfTheFileIsToldByTheRealProgram) {
+  PrintOne();
+  File = FromUtf8(Folder.Path());
+  EXPECT_THAT(Failure(), HasSubstr("lässt sich nicht schreiben: Ist ein Ordner"));
+}
+
+TEST_F(TPdfPrintingTest, NothingToPrintIsToldAndLeavesTheOldFile) {
+  Folder.Write(u"Küche.pdf", "alt");
+  EXPECT_EQ(Failure(), "Das PDF wurde nicht geschrieben: Es gibt keine Seite zu drucken");
+  EXPECT_EQ(Folder.Read(u"Küche.pdf"), "alt");
+}
+
+TEST_F(TPdfPrintingTest, AProgramThatIsKilledLeavesTheOldFile) {
+  Folder.Write(u"Küche.pdf", "alt");
+  Replace("kill -KILL $$");
+  PrintOne();
+  EXPECT_THAT(Failure(), HasSubstr("abgebrochen (Signal 9)"));
+  EXPECT_EQ(Folder.Read(u"Küche.pdf"), "alt");
+}
+
+TEST_F(TPdfPrintingTest, APathStartsInTheCurrentFolder) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(Folder.Path());
+  File = u"Küche.pdf";
+  Replace("echo \"kaufkobolde-print: $1\" >&2; exit 1");
+  EXPECT_EQ(Failure(), "Das PDF wurde nicht geschrieben: " + Folder.Path() + "/Küche.pdf");
+  std::filesystem::current_path(before);
+}
+
+TEST_F(TPdfPrintingTest, OneLineOfTheReasonIsToldWithoutControlCharacters) {
+  Replace(
+      "printf 'kaufkobolde-print: alt\\nkaufkobolde-print: Kein\\033[1m Papier\\nmehr' >&2; exit "
+      "1");
+  EXPECT_EQ(Failure(), "Das PDF wurde nicht geschrieben: Kein[1m Papier");
 }
 
 TEST_F(TPdfPrintingTest, AnEndWithoutAReasonIsToldToo) {
@@ -99,7 +137,12 @@ TEST_F(TPdfPrintingTest, ACrashIsTold) {
 
 TEST_F(TPdfPrintingTest, AProgramThatIsNotThereIsTold) {
   Options.Program = "/nirgends/program";
-  EXPECT_THAT(Failure(), HasSubstr("lässt sich nicht starten"));
+  EXPECT_THAT(Failure(), HasSubstr("lässt sich nicht starten: Datei oder Ordner nicht gefunden"));
+  Options.Program = Folder.Path() + "/text";
+  Folder.Write(u"text", "kein Programm");
+  EXPECT_THAT(Failure(), HasSubstr("lässt sich nicht starten: Zugriff verweigert"));
+  chmod(Options.Program.c_str(), 0755);
+  EXPECT_THAT(Failure(), HasSubstr("lässt sich nicht starten: Ist kein Programm"));
 }
 
 TEST_F(TPdfPrintingTest, ABadFileNameIsTold) {
