@@ -2,6 +2,9 @@
 # link it: each room has an include folder of its own, in the build tree, that holds nothing but a
 # link to the room's folder. So an include against the order of the floors does not build.
 
+# Programs are compiled as libraries are, so that both can use the same precompiled headers.
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE ${CMAKE_CXX_COMPILE_OPTIONS_PIC})
+
 set(KK_INCLUDE_ROOT ${CMAKE_BINARY_DIR}/rooms)
 
 # Makes ${KK_INCLUDE_ROOT}/<name>/<folder> point at <folder> and answers the include folder.
@@ -30,9 +33,27 @@ function(kk_defaults target)
                            -Wno-stringop-overflow -Wno-stringop-overread)
   endif()
   set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_EXTENSIONS OFF)
+endfunction()
+
+# What most files include is compiled once for all rooms, once for all tests, and once more each for
+# what draws with Qt, instead of once for each room.
+# kk_precompiled(<name> HEADERS <headers> LIBS <libraries that have them>)
+function(kk_precompiled name)
+  cmake_parse_arguments(ARG "" "" "HEADERS;LIBS" ${ARGN})
+  add_library(${name} OBJECT ${CMAKE_SOURCE_DIR}/cmake/precompiled.cpp)
+  kk_defaults(${name})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS})
+  target_precompile_headers(${name} PRIVATE
+    <algorithm> <array> <atomic> <chrono> <condition_variable> <cstdint> <deque> <filesystem>
+    <functional> <map> <memory> <mutex> <optional> <set> <string> <string_view> <thread>
+    <unordered_map> <unordered_set> <utility> <variant> <vector> ${ARG_HEADERS})
+endfunction()
+
+# kk_use_precompiled(<target> <name of what kk_precompiled made>); the last call counts. A room whose
+# libraries define macros that change those headers has DISABLE_PRECOMPILE_HEADERS instead.
+function(kk_use_precompiled target name)
   if(KK_PCH)
-    target_precompile_headers(${target} PRIVATE <algorithm> <cstdint> <functional> <map> <memory>
-                              <optional> <string> <unordered_map> <utility> <vector>)
+    set_target_properties(${target} PROPERTIES PRECOMPILE_HEADERS_REUSE_FROM ${name})
   endif()
 endfunction()
 
@@ -49,6 +70,7 @@ function(kk_host_room name folder)
   if(sources)
     add_library(${name}_objects OBJECT ${sources})
     kk_defaults(${name}_objects)
+    kk_use_precompiled(${name}_objects kk_precompiled_rooms)
     target_link_libraries(${name}_objects PRIVATE ${name} ${ARG_LIBS})
     set_property(GLOBAL APPEND PROPERTY KK_HOST_OBJECTS ${name}_objects)
     set_property(GLOBAL APPEND PROPERTY KK_HOST_LIBS ${ARG_LIBS})
@@ -64,6 +86,7 @@ function(kk_room name folder)
   if(sources)
     add_library(${name} STATIC ${sources})
     kk_defaults(${name})
+    kk_use_precompiled(${name} kk_precompiled_rooms)
     set(scope PUBLIC)
     target_link_libraries(${name} PRIVATE ${ARG_LIBS})
   else()
@@ -89,9 +112,7 @@ function(kk_room_test folder)
   string(REPLACE "/" "_" name test_${folder})
   add_executable(${name} ${sources})
   kk_defaults(${name})
-  if(KK_PCH)
-    target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h>)
-  endif()
+  kk_use_precompiled(${name} kk_precompiled_tests)
   target_compile_options(${name} PRIVATE -Wno-conversion)
   target_link_libraries(${name} PRIVATE kk_test_support ${ARG_ROOMS} kbcommon ${ARG_LIBS}
                         GTest::gmock_main GTest::gtest)
