@@ -27,7 +27,8 @@ int TLstWatchlistCategory::IndexOfName(TStringView iName) const {
 
 TWatchlistCategory* TLstWatchlistCategory::FindCategoryById(const TGuid& iId) const {
   if (OwnsObjects()) {
-    if (const auto category = FindCategoryBelow(*this, iId)) return *category;
+    const auto category = FindCategoryBelow(*this, iId);
+    return category ? *category : ScanForCategory(*this, iId);
   }
   const int index = IndexOfId(iId);
   if (index >= 0) return &At(index);

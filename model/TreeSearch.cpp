@@ -1,6 +1,7 @@
 #include "model/TreeSearch.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <tuple>
 #include <utility>
@@ -74,6 +75,33 @@ TCategoryScanKey ScanKeyOf(const TWatchlistCategory& iCategory) {
   return key;
 }
 
+// What a scan has found, and where it stood. What the scan would come upon sooner branches off from
+// the hit's own path, so that a change of order shows in the hit's key.
+struct TScanned {
+  TWatchlistCategory* Category;
+  TCategoryScanKey Key;
+};
+using TScans = std::map<std::pair<const TObject*, decltype(TGuid::Bytes)>, TScanned>;
+constexpr size_t cMaxScans = 4096;
+
+// Goes when a category comes or goes, so with the last of them, as the index does.
+TScans*& CurrentScans() {
+  static TScans* scans = nullptr;
+  return scans;
+}
+
+void ForgetScans() { const std::unique_ptr<TScans> last(std::exchange(CurrentScans(), nullptr)); }
+
+TWatchlistCategory* Scan(const TLstWatchlistCategory& iLst, const TGuid& iId) {
+  const int index = iLst.IndexOfId(iId);
+  if (index >= 0) return &iLst.GetItems(index);
+  for (const TWatchlistCategory* category : iLst) {
+    TWatchlistCategory* hit = Scan(category->LstCategory(), iId);
+    if (hit != nullptr) return hit;
+  }
+  return nullptr;
+}
+
 bool HangsBelow(const TWatchlistItem& iItem, const TObject& iNode) {
   const TLstWatchlistItem* items = iItem.Place().List;
   if (items == &iNode) return true;
@@ -114,10 +142,12 @@ void EnterItem(TWatchlistItem& ioItem, const TGuid& iId) {
 void LeaveItem(TWatchlistItem& ioItem, const TGuid& iId) { LeaveIndex(ioItem, iId); }
 
 void EnterCategory(TWatchlistCategory& ioCategory, const TGuid& iId) {
+  ForgetScans();
   Index<TWatchlistCategory>().Enter(ioCategory, iId);
 }
 
 void LeaveCategory(TWatchlistCategory& ioCategory, const TGuid& iId) {
+  ForgetScans();
   LeaveIndex(ioCategory, iId);
 }
 
@@ -127,6 +157,18 @@ std::optional<TWatchlistItem*> FindItemBelow(const TObject& iNode, const TGuid& 
 
 std::optional<TWatchlistCategory*> FindCategoryBelow(const TObject& iNode, const TGuid& iId) {
   return FindBelow<TWatchlistCategory>(iNode, iId);
+}
+
+TWatchlistCategory* ScanForCategory(const TLstWatchlistCategory& iLst, const TGuid& iId) {
+  if (CurrentScans() != nullptr && CurrentScans()->size() >= cMaxScans) ForgetScans();
+  auto*& scans = CurrentScans();
+  if (scans == nullptr) scans = std::make_unique<TScans>().release();
+  const auto [place, isNew] = scans->try_emplace({&iLst, iId.Bytes});
+  auto& [category, key] = place->second;
+  if (!isNew && (category == nullptr || ScanKeyOf(*category) == key)) return category;
+  category = Scan(iLst, iId);
+  key = category != nullptr ? ScanKeyOf(*category) : TCategoryScanKey();
+  return category;
 }
 
 }  // namespace kk

@@ -7,6 +7,7 @@
 
 namespace kk {
 
+class TLstWatchlistCategory;
 class TObject;
 class TWatchlistCategory;
 class TWatchlistItem;
@@ -29,6 +30,11 @@ std::optional<TWatchlistItem*> FindItemBelow(const TObject& iNode, const TGuid& 
 /// iNode: an owning list of categories. Scanned is a level, then the levels below each of its
 /// categories. Null for none; no value as above.
 std::optional<TWatchlistCategory*> FindCategoryBelow(const TObject& iNode, const TGuid& iId);
+
+/// The answer of the scan where FindCategoryBelow has none; iLst is an owning list. It is kept
+/// until categories come, go or change their places, so that very many look-ups for an id that very
+/// many share do not take a scan each.
+TWatchlistCategory* ScanForCategory(const TLstWatchlistCategory& iLst, const TGuid& iId);
 
 /// Takes the item out of its owning list and hands it over; empty for null.
 std::unique_ptr<TWatchlistItem> TakeOutItem(const TWatchlistItem* iItem);

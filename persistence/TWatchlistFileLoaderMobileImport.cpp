@@ -39,15 +39,6 @@ void GetFields(TSimpleXMLNode iNode, TStringList& oLines) {
   }
 }
 
-// Found once for each id: to find one among very many that share theirs takes long.
-using TCategoriesById = std::unordered_map<TGuid, TWatchlistCategory*>;
-
-// There is one for all that belongs nowhere else.
-TWatchlistCategory& CategoryFor(const TGuid& iId, const TLstWatchlistCategory& iLst) {
-  TWatchlistCategory* category = iLst.FindCategoryById(iId);
-  return category != nullptr ? *category : *iLst.FindCategoryById(cEmptyGuid);
-}
-
 // The offer's date, in UTC, stands for the last refresh: that is required. Text that is no date,
 // which a source may have left out, counts as never.
 TDateTime OfferDate(TStringView iText) {
@@ -95,7 +86,6 @@ void TWatchlistFileLoaderMobileImport::ParseSearchResults(
     TSimpleXMLNode iNode, const TLstWatchlistIntegration& iLstIntegration,
     TLstWatchlistCategory& ioLst) {
   TStringList fields;
-  TCategoriesById categories;
   for (TSimpleXMLNode node = iNode.GetChildNodes().GetFirst(); node; node = node.GetNextSibling()) {
     if (node.GetName() != cNodeMobileSearchResult) continue;
     const auto source = FindSource(iLstIntegration, GetValueAsString(node, cNodeMobilePluginGuid));
@@ -104,11 +94,7 @@ void TWatchlistFileLoaderMobileImport::ParseSearchResults(
     const TIntf<IInterfaceList> results = source->CreateSearchResults(fields);
     const bool none = !results || results->GetCount() == 0;
     const auto result = none ? nullptr : GetAs<ISearchResult>(*results, 0);
-    if (!result) continue;
-    auto item = ParseWatchlistItem(node, result);
-    const auto [category, isNew] = categories.try_emplace(item->ParentCategoryId());
-    if (isNew) category->second = &CategoryFor(category->first, ioLst);
-    SaveToIntegration(std::move(item), source, *category->second);
+    if (result) SaveToIntegration(ParseWatchlistItem(node, result), source, ioLst);
   }
 }
 
@@ -124,8 +110,11 @@ std::unique_ptr<TWatchlistItem> TWatchlistFileLoaderMobileImport::ParseWatchlist
 
 void TWatchlistFileLoaderMobileImport::SaveToIntegration(
     std::unique_ptr<TWatchlistItem> iItem, const TIntf<IWatchlistIntegration>& iIntegration,
-    TWatchlistCategory& ioCategory) {
-  ioCategory.LstPlugin().FindOrAdd(iIntegration).LstItem().Add(std::move(iItem));
+    TLstWatchlistCategory& ioLst) {
+  TWatchlistCategory* category = ioLst.FindCategoryById(iItem->ParentCategoryId());
+  if (category == nullptr) category = ioLst.FindCategoryById(cEmptyGuid);
+  if (category == nullptr) return;
+  category->LstPlugin().FindOrAdd(iIntegration).LstItem().Add(std::move(iItem));
 }
 
 }  // namespace kk

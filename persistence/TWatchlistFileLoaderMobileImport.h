@@ -27,7 +27,7 @@ class TWatchlistFileLoaderMobileImport : public TParserBaseSimpleXML {
                                                             const TIntf<ISearchResult>& iResult);
   static void SaveToIntegration(std::unique_ptr<TWatchlistItem> iItem,
                                 const TIntf<IWatchlistIntegration>& iIntegration,
-                                TWatchlistCategory& ioCategory);
+                                TLstWatchlistCategory& ioLst);
 };
 
 }  // namespace kk

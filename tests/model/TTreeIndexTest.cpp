@@ -155,5 +155,25 @@ TEST(TLstWatchlistCategory, ManyCategoriesAreFoundById) {
   EXPECT_EQ(lst.GetCount(), 0);
 }
 
+// Where each look-up went through all of them, it would take the square of them.
+TEST(TLstWatchlistCategory, AnIdOfManyCategoriesIsFoundBehindManyOthers) {
+  constexpr int cCount = 100000;
+  TTestModelRoot root;
+  TLstWatchlistCategory& lst = root.RootCategories();
+  const std::vector<TGuid> ids = {NewGuid(), NewGuid()};
+  for (int i = 0; i < cCount; ++i) AddCategory(lst, u"K");
+  for (int i = 0; i < cCount; ++i) AddCategory(lst, u"K", ids[static_cast<size_t>(i % 2)]);
+  for (int i = 0; i < cCount; ++i) {
+    const int which = i % 2;
+    ASSERT_EQ(lst.FindCategoryById(ids[static_cast<size_t>(which)]), &lst.GetItems(cCount + which));
+  }
+  lst.Delete(cCount);
+  EXPECT_EQ(lst.FindCategoryById(ids[0]), &lst.GetItems(cCount + 1));
+  lst.Move(cCount + 3, 0);
+  EXPECT_EQ(lst.FindCategoryById(ids[0]), &lst.GetItems(0));
+  lst.GetItems(0).SetId(NewGuid());
+  EXPECT_EQ(lst.FindCategoryById(ids[0]), &lst.GetItems(cCount + 2));
+}
+
 }  // namespace
 }  // namespace kk
