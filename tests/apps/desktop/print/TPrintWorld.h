@@ -8,25 +8,14 @@
 #include "TPdfReader.h"
 #include "apps/desktop/print/PdfDocument.h"
 #include "tests/support/TTempFolder.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
-
-/// Qt without a screen, made by the first test that needs it and left to the end of the process.
-inline QApplication& Application() {
-  static int count = 1;
-  static char name[] = "test";
-  static char* arguments[] = {name, nullptr};
-  static QApplication* const application = [] {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return new QApplication(count, arguments);
-  }();
-  return *application;
-}
 
 /// A list as the watch list prints it, and the PDF that becomes of it.
 class TPrintWorld : public testing::Test {
  protected:
-  TPrintWorld() { Application(); }
+  TPrintWorld() { NeedQt(); }
 
   static TPrintContent List(size_t iRows) {
     TPrintContent content{

@@ -14,13 +14,9 @@
 #include "host/controls/TVirtualStringTree.h"
 #include "host/results/TResultTable.h"
 #include "tests/support/TTempFolder.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
-
-/// Makes the one QApplication of these tests, on a screen that is none, if there is none yet.
-void NeedQt();
-/// Turns the loop until the condition holds; false if that takes longer than half a minute.
-bool CrankUntil(const std::function<bool()>& iCondition);
 
 /// A tray that is there or not, as the test says.
 class TFakeTrayIcon : public TTrayIcon {

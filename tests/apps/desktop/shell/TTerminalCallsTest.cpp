@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
-#include <chrono>
 
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TQtMainLoop.h"
@@ -19,6 +18,8 @@
 #include "tests/support/TFakeWatchlistPlugin.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TTempFolder.h"
+#include "tests/support/TurnUntil.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 namespace {
@@ -27,20 +28,11 @@ using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-void NeedApplication() {
-  if (QCoreApplication::instance() != nullptr) return;
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static int count = 1;
-  static char name[] = "test";
-  static char* arguments[] = {name, nullptr};
-  static QApplication application(count, arguments);
-}
-
 /// The window's process, and a terminal whose lines the test writes and reads.
 class TTerminalCallsTest : public testing::Test {
  protected:
   TTerminalCallsTest() {
-    NeedApplication();
+    NeedQt();
     Plugins().Add(List);
     Plugins().Add(Shop);
     Host.Find();
@@ -54,28 +46,18 @@ class TTerminalCallsTest : public testing::Test {
     Plugins().Clear();
   }
 
-  template <class TCondition>
-  bool CrankUntil(TCondition iCondition) {
-    const auto last = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!iCondition()) {
-      if (std::chrono::steady_clock::now() > last) return false;
-      Loop.ProcessMessages();
-      Loop.WaitForMessage(1);
-    }
-    return true;
-  }
   /// Makes the call, and adds it.
   void Call(std::vector<TString> iWords, bool iIsInteractive = false) {
     THostMessage call = THostClient::First(THostMessage::TKind::Call, std::move(iWords));
     call.IsInteractive = iIsInteractive;
     ASSERT_TRUE(Terminal.Send(call));
     std::shared_ptr<THostPeer> peer;
-    ASSERT_TRUE(CrankUntil([&] { return (peer = Server.TakeCaller()) != nullptr; }));
+    ASSERT_TRUE(TurnUntil(Loop, [&] { return (peer = Server.TakeCaller()) != nullptr; }));
     Calls->Add(peer);
   }
   /// Receives up to the end; the exit code, or -1.
   int Receive() {
-    CrankUntil([&] { return !Terminal.Receive(1, Messages); });
+    EXPECT_TRUE(TurnUntil(Loop, [&] { return !Terminal.Receive(1, Messages); }));
     for (const THostMessage& message : Messages) {
       if (message.Kind == THostMessage::TKind::Exit) return message.ExitCode;
       Lines.push_back(ToUtf8(message.Text));

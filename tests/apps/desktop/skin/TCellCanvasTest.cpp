@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QImage>
 
-#include "OffscreenQt.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 namespace {

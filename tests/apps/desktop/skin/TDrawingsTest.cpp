@@ -14,11 +14,11 @@
 #include <set>
 #include <sstream>
 
-#include "OffscreenQt.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawingColors.h"
 #include "apps/desktop/skin/TTheme.h"
 #include "tests/support/TLogRecorder.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <QTimer>
 
-#include "OffscreenQt.h"
 #include "tests/support/LoopTimersContract.h"
 #include "tests/support/TScriptedFormHost.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 namespace {

@@ -7,7 +7,6 @@
 #include <QMouseEvent>
 #include <QWidget>
 
-#include "OffscreenQt.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TBinder.h"
 #include "apps/desktop/skin/TQtMainLoop.h"
@@ -15,6 +14,7 @@
 #include "host/base/TInstalled.h"
 #include "host/controls/TForm.h"
 #include "tests/support/TLogRecorder.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "OffscreenQt.h"
 #include "apps/desktop/skin/TBinder.h"
 #include "apps/desktop/skin/TSkin.h"
 #include "host/controls/TForm.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 

@@ -15,11 +15,11 @@
 #include <chrono>
 #include <memory>
 
-#include "OffscreenQt.h"
 #include "apps/desktop/skin/TColorScheme.h"
 #include "apps/desktop/skin/TDrawingColors.h"
 #include "tests/support/TServerProcess.h"
 #include "tests/support/TSessionBus.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 namespace {

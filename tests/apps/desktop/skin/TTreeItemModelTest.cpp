@@ -7,10 +7,10 @@
 #include <QPersistentModelIndex>
 #include <map>
 
-#include "OffscreenQt.h"
 #include "TTesterMessages.h"
 #include "apps/desktop/skin/QtText.h"
 #include "host/base/Exception.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 namespace kk {
 namespace {

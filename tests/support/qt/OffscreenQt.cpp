@@ -1,4 +1,4 @@
-#include "OffscreenQt.h"
+#include "tests/support/qt/OffscreenQt.h"
 
 #include <QApplication>
 #include <chrono>
@@ -9,6 +9,7 @@ namespace kk {
 void NeedQt() {
   if (QCoreApplication::instance() != nullptr) return;
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
   static int count = 1;
   static char name[] = "tests";
   static char* arguments[] = {name, nullptr};
@@ -19,7 +20,7 @@ void NeedQt() {
 }
 
 bool CrankUntil(const std::function<bool()>& iCondition) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   while (!iCondition()) {
     if (std::chrono::steady_clock::now() > end) return false;
     // Waits for an event in the system, not for time to go by.
