@@ -7,36 +7,21 @@
 #include "apps/cli/TCliPopUps.h"
 #include "apps/cli/TerminalText.h"
 #include "host/base/Exception.h"
-#include "host/base/TClock.h"
 #include "host/base/TMainLoop.h"
-#include "host/common/KKDat.h"
 #include "host/common/PlaySound.h"
 #include "host/common/TFileHelper.h"
 #include "host/common/TFileWriter.h"
 #include "host/common/TIniFileSectionCommunication.h"
-#include "host/common/TKKCommonEmail.h"
-#include "host/common/TKKCommonSms.h"
-#include "host/common/TOutlook.h"
-#include "host/common/TVersionHelper.h"
-#include "host/controls/TfrmKKCommonMessageDlg.h"
 #include "host/controls/TfrmKKCommonNotifier.h"
 #include "host/controls/TfrmKKCommonWait.h"
 #include "host/delivery/TDeliveries.h"
+#include "host/delivery/TDeliveryTrial.h"
 
 namespace kk {
 namespace {
 
 constexpr int cTurnMs = 50;
 constexpr auto cLongestWait = std::chrono::seconds(15);
-constexpr int64_t cAppointmentAheadMs = 15 * TDateTime::cMsPerMinute;
-
-// What the watch list proposes for its reminders.
-TString SoundFile() {
-  return IniFile().ReadString(u"Watchlist", u"SoundFile",
-                              TFileHelper::GetLocalFileName(u"remind.wav"));
-}
-
-TString WithVersion(TStringView iText) { return TVersionHelper::ReplaceVersionParams(iText); }
 
 TWindowPosition PositionOf(int iSetting) {
   return iSetting == 0 || iSetting == 1 ? static_cast<TWindowPosition>(iSetting)
@@ -72,7 +57,7 @@ bool TCliTest::Run(const TCliArguments& iCall) {
 }
 
 void TCliTest::Sound(const std::optional<TString>& iFile) {
-  const TString file = iFile.value_or(SoundFile());
+  const TString file = iFile.value_or(TDeliveryTrial::SoundFile());
   if (!FileExists(file)) {
     throw Exception(Format(u"Die Tondatei gibt es nicht: %s", {ForTerminal(file)}));
   }
@@ -96,14 +81,7 @@ void TCliTest::Email() {
   TString address;
   const bool confirmed = TIniFileSectionCommunication().GetEMail(address);
   if (Trim(address).empty()) NotSet(u"E-Mail-Adresse", u"EMail");
-  TString error;
-  const TEmail email{WithVersion(u"Kaufkobolde %MV%SV - Test"),
-                     WithVersion(u"Der Versand von E-Mails funktioniert.\r\n\r\nGesendet am ") +
-                         DateTimeToStr(Now()) + WithVersion(u" mit Kaufkobolde %MV%SV"),
-                     address, KKDat().SenderAddress(), u"Kaufkobolde"};
-  if (!TKKCommonEmail::SendNow(email, error)) {
-    throw Exception(Format(u"Die E-Mail wurde nicht verschickt: %s", {ForTerminal(error)}));
-  }
+  TDeliveryTrial::SendMail(address);
   Print(Format(u"Der Postausgang hat die E-Mail an %s angenommen.", {ForTerminal(address)}));
   if (confirmed) return;
   Print(
@@ -114,55 +92,25 @@ void TCliTest::Email() {
 bool TCliTest::Sms() {
   const TString number = TIniFileSectionCommunication().GetSMS();
   if (Trim(number).empty()) NotSet(u"Rufnummer", u"SMS");
-  const TString question =
-      Format(u"Jetzt eine SMS an %s schicken? Das kann Geld kosten.", {ForTerminal(number)});
-  if (!TfrmKKCommonMessageDlg::Display(nullptr, question, u"&Ja, schicken",
-                                       u"Die SMS wird verschickt.", u"&Nein, abbrechen",
-                                       u"Es wird nichts verschickt.")) {
+  if (!TDeliveryTrial::AskForSms(nullptr, ForTerminal(number))) {
     FContext.Console.Complain(u"Es wurde keine SMS verschickt. Mit --yes wird nicht gefragt.");
     return false;
   }
-  TSMSResult result = TSMSResult::srOk;
-  TString error;
-  if (!TKKCommonSms::Send(WithVersion(u"Kaufkobolde %MV%SV - Test"), number, result, error,
-                          Now())) {
-    throw Exception(Format(u"Die SMS wurde nicht verschickt: (%d) %s",
-                           {static_cast<int>(result), ForTerminal(error)}));
-  }
+  TDeliveryTrial::SendSms(number);
   Print(Format(u"Der SMS-Dienst hat die SMS an %s angenommen.", {ForTerminal(number)}));
   return true;
 }
 
 void TCliTest::Calendar() {
-  const TDateTime start = Now().PlusMs(cAppointmentAheadMs);
-  const std::unique_ptr<TOutlook> calendar = CreateOutlook();
-  const TString id = calendar->AddAppointment(WithVersion(u"Kaufkobolde %MV%SV"),
-                                              u"Ein Test, der gleich wieder gelöscht wird.",
-                                              u"Test von Kaufkobolde", 0, start, 1);
-  Print(Format(u"Eingetragen für %s: %s", {DateTimeToStr(start), ForTerminal(id)}));
-  TString reason = u"Er ist nicht mehr da";
-  bool deleted = false;
-  try {
-    deleted = calendar->DeleteAppointment(id);
-  } catch (const Exception& e) {
-    reason = e.Message();
-  }
-  if (!deleted) {
-    throw Exception(
-        Format(u"Der Termin ließ sich nicht wieder löschen: %s. Bitte sehen Sie im "
-               u"Kalender nach.",
-               {ForTerminal(reason)}));
-  }
+  TDeliveryTrial::TryCalendar([this](TDateTime iStart, const TString& iId) {
+    Print(Format(u"Eingetragen für %s: %s", {DateTimeToStr(iStart), ForTerminal(iId)}));
+  });
   Print(u"Und wieder gelöscht. Der Kalender funktioniert.");
 }
 
 void TCliTest::Notifier() {
   const int position = TIniFileSectionCommunication().GetNotifierPosition();
-  TNotification notification;
-  notification.Position = PositionOf(position);
-  notification.Id = NewGuid();
-  notification.Title = u"Erinnerung";
-  notification.Caption = WithVersion(u"Kaufkobolde %MV%SV - Test");
+  TNotification notification = TDeliveryTrial::Notification(PositionOf(position));
   if (notification.Position == TWindowPosition::wpPopUp) {
     TCliPopUps(FContext.Console).Show(notification);
     return Print(u"Das Meldungsfenster ist im Terminal gezeigt (NotifierPosition 2).");

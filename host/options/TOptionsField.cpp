@@ -8,28 +8,21 @@ namespace kk {
 
 namespace {
 
-constexpr TStringView cSection = u"Communication";
 constexpr TStringView cAddressKey = u"EMail";
 
 }  // namespace
 
 TOptionsField::TOptionsField(TPanel& ioFrame, TStringView iName, TStringView iCaption,
                              TStringView iKey, TStringView iComplaint)
-    : Row(&ioFrame, u"pnl" + TString(iName)),
-      Label(&Row, u"lbl" + TString(iName), iCaption),
-      Edit(&Row, u"edt" + TString(iName)),
-      FKey(iKey),
-      FComplaint(iComplaint) {
-  Row.SetArrangement(TArrangement::arRow);
-}
+    : TOptionsRow(ioFrame, iName, iCaption, iKey), FComplaint(iComplaint) {}
 
-TString TOptionsField::Stored() const { return IniFile().ReadString(cSection, FKey, {}); }
+TString TOptionsField::Stored() const { return IniFile().ReadString(cSection, Key(), {}); }
 
 void TOptionsField::Load() { Edit.SetText(Stored()); }
 
 bool TOptionsField::Validate(TString& oMessage, TControl*& oControl) {
   try {
-    TCommunicationCheck::Value(FKey, Edit.Text());
+    TCommunicationCheck::Value(Key(), Edit.Text());
   } catch (const EConvertError&) {
     oMessage = FComplaint;
     oControl = &Edit;
@@ -39,13 +32,13 @@ bool TOptionsField::Validate(TString& oMessage, TControl*& oControl) {
 }
 
 void TOptionsField::Save() {
-  const TString value = TCommunicationCheck::Value(FKey, Edit.Text());
-  if (FKey == cAddressKey) {
+  const TString value = TCommunicationCheck::Value(Key(), Edit.Text());
+  if (Key() == cAddressKey) {
     TIniFileSectionCommunication().SetEMail(value);
   } else if (value.empty()) {
-    IniFile().DeleteKey(cSection, FKey);
+    IniFile().DeleteKey(cSection, Key());
   } else {
-    IniFile().WriteString(cSection, FKey, value);
+    IniFile().WriteString(cSection, Key(), value);
   }
   Edit.SetText(value);
 }

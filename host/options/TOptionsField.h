@@ -1,17 +1,14 @@
 #pragma once
 
-#include "host/controls/TEdit.h"
-#include "host/controls/TLabel.h"
-#include "host/controls/TPanel.h"
+#include "host/options/TOptionsRow.h"
 
 namespace kk {
 
-/// A text of the settings' section "Communication" on a page: a label and a line to edit it, in a
-/// row. Main thread.
-class TOptionsField {
+/// A text of the settings' section "Communication" on a page. Main thread.
+class TOptionsField : public TOptionsRow {
  public:
-  /// iName: what follows "pnl", "lbl" and "edt" in the controls' names. iComplaint: what a user
-  /// reads who has entered something else than the key takes (TCommunicationCheck).
+  /// iComplaint: what a user reads who has entered something else than the key takes
+  /// (TCommunicationCheck).
   TOptionsField(TPanel& ioFrame, TStringView iName, TStringView iCaption, TStringView iKey,
                 TStringView iComplaint = {});
 
@@ -24,12 +21,7 @@ class TOptionsField {
   /// What is in the field, without the blanks at its ends.
   TString Entered() const { return Trim(Edit.Text()); }
 
-  TPanel Row;
-  TLabel Label;
-  TEdit Edit;
-
  private:
-  TString FKey;
   TString FComplaint;
 };
 

@@ -5,28 +5,18 @@
 
 namespace kk {
 
-namespace {
-
-constexpr TStringView cSection = u"Communication";
-
-}  // namespace
-
 TOptionsSecret::TOptionsSecret(TPanel& ioFrame, TStringView iName, TStringView iCaption,
                                TStringView iRemoveCaption, TStringView iKey)
-    : Row(&ioFrame, u"pnl" + TString(iName)),
-      Label(&Row, u"lbl" + TString(iName), iCaption),
-      Edit(&Row, u"edt" + TString(iName)),
+    : TOptionsRow(ioFrame, iName, iCaption, iKey),
       Remove(&Row, u"btn" + TString(iName), iRemoveCaption),
-      State(&ioFrame, u"lblState" + TString(iName)),
-      FKey(iKey) {
-  Row.SetArrangement(TArrangement::arRow);
+      State(&ioFrame, u"lblState" + TString(iName)) {
   Edit.SetPassword(true);
   Edit.SetOnChange(TNotifyEvent::Of<&TOptionsSecret::EditChange>(this));
   Remove.SetOnClick(TNotifyEvent::Of<&TOptionsSecret::RemoveClick>(this));
 }
 
 void TOptionsSecret::Load() {
-  FIsStored = !SecretStore().Read(cSection, FKey).empty();
+  FIsStored = !SecretStore().Read(cSection, Key()).empty();
   FIsToGo = false;
   Edit.SetText({});
   ShowState();
@@ -34,7 +24,7 @@ void TOptionsSecret::Load() {
 
 void TOptionsSecret::Save() {
   if (Edit.Text().empty() && !FIsToGo) return;
-  SecretStore().Write(cSection, FKey, Edit.Text());
+  SecretStore().Write(cSection, Key(), Edit.Text());
   FIsStored = !Edit.Text().empty();
   FIsToGo = false;
   Edit.SetText({});
@@ -46,7 +36,7 @@ void TOptionsSecret::ShowState() {
   if (!Edit.Text().empty()) return State.SetCaption(u"Wird beim Speichern übernommen.");
   if (FIsToGo) return State.SetCaption(u"Wird beim Speichern entfernt.");
   if (!FIsStored) return State.SetCaption(u"Nicht gespeichert.");
-  State.SetCaption(IniFile().HasKey(cSection, FKey)
+  State.SetCaption(IniFile().HasKey(cSection, Key())
                        ? u"Gespeichert in der Einstellungsdatei, die nur Sie lesen können. "
                          u"Leer heißt: bleibt, wie es ist."
                        : u"Gespeichert im Schlüsselbund. Leer heißt: bleibt, wie es ist.");

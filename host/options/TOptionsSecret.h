@@ -1,18 +1,16 @@
 #pragma once
 
 #include "host/controls/TButton.h"
-#include "host/controls/TEdit.h"
-#include "host/controls/TLabel.h"
-#include "host/controls/TPanel.h"
+#include "host/options/TOptionsRow.h"
 
 namespace kk {
 
 /// A password or token of the section "Communication" on a page. It lies in SecretStore() and is
 /// never shown: the line is for a new one alone, and a label says whether and where there is one.
 /// Main thread.
-class TOptionsSecret : public TObject {
+class TOptionsSecret : public TOptionsRow {
  public:
-  /// iName: what follows "pnl", "lbl", "edt" and "btn" in the controls' names.
+  /// iName: also what follows "btn" in the name of the button.
   TOptionsSecret(TPanel& ioFrame, TStringView iName, TStringView iCaption,
                  TStringView iRemoveCaption, TStringView iKey);
 
@@ -21,9 +19,6 @@ class TOptionsSecret : public TObject {
   /// Raises Exception if it could be kept nowhere.
   void Save();
 
-  TPanel Row;
-  TLabel Label;
-  TEdit Edit;
   TButton Remove;
   TLabel State;
 
@@ -32,7 +27,6 @@ class TOptionsSecret : public TObject {
   void RemoveClick(TObject* Sender);
   void EditChange(TObject* Sender);
 
-  TString FKey;
   bool FIsStored = false;
   bool FIsToGo = false;
 };

@@ -32,8 +32,4 @@ class TframOptionsBase : public TPanel {
   std::vector<TOptionsSecret*> FSecrets;
 };
 
-/// What stands below the button that tries a way.
-inline constexpr TStringView cOptionsTrialNote =
-    u"Zum Testen werden die Angaben dieser Seite gespeichert.";
-
 }  // namespace kk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/options/TOptionsTrial.h"
 #include "host/options/TframOptionsBase.h"
 
 namespace kk {
@@ -16,9 +17,7 @@ class TframOptionsCalendar final : public TframOptionsBase {
   TOptionsSecret Password{*this, u"CalendarPassword", u"&Kennwort", u"&Entfernen",
                           u"CalendarPassword"};
   TOptionsField Folder{*this, u"CalendarFolder", u"O&rdner, wenn ohne Adresse", u"CalendarFolder"};
-  TPanel pnlTest{this, u"pnlTest"};
-  TButton btnTest{&pnlTest, u"btnTest", u"&Testen"};
-  TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};
+  TOptionsTrial Trial{*this, TNotifyEvent::Of<&TframOptionsCalendar::btnTestClick>(this)};
 
  private:
   void btnTestClick(TObject* Sender);

@@ -1,13 +1,11 @@
 #include "host/options/TframOptionsEmail.h"
 
 #include "host/base/Exception.h"
-#include "host/base/TClock.h"
-#include "host/common/KKDat.h"
 #include "host/common/TIniFileSectionCommunication.h"
 #include "host/common/TKKCommonEmail.h"
-#include "host/common/TVersionHelper.h"
 #include "host/controls/TForm.h"
 #include "host/controls/TfrmMessageDlg.h"
+#include "host/delivery/TDeliveryTrial.h"
 #include "host/delivery/TEmailConfirmation.h"
 
 namespace kk {
@@ -15,8 +13,6 @@ namespace kk {
 namespace {
 
 constexpr TStringView cAnotherCode = u"Lassen Sie einen neuen schicken.";
-
-TString WithVersion(TStringView iText) { return TVersionHelper::ReplaceVersionParams(iText); }
 
 TString Tries(int iLeft) {
   return iLeft == 1 ? TString(u"einen Versuch") : Format(u"%d Versuche", {iLeft});
@@ -54,12 +50,10 @@ TframOptionsEmail::TframOptionsEmail() : TframOptionsBase(u"framOptionsEmail") {
   using TSelf = TframOptionsEmail;
   Hold({&EMail, &From, &Server, &User}, {&Password});
   pnlCode.SetArrangement(TArrangement::arRow);
-  pnlTest.SetArrangement(TArrangement::arRow);
   EMail.Edit.SetOnChange(TNotifyEvent::Of<&TSelf::edtEMailChange>(this));
   btnSendCode.SetOnClick(TNotifyEvent::Of<&TSelf::btnSendCodeClick>(this));
   btnConfirm.SetOnClick(TNotifyEvent::Of<&TSelf::btnConfirmClick>(this));
   edtCode.SetOnKeyPress(TKeyPressEvent::Of<&TSelf::edtCodeKeyPress>(this));
-  btnTest.SetOnClick(TNotifyEvent::Of<&TSelf::btnTestClick>(this));
 }
 
 void TframOptionsEmail::LoadSettings() {
@@ -117,14 +111,7 @@ void TframOptionsEmail::btnTestClick(TObject*) {
   if (!SaveForTrial()) return;
   const TString address = EMail.Stored();
   if (address.empty()) throw Exception(u"Es ist noch keine E-Mail-Adresse eingestellt.");
-  TString error;
-  const TEmail email{WithVersion(u"Kaufkobolde %MV%SV - Test"),
-                     WithVersion(u"Der Versand von E-Mails funktioniert.\r\n\r\nGesendet am ") +
-                         DateTimeToStr(Now()) + WithVersion(u" mit Kaufkobolde %MV%SV"),
-                     address, KKDat().SenderAddress(), u"Kaufkobolde"};
-  if (!TKKCommonEmail::SendNow(email, error)) {
-    throw Exception(Format(u"Die E-Mail wurde nicht verschickt: %s", {error}));
-  }
+  TDeliveryTrial::SendMail(address);
   ShowMessage(Format(u"Der Postausgang hat die E-Mail an %s angenommen.", {address}));
 }
 

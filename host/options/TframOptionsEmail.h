@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/options/TOptionsTrial.h"
 #include "host/options/TframOptionsBase.h"
 
 namespace kk {
@@ -29,9 +30,7 @@ class TframOptionsEmail final : public TframOptionsBase {
   TLabel lblCode{&pnlCode, u"lblCode", u"Co&de"};
   TEdit edtCode{&pnlCode, u"edtCode"};
   TButton btnConfirm{&pnlCode, u"btnConfirm", u"Bestät&igen"};
-  TPanel pnlTest{this, u"pnlTest"};
-  TButton btnTest{&pnlTest, u"btnTest", u"&Testen"};
-  TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};
+  TOptionsTrial Trial{*this, TNotifyEvent::Of<&TframOptionsEmail::btnTestClick>(this)};
 
  private:
   void ShowConfirmed();

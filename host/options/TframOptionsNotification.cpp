@@ -7,23 +7,22 @@
 #include "host/common/TFileHelper.h"
 #include "host/common/TFileWriter.h"
 #include "host/common/TIniFileSectionCommunication.h"
-#include "host/common/TVersionHelper.h"
 #include "host/controls/TfrmKKCommonNotifier.h"
 #include "host/controls/TfrmKKCommonWait.h"
 #include "host/controls/TfrmMSNPopUpBase.h"
+#include "host/delivery/TDeliveryTrial.h"
 
 namespace kk {
 
 namespace {
 
-constexpr TStringView cTrialCaption = u"Kaufkobolde %MV%SV - Test";
-
 /// The pop-up of a trial.
 class TfrmTrialPopUp final : public TfrmMSNPopUpBase {
  public:
-  explicit TfrmTrialPopUp(TStringView iText) : TfrmMSNPopUpBase(nullptr, u"TfrmTrialPopUp") {
-    SetCaption(u"Erinnerung");
-    FText.SetCaption(iText);
+  explicit TfrmTrialPopUp(const TNotification& iNotification)
+      : TfrmMSNPopUpBase(nullptr, u"TfrmTrialPopUp") {
+    SetCaption(iNotification.Title);
+    FText.SetCaption(iNotification.Caption);
   }
 
  private:
@@ -34,12 +33,6 @@ class TfrmTrialPopUp final : public TfrmMSNPopUpBase {
 int PositionOf(int iSetting) {
   const int own = static_cast<int>(TWindowPosition::wpPopUp);
   return iSetting >= 0 && iSetting < own ? iSetting : own;
-}
-
-// What the watch list proposes for its reminders.
-TString SoundFile() {
-  return IniFile().ReadString(u"Watchlist", u"SoundFile",
-                              TFileHelper::GetLocalFileName(u"remind.wav"));
 }
 
 }  // namespace
@@ -70,15 +63,12 @@ void TframOptionsNotification::SaveSettings() {
 
 void TframOptionsNotification::btnTestWindowClick(TObject*) {
   if (!SaveForTrial()) return;
-  TNotification notification;
-  notification.Position = static_cast<TWindowPosition>(cmbxPosition.ItemIndex());
-  notification.Id = NewGuid();
-  notification.Title = u"Erinnerung";
-  notification.Caption = TVersionHelper::ReplaceVersionParams(cTrialCaption);
+  const TNotification notification =
+      TDeliveryTrial::Notification(static_cast<TWindowPosition>(cmbxPosition.ItemIndex()));
   if (notification.Position != TWindowPosition::wpPopUp || !FApplication) {
     return Notifier().Display(notification);
   }
-  auto form = std::make_unique<TfrmTrialPopUp>(notification.Caption);
+  auto form = std::make_unique<TfrmTrialPopUp>(notification);
   if (!FApplication->ShowNotificationWindow(form.get())) {
     throw Exception(u"Das Fenster ließ sich nicht zeigen.");
   }
@@ -86,7 +76,7 @@ void TframOptionsNotification::btnTestWindowClick(TObject*) {
 }
 
 void TframOptionsNotification::btnTestSoundClick(TObject*) {
-  const TString file = SoundFile();
+  const TString file = TDeliveryTrial::SoundFile();
   if (!FileExists(file)) throw Exception(Format(u"Die Tondatei gibt es nicht: %s", {file}));
   TString failure;
   TfrmKKCommonWait::Run(u"Der Ton wird abgespielt", [&](const std::stop_token&) {

@@ -2,6 +2,7 @@
 
 #include "host/contract/IApplication.h"
 #include "host/controls/TComboBox.h"
+#include "host/options/TOptionsTrial.h"
 #include "host/options/TframOptionsBase.h"
 
 namespace kk {

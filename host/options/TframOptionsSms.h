@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/options/TOptionsTrial.h"
 #include "host/options/TframOptionsBase.h"
 
 namespace kk {
@@ -16,9 +17,7 @@ class TframOptionsSms final : public TframOptionsBase {
                         u"Die Adresse des SMS-Dienstes muss mit https:// oder http:// beginnen, "
                         u"ohne Benutzer und Kennwort darin."};
   TOptionsSecret Token{*this, u"SmsToken", u"&Zugangsschlüssel", u"&Entfernen", u"SmsToken"};
-  TPanel pnlTest{this, u"pnlTest"};
-  TButton btnTest{&pnlTest, u"btnTest", u"&Testen"};
-  TLabel lblTest{&pnlTest, u"lblTest", cOptionsTrialNote};
+  TOptionsTrial Trial{*this, TNotifyEvent::Of<&TframOptionsSms::btnTestClick>(this)};
 
  private:
   void btnTestClick(TObject* Sender);

@@ -13,16 +13,13 @@
 #include "host/base/TInstalled.h"
 #include "host/common/PlaySound.h"
 #include "host/common/TFileHelper.h"
-#include "host/common/TIniFileSectionCommunication.h"
-#include "host/common/TKKCommonEmail.h"
-#include "host/common/TKKCommonSms.h"
-#include "host/common/TKKIniFile.h"
-#include "host/common/TOutlook.h"
 #include "host/controls/TfrmKKCommonNotifier.h"
 #include "host/delivery/TDeliveries.h"
+#include "tests/support/TFakeWays.h"
 #include "tests/support/TSessionBus.h"
 #include "tests/support/TTempFolder.h"
 #include "tests/support/TTestClock.h"
+#include "tests/support/TTestIniFile.h"
 
 namespace kk {
 namespace {
@@ -31,74 +28,6 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-
-/// Everything behind the doors: each records what it is asked and answers as it is told.
-class TFakeWays : public ISoundPlayer,
-                  public IEmailSender,
-                  public ISmsSender,
-                  public IOutlookFactory,
-                  public INotifier {
- public:
-  bool Play(TStringView iFileName) override {
-    Calls.push_back("play " + ToUtf8(iFileName));
-    errno = Error;
-    return Plays;
-  }
-  bool Send(const TEmail&, TString&) override { return false; }
-  bool SendNow(const TEmail& iEmail, TString& oError) override {
-    Calls.push_back("mail " + ToUtf8(iEmail.Recipient) + ": " + ToUtf8(iEmail.Subject));
-    Mail = iEmail;
-    oError = Failure;
-    return Failure.empty();
-  }
-  bool Send(TStringView iMessage, TStringView iNumber, TDateTime iWhen, TSMSResult& oResult,
-            TString& oErrorText) override {
-    Calls.push_back("sms " + ToUtf8(iNumber) + ": " + ToUtf8(iMessage) + " at " +
-                    ToUtf8(DateTimeToIso(iWhen)));
-    oResult = Failure.empty() ? TSMSResult::srOk : TSMSResult::srNoCredit;
-    oErrorText = Failure;
-    return Failure.empty();
-  }
-  std::unique_ptr<TOutlook> Create() override;
-  void Display(const TNotification& iNotification) override {
-    Calls.push_back("show " + ToUtf8(iNotification.Caption));
-    Position = iNotification.Position;
-    if (!Failure.empty()) throw Exception(Failure);
-    if (ByDesktop) MainLoop().Post([this, iNotification] { iNotification.OnShown(*ByDesktop); });
-  }
-
-  std::vector<std::string> Calls;
-  bool Plays = true;
-  int Error = 0;
-  TString Failure;
-  TEmail Mail;
-  std::optional<bool> ByDesktop;
-  TWindowPosition Position = TWindowPosition::wpPopUp;
-  bool Deletes = true;
-  TString DeleteFailure;
-};
-
-class TFakeCalendar : public TOutlook {
- public:
-  explicit TFakeCalendar(TFakeWays& ioWays) : FWays(ioWays) {}
-  TString AddAppointment(TStringView iSubject, TStringView, TStringView, int iFlag,
-                         TDateTime iStart, int iCount) override {
-    if (!FWays.Failure.empty()) throw Exception(FWays.Failure);
-    FWays.Calls.push_back("enter " + ToUtf8(iSubject) + " at " + ToUtf8(DateTimeToIso(iStart)) +
-                          " " + std::to_string(iFlag) + std::to_string(iCount));
-    return u"id-1";
-  }
-  bool DeleteAppointment(TStringView iEntryId) override {
-    FWays.Calls.push_back("delete " + ToUtf8(iEntryId));
-    if (!FWays.DeleteFailure.empty()) throw Exception(FWays.DeleteFailure);
-    return FWays.Deletes;
-  }
-
- private:
-  TFakeWays& FWays;
-};
-
-std::unique_ptr<TOutlook> TFakeWays::Create() { return std::make_unique<TFakeCalendar>(*this); }
 
 class TCliTestTest : public testing::Test {
  protected:
@@ -118,16 +47,10 @@ class TCliTestTest : public testing::Test {
   const std::vector<std::string>& Printed() { return World.Console.Printed(); }
 
   TTempFolder Folder{true};
-  TKKIniFile File{Folder.File(u"test.ini")};
-  TInstalled<TKKIniFile> FileInstalled{&SetIniFile, &File};
+  TTestIniFile File{Folder.File(u"test.ini")};
   TTestClock Clock;
   TCliWorld World;
   TFakeWays Ways;
-  TInstalled<ISoundPlayer> SoundInstalled{&SetSoundPlayer, &Ways};
-  TInstalled<IEmailSender> MailInstalled{&SetEmailSender, &Ways};
-  TInstalled<ISmsSender> SmsInstalled{&SetSmsSender, &Ways};
-  TInstalled<IOutlookFactory> CalendarInstalled{&SetOutlookFactory, &Ways};
-  TInstalled<INotifier> NotifierInstalled{&SetNotifier, &Ways};
 };
 
 TEST_F(TCliTestTest, OnlyItsOwnCommandsAreKnown) {
@@ -158,8 +81,7 @@ TEST_F(TCliTestTest, AnotherSoundMayBeNamed) {
 
 TEST_F(TCliTestTest, ASoundThatIsNotPlayedIsToldWithTheReason) {
   Folder.Write(u"neu.wav", "x");
-  Ways.Plays = false;
-  Ways.Error = EACCES;
+  Ways.PlayError = EACCES;
   EXPECT_EQ(Failure({u"test", u"sound", u"--sound", Folder.File(u"neu.wav")}),
             "Der Ton " + Folder.Path() + "/neu.wav wurde nicht abgespielt: Zugriff verweigert");
   EXPECT_THAT(Printed(), IsEmpty());
@@ -332,15 +254,14 @@ TEST_F(TCliTestTest, ANotificationIsWaitedForUntilItIsShown) {
   Set(u"NotifierPosition", u"1");
   Ways.ByDesktop = true;
   EXPECT_TRUE(Run({u"test", u"notifier"}));
-  EXPECT_THAT(Ways.Calls, ElementsAre("show Kaufkobolde 7.0 - Test"));
-  EXPECT_EQ(Ways.Position, TWindowPosition::wpDesktopLasting);
+  EXPECT_THAT(Ways.Calls, ElementsAre("show 1 Kaufkobolde 7.0 - Test"));
   EXPECT_THAT(Printed(), ElementsAre("Der Desktop hat die Benachrichtigung gezeigt."));
 }
 
 TEST_F(TCliTestTest, ANotificationThatTheDesktopDoesNotShowIsTold) {
   Ways.ByDesktop = false;
   EXPECT_TRUE(Run({u"test", u"notifier"}));
-  EXPECT_EQ(Ways.Position, TWindowPosition::wpDesktop);
+  EXPECT_THAT(Ways.Calls, ElementsAre("show 0 Kaufkobolde 7.0 - Test"));
   EXPECT_THAT(Printed(),
               ElementsAre("Der Desktop zeigt keine Benachrichtigungen; sie steht im Terminal."));
 }

@@ -1,5 +1,6 @@
 #include "TOptionsWorld.h"
 #include "host/common/TIniFileSectionBase.h"
+#include "host/common/TIniFileSectionCommunication.h"
 #include "host/controls/TfrmKKCommonWait.h"
 #include "host/controls/TfrmMSNPopUpBase.h"
 #include "host/options/TframOptionsCalendar.h"
@@ -216,7 +217,7 @@ TEST_F(TEmailPageTest, ACodeThatDoesNotGoOutIsTold) {
 
 TEST_F(TEmailPageTest, NothingIsSentWhileThePageIsWrong) {
   Page.EMail.Edit.EnterText(u"otto");
-  for (TButton* button : {&Page.btnSendCode, &Page.btnTest}) {
+  for (TButton* button : {&Page.btnSendCode, &Page.Trial.Button}) {
     Window.SetFocusedControl(button);
     Forms.ExpectMessage(u"Die E-Mail-Adresse muss eine wie name@example.org sein.");
     button->Click();
@@ -228,7 +229,7 @@ TEST_F(TEmailPageTest, NothingIsSentWhileThePageIsWrong) {
 TEST_F(TEmailPageTest, TheTrialSavesThePageAndSends) {
   Page.EMail.Edit.EnterText(u"eva@b.example");
   Forms.ExpectMessage(u"Der Postausgang hat die E-Mail an eva@b.example angenommen.");
-  Page.btnTest.Click();
+  Page.Trial.Button.Click();
   EXPECT_EQ(Stored(u"EMail"), "eva@b.example");
   EXPECT_EQ(Changes, 1);
   EXPECT_THAT(Ways.Calls, ElementsAre("mail eva@b.example: Kaufkobolde 7.0 - Test"));
@@ -239,9 +240,10 @@ TEST_F(TEmailPageTest, TheTrialSavesThePageAndSends) {
 
 TEST_F(TEmailPageTest, ATrialThatFailsIsTold) {
   Ways.Failure = u"kein Netz";
-  EXPECT_EQ(Failure([&] { Page.btnTest.Click(); }), "Die E-Mail wurde nicht verschickt: kein Netz");
+  EXPECT_EQ(Failure([&] { Page.Trial.Button.Click(); }),
+            "Die E-Mail wurde nicht verschickt: kein Netz");
   Page.EMail.Edit.EnterText(u"");
-  EXPECT_EQ(Failure([&] { Page.btnTest.Click(); }),
+  EXPECT_EQ(Failure([&] { Page.Trial.Button.Click(); }),
             "Es ist noch keine E-Mail-Adresse eingestellt.");
 }
 
@@ -273,24 +275,26 @@ TEST_F(TSmsPageTest, EditsNumberServiceAndToken) {
 
 TEST_F(TSmsPageTest, ATrialCostsMoneyAndIsAskedFor) {
   Forms.ExpectQuestion(cQuestion, false);
-  Page.btnTest.Click();
+  Page.Trial.Button.Click();
   EXPECT_THAT(Ways.Calls, IsEmpty());
   Forms.ExpectQuestion(cQuestion, true);
   Forms.ExpectMessage(u"Der SMS-Dienst hat die SMS an +4915112345678 angenommen.");
-  Page.btnTest.Click();
-  EXPECT_THAT(Ways.Calls, ElementsAre("sms +4915112345678: Kaufkobolde 7.0 - Test"));
+  Page.Trial.Button.Click();
+  EXPECT_THAT(Ways.Calls,
+              ElementsAre("sms +4915112345678: Kaufkobolde 7.0 - Test at 2026-11-20T18:30:00"));
 }
 
 TEST_F(TSmsPageTest, ATrialThatFailsIsTold) {
   Ways.Failure = u"kein Guthaben";
   Forms.ExpectQuestion(cQuestion, true);
-  EXPECT_EQ(Failure([&] { Page.btnTest.Click(); }),
+  EXPECT_EQ(Failure([&] { Page.Trial.Button.Click(); }),
             "Die SMS wurde nicht verschickt: (4) kein Guthaben");
   Page.Number.Edit.EnterText(u"");
-  EXPECT_EQ(Failure([&] { Page.btnTest.Click(); }), "Es ist noch keine Rufnummer eingestellt.");
+  EXPECT_EQ(Failure([&] { Page.Trial.Button.Click(); }),
+            "Es ist noch keine Rufnummer eingestellt.");
   Page.Number.Edit.EnterText(u"zuhause");
   Forms.ExpectMessage(u"Die Rufnummer muss eine wie +4915112345678 sein.");
-  Page.btnTest.Click();
+  Page.Trial.Button.Click();
 }
 
 class TCalendarPageTest : public TOptionsTest {
@@ -316,27 +320,27 @@ TEST_F(TCalendarPageTest, EditsAddressFolderAndLogin) {
   Forms.ExpectMessage(
       u"Die Adresse des Kalenders muss mit https:// oder http:// beginnen, ohne Benutzer und "
       u"Kennwort darin.");
-  Page.btnTest.Click();
+  Page.Trial.Button.Click();
   EXPECT_EQ(Ways.Calls.size(), 1u);
 }
 
 TEST_F(TCalendarPageTest, ATrialEntersAnAppointmentAndDeletesIt) {
   Forms.ExpectMessage(
       u"Ein Termin wurde eingetragen und wieder gelöscht. Der Kalender funktioniert.");
-  Page.btnTest.Click();
+  Page.Trial.Button.Click();
   EXPECT_THAT(Ways.Calls,
-              ElementsAre(HasSubstr("enter Kaufkobolde 7.0 at 2026-11-20"), "delete id-1"));
+              ElementsAre("enter Kaufkobolde 7.0 at 2026-11-20T18:45:00 01", "delete id-1"));
 }
 
 TEST_F(TCalendarPageTest, ATrialThatFailsIsTold) {
   Ways.Deletes = false;
-  EXPECT_EQ(Failure([&] { Page.btnTest.Click(); }),
+  EXPECT_EQ(Failure([&] { Page.Trial.Button.Click(); }),
             "Der Termin ließ sich nicht wieder löschen: Er ist nicht mehr da. Bitte sehen Sie im "
             "Kalender nach.");
   Ways.DeleteFailure = u"kein Netz";
-  EXPECT_THAT(Failure([&] { Page.btnTest.Click(); }), HasSubstr("löschen: kein Netz. Bitte"));
+  EXPECT_THAT(Failure([&] { Page.Trial.Button.Click(); }), HasSubstr("löschen: kein Netz. Bitte"));
   Ways.Failure = u"abgelehnt";
-  EXPECT_EQ(Failure([&] { Page.btnTest.Click(); }), "abgelehnt");
+  EXPECT_EQ(Failure([&] { Page.Trial.Button.Click(); }), "abgelehnt");
 }
 
 /// A host that takes pop-ups over, if it can.
@@ -416,8 +420,9 @@ TEST_F(TNotificationPageTest, TheSoundIsTheWatchLists) {
   Folder.Write(u"ton.wav", "x");
   Page.btnTestSound.Click();
   EXPECT_THAT(Ways.Calls, ElementsAre("play " + ToUtf8(file)));
-  Ways.Failure = u"stumm";
-  EXPECT_THAT(Failure([&] { Page.btnTestSound.Click(); }), HasSubstr("wurde nicht abgespielt: "));
+  Ways.PlayError = EACCES;
+  EXPECT_EQ(Failure([&] { Page.btnTestSound.Click(); }),
+            "Der Ton " + ToUtf8(file) + " wurde nicht abgespielt: Zugriff verweigert");
 }
 
 }  // namespace
