@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "host/contract/IWatchlistIntegration.h"
@@ -15,19 +16,27 @@ class TWatchlistIntegration : public TObject {
 
   /// The search results differ from what is in the file.
   bool ChangedSearchResults() const { return FChangedSearchResults; }
-  void SetChangedSearchResults(bool iChanged) { FChangedSearchResults = iChanged; }
+  void SetChangedSearchResults(bool iChanged) { Set(FChangedSearchResults, iChanged); }
   /// The item records (category, note, last update) differ from what is in the file.
   bool ChangedItems() const { return FChangedItems; }
-  void SetChangedItems(bool iChanged) { FChangedItems = iChanged; }
+  void SetChangedItems(bool iChanged) { Set(FChangedItems, iChanged); }
   bool IsChanged() const { return FChangedSearchResults || FChangedItems; }
   void SetUnchanged() { FChangedSearchResults = FChangedItems = false; }
+  /// Grows with every change that is told by the two above.
+  uint64_t ChangeCount() const { return FChangeCount; }
 
   const TIntf<IWatchlistIntegration>& Integration() const { return FIntegration; }
   TWatchlistItemUpdater& Updater() const { return *FUpdater; }
 
  private:
+  void Set(bool& oFlag, bool iChanged) {
+    oFlag = iChanged;
+    if (iChanged) ++FChangeCount;
+  }
+
   bool FChangedSearchResults = false;
   bool FChangedItems = false;
+  uint64_t FChangeCount = 0;
   TIntf<IWatchlistIntegration> FIntegration;
   std::unique_ptr<TWatchlistItemUpdater> FUpdater;  // goes before the integration
 };

@@ -11,8 +11,9 @@ constexpr TStringView cTooDeep = u"Die Kategorien sind tiefer als %d Ebenen vers
 }  // namespace
 
 void TWatchlistCategoryLoader::LoadFromStream(TMemoryStream& iMS, TLstWatchlistCategory& ioLst,
-                                              bool iDecodeUTF8) {
+                                              bool iDecodeUTF8, TNotifyEvent iOnStep) {
   TWatchlistCategoryLoader loader;
+  loader.FOnStep = iOnStep;
   TSimpleXMLDocument document;
   document.LoadFromStream(iMS, iDecodeUTF8);
   loader.LoadFromXML(document, ioLst);
@@ -28,6 +29,7 @@ void TWatchlistCategoryLoader::LoadFromXML(TSimpleXMLNode iNode, TLstWatchlistCa
                                            int iDepth) {
   // Every element counts as a category, whatever its name.
   for (TSimpleXMLNode node = iNode.GetChildNodes().GetFirst(); node; node = node.GetNextSibling()) {
+    if (FOnStep) FOnStep(this);
     LoadCategoryFromXML(node, ioLst, iDepth);
   }
 }

@@ -23,19 +23,6 @@ constexpr TStringView cSender = _resLoggingSenderWatchlistHandler;
 constexpr size_t cMaxVersionLength = 32;
 constexpr TStringView cVersionIsNoNumber = u"Die Versionsangabe ist keine Zahl";
 
-// Results without a record are passed over; a record without a result stays without one.
-void AttachSearchResults(const TLstWatchlistItem& iItems, const TIntf<IInterfaceList>& iResults) {
-  std::unordered_map<TGuid, TWatchlistItem*> byId;
-  for (TWatchlistItem* item : iItems) byId.emplace(item->SearchResultId(), item);
-  const int count = iResults ? iResults->GetCount() : 0;
-  for (int i = 0; i < count; ++i) {
-    const auto result = GetAs<ISearchResult>(*iResults, i);
-    if (!result) continue;
-    const auto item = byId.find(result->GetId());
-    if (item != byId.end()) item->second->SetSearchResult(result);
-  }
-}
-
 // The answers of FindCategoryById on a whole tree, each in constant time.
 class TCategoryIndex {
  public:
@@ -58,25 +45,14 @@ class TCategoryIndex {
   std::unordered_map<TGuid, TWatchlistCategory*> FById;
 };
 
-// From the end, so that a group holds its items in the reverse order of the stream: every load
-// turns the order round, and that is required. The stored category of an item stays as it was, also
-// in the catch-all category.
-void PlaceItems(TLstWatchlistItem& ioItems, const TIntf<IWatchlistIntegration>& iIntegration,
-                const TLstWatchlistCategory& iTree) {
-  const TCategoryIndex categories(iTree);
-  while (ioItems.GetCount() > 0) {
-    const int last = ioItems.GetCount() - 1;
-    TWatchlistCategory* category =
-        categories.FindOrCatchAll(ioItems.GetItems(last).ParentCategoryId());
-    if (category == nullptr) return;  // what is left goes with the list
-    category->LstPlugin().FindOrAdd(iIntegration).LstItem().Add(ioItems.Extract(last));
-  }
-}
-
 }  // namespace
 
 void TWatchlistFileLoader::FoundCategories(bool iFound) {
   if (!iFound) throw Exception(Format(_resFileNotFoundInZip, {cStreamCategories}));
+}
+
+void TWatchlistFileLoader::Step() {
+  if (FOnStep) FOnStep(this);
 }
 
 void TWatchlistFileLoader::AddEmptyCategory(TLstWatchlistCategory& ioLst) {
@@ -96,7 +72,8 @@ int TWatchlistFileLoader::LoadFileVersion() {
 void TWatchlistFileLoader::LoadRemindItems(TLstRemindItem& ioLst, bool iDecodeUTF8) {
   TMemoryStream stream;
   if (!TFileCompression::DecompressFile(FFileName, cStreamRemind, stream)) return;
-  TRemindItemLoader::LoadFromStream(stream, ioLst, iDecodeUTF8);
+  Step();
+  TRemindItemLoader::LoadFromStream(stream, ioLst, iDecodeUTF8, FOnStep);
   FoundRemindItems();
 }
 
@@ -106,8 +83,41 @@ void TWatchlistFileLoader::LoadCategories(TLstWatchlistCategory& ioLst, bool iDe
     FoundCategories(false);
     return;
   }
-  TWatchlistCategoryLoader::LoadFromStream(stream, ioLst, iDecodeUTF8);
+  Step();
+  TWatchlistCategoryLoader::LoadFromStream(stream, ioLst, iDecodeUTF8, FOnStep);
   FoundCategories(true);
+}
+
+// Results without a record are passed over; a record without a result stays without one.
+void TWatchlistFileLoader::AttachSearchResults(const TLstWatchlistItem& iItems,
+                                               const TIntf<IInterfaceList>& iResults) {
+  std::unordered_map<TGuid, TWatchlistItem*> byId;
+  for (TWatchlistItem* item : iItems) byId.emplace(item->SearchResultId(), item);
+  const int count = iResults ? iResults->GetCount() : 0;
+  for (int i = 0; i < count; ++i) {
+    Step();
+    const auto result = GetAs<ISearchResult>(*iResults, i);
+    if (!result) continue;
+    const auto item = byId.find(result->GetId());
+    if (item != byId.end()) item->second->SetSearchResult(result);
+  }
+}
+
+// From the end, so that a group holds its items in the reverse order of the stream: every load
+// turns the order round, and that is required. The stored category of an item stays as it was, also
+// in the catch-all category.
+void TWatchlistFileLoader::PlaceItems(TLstWatchlistItem& ioItems,
+                                      const TIntf<IWatchlistIntegration>& iIntegration,
+                                      const TLstWatchlistCategory& iTree) {
+  const TCategoryIndex categories(iTree);
+  while (ioItems.GetCount() > 0) {
+    Step();
+    const int last = ioItems.GetCount() - 1;
+    TWatchlistCategory* category =
+        categories.FindOrCatchAll(ioItems.GetItems(last).ParentCategoryId());
+    if (category == nullptr) return;  // what is left goes with the list
+    category->LstPlugin().FindOrAdd(iIntegration).LstItem().Add(ioItems.Extract(last));
+  }
 }
 
 void TWatchlistFileLoader::LoadIntegration(const TIntf<IWatchlistIntegration>& iIntegration,
@@ -119,9 +129,12 @@ void TWatchlistFileLoader::LoadIntegration(const TIntf<IWatchlistIntegration>& i
   if (!TFileCompression::DecompressFile(FFileName, TString(cStreamItemsPrefix) + idText, stream)) {
     return;
   }
-  TWatchlistItemLoader::LoadFromStream(stream, items, iIntegration, iDecodeUTF8);
+  Step();
+  TWatchlistItemLoader::LoadFromStream(stream, items, iIntegration, iDecodeUTF8, FOnStep);
   if (!TFileCompression::DecompressFile(FFileName, idText, stream)) return;
+  Step();
   const TIntf<IInterfaceList> results = iIntegration->LoadSearchResults(stream, iDecodeUTF8);
+  Step();
   FoundIntegration(id);
   AttachSearchResults(items, results);
   PlaceItems(items, iIntegration, ioLstCategory);
@@ -129,7 +142,7 @@ void TWatchlistFileLoader::LoadIntegration(const TIntf<IWatchlistIntegration>& i
 
 void TWatchlistFileLoader::LoadIntegrations(TLstWatchlistCategory& ioLstCategory,
                                             const TLstWatchlistIntegration& iLstIntegration,
-                                            bool iDecodeUTF8) {
+                                            const TChangeCounts& iBefore, bool iDecodeUTF8) {
   TStringList names;
   TFileCompression::FilesInside(FFileName, names, false);
   for (TWatchlistIntegration* record : iLstIntegration) {
@@ -138,7 +151,8 @@ void TWatchlistFileLoader::LoadIntegrations(TLstWatchlistCategory& ioLstCategory
       continue;
     }
     LoadIntegration(record->Integration(), ioLstCategory, iDecodeUTF8);
-    record->SetUnchanged();
+    // What was changed at a step is in no file yet.
+    if (record->ChangeCount() == iBefore.at(record)) record->SetUnchanged();
   }
 }
 
@@ -156,11 +170,15 @@ bool TWatchlistFileLoader::LoadsOlderVersion() {
 void TWatchlistFileLoader::LoadStreams(TLstWatchlistCategory& ioLstCategory,
                                        TLstRemindItem& ioLstRemindItem,
                                        const TLstWatchlistIntegration& iLstIntegration) {
+  TChangeCounts before;
+  for (const TWatchlistIntegration* record : iLstIntegration) {
+    before.emplace(record, record->ChangeCount());
+  }
   const bool decodeUTF8 = LoadsOlderVersion();
   LoadRemindItems(ioLstRemindItem, decodeUTF8);
   LoadCategories(ioLstCategory, decodeUTF8);
   if (ioLstCategory.GetCount() == 0) AddEmptyCategory(ioLstCategory);
-  LoadIntegrations(ioLstCategory, iLstIntegration, decodeUTF8);
+  LoadIntegrations(ioLstCategory, iLstIntegration, before, decodeUTF8);
 }
 
 bool TWatchlistFileLoader::LoadFromFile(TLstWatchlistCategory& ioLstCategory,

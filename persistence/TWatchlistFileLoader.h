@@ -1,5 +1,8 @@
 #pragma once
 
+#include <unordered_map>
+
+#include "host/base/TDelegate.h"
 #include "model/TLstWatchlistCategory.h"
 #include "model/TLstWatchlistIntegration.h"
 
@@ -15,6 +18,9 @@ class TWatchlistFileLoader : public TObject {
   explicit TWatchlistFileLoader(TStringView iFileName) : FFileName(iFileName) {}
 
   const TString& FileName() const { return FFileName; }
+  /// Raised before each record and between what else takes its time, so that who waits for
+  /// LoadFromFile can let the main loop turn. What it raises ends the load as a failure.
+  void SetOnStep(TNotifyEvent iEvent) { FOnStep = iEvent; }
 
  protected:
   /// Told whether the file has categories; that it has none is a failure.
@@ -37,18 +43,26 @@ class TWatchlistFileLoader : public TObject {
  public:
   /// Answers whether the load went through; a failure is logged. After it the categories are the
   /// catch-all category alone, and reminders read until then stay in their list. The record of each
-  /// source that the file holds counts as unchanged.
+  /// source that the file holds counts as unchanged, unless it was changed at a step.
   virtual bool LoadFromFile(TLstWatchlistCategory& ioLstCategory, TLstRemindItem& ioLstRemindItem,
                             const TLstWatchlistIntegration& iLstIntegration);
 
  private:
+  using TChangeCounts = std::unordered_map<const TWatchlistIntegration*, uint64_t>;
+
+  void Step();
+  void AttachSearchResults(const TLstWatchlistItem& iItems, const TIntf<IInterfaceList>& iResults);
+  void PlaceItems(TLstWatchlistItem& ioItems, const TIntf<IWatchlistIntegration>& iIntegration,
+                  const TLstWatchlistCategory& iTree);
   void LoadStreams(TLstWatchlistCategory& ioLstCategory, TLstRemindItem& ioLstRemindItem,
                    const TLstWatchlistIntegration& iLstIntegration);
   void LoadIntegrations(TLstWatchlistCategory& ioLstCategory,
-                        const TLstWatchlistIntegration& iLstIntegration, bool iDecodeUTF8);
+                        const TLstWatchlistIntegration& iLstIntegration,
+                        const TChangeCounts& iBefore, bool iDecodeUTF8);
   bool LoadsOlderVersion();
 
   TString FFileName;
+  TNotifyEvent FOnStep;
 };
 
 }  // namespace kk

@@ -7,8 +7,9 @@ namespace kk {
 
 void TWatchlistItemLoader::LoadFromStream(TMemoryStream& iMS, TLstWatchlistItem& ioLst,
                                           const TIntf<IWatchlistIntegration>& /*iIntegration*/,
-                                          bool iDecodeUTF8) {
+                                          bool iDecodeUTF8, TNotifyEvent iOnStep) {
   TWatchlistItemLoader loader;
+  loader.FOnStep = iOnStep;
   TSimpleXMLDocument document;
   document.LoadFromStream(iMS, iDecodeUTF8);
   loader.LoadFromXML(document, ioLst);
@@ -23,6 +24,7 @@ void TWatchlistItemLoader::LoadFromXML(const TSimpleXMLDocument& iDocument,
 void TWatchlistItemLoader::LoadFromXML(TSimpleXMLNode iNode, TLstWatchlistItem& ioLst) {
   // Every element counts as a record, whatever its name; a damaged one costs one item, not all.
   for (TSimpleXMLNode node = iNode.GetChildNodes().GetFirst(); node; node = node.GetNextSibling()) {
+    if (FOnStep) FOnStep(this);
     Guarded(u"TWatchlistItemLoader.LoadFromXML", [&] { LoadItemFromXML(node, ioLst); });
   }
 }

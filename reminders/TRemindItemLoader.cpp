@@ -33,10 +33,13 @@ TRemindTypes TypesOf(TSimpleXMLNode iNode) {
 
 }  // namespace
 
-void TRemindItemLoader::LoadFromStream(TStream& iStream, TLstRemindItem& ioLst, bool iDecodeUTF8) {
+void TRemindItemLoader::LoadFromStream(TStream& iStream, TLstRemindItem& ioLst, bool iDecodeUTF8,
+                                       TNotifyEvent iOnStep) {
   TSimpleXMLDocument document;
   document.LoadFromStream(iStream, iDecodeUTF8);
-  TRemindItemLoader().LoadFromXML(document, ioLst);
+  TRemindItemLoader loader;
+  loader.FOnStep = iOnStep;
+  loader.LoadFromXML(document, ioLst);
 }
 
 void TRemindItemLoader::LoadFromXML(const TSimpleXMLDocument& iDocument,
@@ -47,6 +50,7 @@ void TRemindItemLoader::LoadFromXML(const TSimpleXMLDocument& iDocument,
 
 void TRemindItemLoader::LoadFromXML(TSimpleXMLNode iNode, TLstRemindItem& ioLst) const {
   for (TSimpleXMLNode item = iNode.GetChildNodes().GetFirst(); item; item = item.GetNextSibling()) {
+    if (FOnStep) FOnStep(nullptr);
     Guarded(u"TRemindItemLoader", [&] { LoadItemFromXML(item, ioLst); });
   }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/TDelegate.h"
 #include "host/common/TParserBaseSimpleXML.h"
 #include "reminders/TLstRemindItem.h"
 
@@ -9,8 +10,9 @@ namespace kk {
 class TRemindItemLoader : public TParserBaseSimpleXML {
  public:
   /// Reads from the stream's position on; the flag goes to the document. An empty stream has no
-  /// reminders. Raises EConvertError for text that is no XML.
-  static void LoadFromStream(TStream& iStream, TLstRemindItem& ioLst, bool iDecodeUTF8);
+  /// reminders. Raises EConvertError for text that is no XML. iOnStep: raised before each reminder.
+  static void LoadFromStream(TStream& iStream, TLstRemindItem& ioLst, bool iDecodeUTF8,
+                             TNotifyEvent iOnStep = {});
 
   void LoadFromXML(const TSimpleXMLDocument& iDocument, TLstRemindItem& ioLst) const;
   /// Each child of the root, whatever both are called, is a reminder; one that can't be read is
@@ -27,6 +29,8 @@ class TRemindItemLoader : public TParserBaseSimpleXML {
 
  private:
   void LoadDetails(TSimpleXMLNode iDetails, TRemindItem& ioItem) const;
+
+  TNotifyEvent FOnStep;
 };
 
 }  // namespace kk

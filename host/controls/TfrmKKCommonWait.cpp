@@ -3,14 +3,26 @@
 #include <exception>
 #include <thread>
 
+#include "host/base/Exception.h"
+#include "host/base/TClock.h"
 #include "host/base/TMainLoop.h"
 
 namespace kk {
+
+namespace {
+
+constexpr int cMessageBegin = 1;
+
+// Between two turns of the main loop, beside the one piece of work that can't be divided.
+constexpr int64_t cTurnMs = 10;
+
+}  // namespace
 
 TfrmKKCommonWait::TfrmKKCommonWait(TStringView iText)
     : TfrmKKCommonBase(nullptr, u"TfrmKKCommonWait", u"Bitte warten") {
   using TSelf = TfrmKKCommonWait;
   lblText.SetCaption(iText);
+  pnlButtons.SetArrangement(TArrangement::arRow);
   btnCancel.SetOnClick(TNotifyEvent::Of<&TSelf::btnCancelClick>(this));
   SetCancelButton(&btnCancel);
   SetOnCloseQuery(TCloseQueryEvent::Of<&TSelf::CloseQuery>(this));
@@ -41,6 +53,37 @@ void TfrmKKCommonWait::Run(TStringView iText, const TWork& iWork) {
   }
   worker.join();
   if (failure) std::rethrow_exception(failure);
+}
+
+bool TfrmKKCommonWait::RunInSteps(TStringView iText, const TWorkInSteps& iWork) {
+  TfrmKKCommonWait form(iText);
+  std::exception_ptr failure;
+  form.FWork = [&] {
+    try {
+      iWork(form);
+    } catch (...) {  // handed to the caller behind the window
+      failure = std::current_exception();
+    }
+  };
+  form.PostUserMessage(cMessageBegin);
+  form.ShowModal();
+  if (!form.FDone || form.FStop.stop_requested()) return false;
+  if (failure) std::rethrow_exception(failure);
+  return true;
+}
+
+void TfrmKKCommonWait::UserMessage(int iMessage) {
+  if (iMessage != cMessageBegin) return;
+  if (!FStop.stop_requested()) FWork();
+  Done();
+}
+
+void TfrmKKCommonWait::Step(TObject*) {
+  if (SteadyMs() >= FNextTurn) {
+    MainLoop().ProcessMessages();
+    FNextTurn = SteadyMs() + cTurnMs;
+  }
+  if (FStop.stop_requested()) throw Exception(u"Der Vorgang wurde abgebrochen");
 }
 
 void TfrmKKCommonWait::btnCancelClick(TObject*) {

@@ -20,11 +20,26 @@ class TfrmKKCommonWait final : public TfrmKKCommonBase {
   /// work runs right there, without a window. What the work raises passes to the caller.
   static void Run(TStringView iText, const TWork& iWork);
 
+  /// Work that only the main thread may do. It calls Step between two pieces of it.
+  using TWorkInSteps = std::function<void(TfrmKKCommonWait& ioWait)>;
+
+  /// Main thread: runs the work there while the window stands, from the window's own message, so
+  /// that it is on the screen before the work begins. False if the user has given the wait up; the
+  /// work may have ended well all the same, or not have begun. What the work raises passes to the
+  /// caller otherwise.
+  static bool RunInSteps(TStringView iText, const TWorkInSteps& iWork);
+  /// The main loop turns, if it has not for 10 ms. Raises Exception once nobody waits any more.
+  void Step(TObject* Sender);
+
   TLabel lblText{this, u"lblText"};
-  TButton btnCancel{this, u"btnCancel", u"&Abbrechen"};
+  TPanel pnlButtons{this, u"pnlButtons"};
+  TButton btnCancel{&pnlButtons, u"btnCancel", u"&Abbrechen"};
 
   /// The work has returned and the window waits for its turn to end.
   bool IsDone() const { return FDone; }
+
+ protected:
+  void UserMessage(int iMessage) override;
 
  private:
   explicit TfrmKKCommonWait(TStringView iText);
@@ -34,6 +49,8 @@ class TfrmKKCommonWait final : public TfrmKKCommonBase {
 
   std::stop_source FStop;
   bool FDone = false;
+  std::function<void()> FWork;  // in steps
+  int64_t FNextTurn = 0;        // of the main loop, by SteadyMs
 };
 
 }  // namespace kk

@@ -1,6 +1,9 @@
 #include "persistence/exchange/TfrmKKWatchlistImport.h"
 
+#include <filesystem>
+
 #include "host/base/TClock.h"
+#include "host/controls/TfrmKKCommonWait.h"
 #include "host/controls/TfrmMessageDlg.h"
 #include "persistence/TWatchlistFileLoaderMobileImport.h"
 #include "persistence/TWatchlistHandler.h"
@@ -9,6 +12,19 @@
 #include "persistence/exchange/TfrmWatchlistImportProgress.h"
 
 namespace kk {
+
+namespace {
+
+// Smaller files are there before a window could be.
+constexpr uintmax_t cReadAtOnce = 128 * 1024;
+
+bool IsReadAtOnce(TStringView iFileName) {
+  std::error_code error;
+  const uintmax_t size = std::filesystem::file_size(ToUtf8(iFileName), error);
+  return error || size < cReadAtOnce;
+}
+
+}  // namespace
 
 TfrmKKWatchlistImport::TfrmKKWatchlistImport(TForm* iOwner)
     : TfrmKKWatchlistExchange(iOwner, u"TfrmKKWatchlistImport", _resImportCaption,
@@ -19,7 +35,7 @@ TfrmKKWatchlistImport::TfrmKKWatchlistImport(TForm* iOwner)
 bool TfrmKKWatchlistImport::Display(TForm* iOwner, TStringView iFileName) {
   TfrmKKWatchlistImport form(iOwner);
   if (!form.LoadData(iFileName)) {
-    if (!iFileName.empty()) {
+    if (!iFileName.empty() && !form.FGivenUp) {
       MessageDlg(Format(_resImportUnreadable, {WithoutControlCharacters(iFileName)}),
                  TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
     }
@@ -31,6 +47,7 @@ bool TfrmKKWatchlistImport::Display(TForm* iOwner, TStringView iFileName) {
 
 bool TfrmKKWatchlistImport::ExecuteInBackground(TStringView iFileName, TStringView iCategoryName) {
   TfrmKKWatchlistImport form(nullptr);
+  form.FInBackground = true;
   form.FCategoryName = iCategoryName;
   return form.LoadData(iFileName) && form.TakeOver();
 }
@@ -59,13 +76,29 @@ bool TfrmKKWatchlistImport::LoadData(TStringView iFileName) {
     }
     FLstCategory = std::make_unique<TLstWatchlistCategory>(true);
     FLstRemindItem = std::make_unique<TLstRemindItem>(true);
-    TWatchlistFileLoaderImport loader(fileName);
-    loaded = loader.LoadFromFile(*FLstCategory, *FLstRemindItem, Handler()->LstIntegration());
-    FIncludedCategories = loader.HasCategories();
+    loaded = ReadFile(fileName);
   } catch (const std::exception& e) {
     MessageDlg(MessageOf(e), TMsgDlgType::mtError, {TMsgDlgBtn::mbOK});
   }
   return loaded;
+}
+
+bool TfrmKKWatchlistImport::ReadFile(TStringView iFileName) {
+  TWatchlistFileLoaderImport loader(iFileName);
+  bool loaded = false;
+  const auto read = [&] {
+    loaded = loader.LoadFromFile(*FLstCategory, *FLstRemindItem, Handler()->LstIntegration());
+  };
+  if (FInBackground || IsReadAtOnce(iFileName)) {
+    read();
+  } else {
+    FGivenUp = !TfrmKKCommonWait::RunInSteps(_resImportReading, [&](TfrmKKCommonWait& ioWait) {
+      loader.SetOnStep(TNotifyEvent::Of<&TfrmKKCommonWait::Step>(&ioWait));
+      read();
+    });
+  }
+  FIncludedCategories = loader.HasCategories();
+  return loaded && !FGivenUp;
 }
 
 bool TfrmKKWatchlistImport::LoadDataFromKKMobileStream(TMemoryStream& iStream) {

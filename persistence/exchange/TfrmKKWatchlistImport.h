@@ -12,7 +12,7 @@ namespace kk {
 class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
  public:
   /// Modal: asks for the file first. True if the import went through. Of a file that is given, the
-  /// user also hears that it can't be read.
+  /// user also hears that it can't be read. The main loop turns while a large file is read.
   static bool Display(TForm* iOwner, TStringView iFileName = {});
   /// Takes all that the file has; false if it can't be read or the import failed. Looks like a
   /// mistake and is required: a file without categories brings up the one question for the category
@@ -26,6 +26,8 @@ class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
   explicit TfrmKKWatchlistImport(TForm* iOwner);
   /// With an empty name asks for the file.
   bool LoadData(TStringView iFileName);
+  /// A large file is read behind a window by which the user can give it up.
+  bool ReadFile(TStringView iFileName);
   bool LoadDataFromKKMobileStream(TMemoryStream& iStream);
   bool TakeOver();
   void ShowData();
@@ -34,6 +36,8 @@ class TfrmKKWatchlistImport final : public TfrmKKWatchlistExchange {
   std::unique_ptr<TLstWatchlistCategory> FLstCategory;
   std::unique_ptr<TLstRemindItem> FLstRemindItem;
   bool FIncludedCategories = false;
+  bool FInBackground = false;
+  bool FGivenUp = false;  // while the file was read
   TString FCategoryName;  // where all items go without a question
 };
 

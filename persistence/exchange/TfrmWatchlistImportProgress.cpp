@@ -186,24 +186,43 @@ TWatchlistCategory* TfrmWatchlistImportProgress::LiveCategoryOf(const TWatchlist
   return category != nullptr ? category : tree.FindCategoryById(cEmptyGuid);
 }
 
+// Looks like a mistake and is required: the count is taken once and the index goes on behind an
+// extraction, too. The reminder that moves up is passed over, and the last steps read past the end
+// of the shortened list, which fails. Taken from its front, the list moves none of the others.
 void TfrmWatchlistImportProgress::ImportRemindItems() {
-  TLstRemindItemSync& live = Handler()->GetLstRemind();
-  // Looks like a mistake and is required: the count is taken once and the index goes on behind an
-  // extraction, too. The reminder that moves up is passed over, and the last steps read past the
-  // end of the shortened list, which fails.
+  TLstRemindItem passed(true);
+  const auto pass = [&](std::unique_ptr<TRemindItem> iReminder) {
+    passed.Add(std::move(iReminder));
+  };
+  const auto next = [&] { return FLstRemindItem->Extract(FLstRemindItem->First()); };
   const int count = FLstRemindItem->GetCount();
-  for (int i = 0; i < count; ++i) {
+  int i = 0;
+  for (; i < count && FLstRemindItem->GetCount() > 0; ++i) {
     DoProgress(this);
-    TRemindItem& reminder = FLstRemindItem->GetItems(i);
-    if (Now() > reminder.RemindTime()) continue;
-    const int index = FSLItemIdTranslation.IndexOfName(GUIDToString(reminder.Id()));
-    if (index < 0) continue;
-    const TGuid id = StringToGUID(FSLItemIdTranslation.GetValueFromIndex(index));
-    // Required as well: the live list always says no, so an item may get a second reminder.
-    if (live.HasSearchResultId(id)) continue;
-    reminder.SetId(id);
-    live.Add(FLstRemindItem->Extract(reminder));
+    std::unique_ptr<TRemindItem> reminder = next();
+    if (ImportRemindItem(reminder)) {
+      if (FLstRemindItem->GetCount() > 0) pass(next());
+    } else {
+      pass(std::move(reminder));
+    }
   }
+  FLstRemindItem->Append(passed, false);
+  if (i == count) return;
+  DoProgress(this);
+  FLstRemindItem->GetItems(i);
+}
+
+bool TfrmWatchlistImportProgress::ImportRemindItem(std::unique_ptr<TRemindItem>& ioReminder) {
+  if (Now() > ioReminder->RemindTime()) return false;
+  const int index = FSLItemIdTranslation.IndexOfName(GUIDToString(ioReminder->Id()));
+  if (index < 0) return false;
+  const TGuid id = StringToGUID(FSLItemIdTranslation.GetValueFromIndex(index));
+  TLstRemindItemSync& live = Handler()->GetLstRemind();
+  // Required as well: the live list always says no, so an item may get a second reminder.
+  if (live.HasSearchResultId(id)) return false;
+  ioReminder->SetId(id);
+  live.Add(std::move(ioReminder));
+  return true;
 }
 
 void TfrmWatchlistImportProgress::DoProgress(TObject*) {

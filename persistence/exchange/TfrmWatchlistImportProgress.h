@@ -53,6 +53,8 @@ class TfrmWatchlistImportProgress final : public TfrmKKCommonBase {
                   const TWatchlistItem& iItem);
   TWatchlistCategory* LiveCategoryOf(const TWatchlistItem& iItem) const;
   void ImportRemindItems();
+  /// Takes it over, if it is one to be.
+  bool ImportRemindItem(std::unique_ptr<TRemindItem>& ioReminder);
   void DoProgress(TObject* Sender);
   void DoStep(TObject* Sender);
   /// Of the main loop, if one is due.

@@ -18,6 +18,18 @@ TEST(TWatchlistIntegration, IsUnchangedAtFirst) {
   EXPECT_EQ(record.Updater().Integration(), TIntf<IWatchlistIntegration>(source));
 }
 
+TEST(TWatchlistIntegration, CountsEachChangeThatItIsTold) {
+  TWatchlistIntegration record(MakeIntf<TFakeSource>(u"Quelle"));
+  EXPECT_EQ(record.ChangeCount(), 0u);
+  record.SetChangedItems(true);
+  record.SetChangedItems(true);
+  record.SetChangedSearchResults(true);
+  EXPECT_EQ(record.ChangeCount(), 3u);
+  record.SetChangedItems(false);
+  record.SetUnchanged();
+  EXPECT_EQ(record.ChangeCount(), 3u);
+}
+
 TEST(TWatchlistIntegration, IsChangedByEitherFlag) {
   TWatchlistIntegration record(MakeIntf<TFakeSource>(u"Q"));
   record.SetChangedItems(true);

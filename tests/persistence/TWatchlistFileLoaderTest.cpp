@@ -433,5 +433,66 @@ TEST_F(TWatchlistFileLoaderTest, ManyItemsWithOneIdAreReadInNoTime) {
   EXPECT_EQ(World.Tree().GetItems(0).GetItemCount(true), cCount);
 }
 
+/// What else happens while a file is read.
+class TStepper {
+ public:
+  void DoStep(TObject*) {
+    ++Steps;
+    if (OnStep) OnStep();
+  }
+  int Steps = 0;
+  std::function<void()> OnStep;
+};
+
+class TWatchlistFileLoaderStepTest : public TWatchlistFileLoaderTest {
+ protected:
+  TWatchlistFileLoaderStepTest() {
+    Write(WholeWith("remind", "<Items>" + Reminder(11) + "</Items>"));
+  }
+  bool Load() {
+    TWatchlistFileLoader loader(World.FileName());
+    loader.SetOnStep(TNotifyEvent::Of<&TStepper::DoStep>(&Stepper));
+    return loader.LoadFromFile(World.Tree(), World.Reminders, World.Integrations);
+  }
+  TStepper Stepper;
+};
+
+TEST_F(TWatchlistFileLoaderStepTest, TellsOfEachRecordAndOfWhatTakesItsTime) {
+  EXPECT_TRUE(Load());
+  EXPECT_EQ(Outline(World.Tree()), "A\n  [Quelle]\n    Uhr\nB\n  [Quelle]\n    Lampe\n");
+  // Each entry when it is unpacked: a reminder, two categories, two items; the results that the
+  // source has read, attached and placed.
+  EXPECT_EQ(Stepper.Steps, (1 + 1) + (1 + 2) + (1 + 2) + (1 + 1 + 2 + 2));
+}
+
+TEST_F(TWatchlistFileLoaderStepTest, WhatASourceChangesMeanwhileIsNotForgotten) {
+  World.Record(0).SetChangedSearchResults(true);  // before, as ever: that is
+  bool done = false;
+  Stepper.OnStep = [&] {
+    if (!std::exchange(done, true)) World.Record(0).SetChangedItems(true);
+  };
+  EXPECT_TRUE(Load());
+  EXPECT_TRUE(World.Record(0).ChangedItems());
+  World.Record(0).SetUnchanged();
+  World.ForgetTree();
+  World.Record(0).SetChangedItems(true);
+  EXPECT_TRUE(Load());
+  EXPECT_FALSE(World.Record(0).IsChanged());
+}
+
+TEST_F(TWatchlistFileLoaderStepTest, AFailureAtAStepIsOneOfTheLoad) {
+  for (int last = 1; last <= 14; ++last) {
+    World.ForgetTree();
+    World.Log.Clear();
+    Stepper.Steps = 0;
+    Stepper.OnStep = [&] {
+      if (Stepper.Steps == last) throw Exception(u"genug");
+    };
+    EXPECT_FALSE(Load()) << last;
+    EXPECT_EQ(Outline(World.Tree()), cCatchAll) << last;
+    EXPECT_THAT(World.Log.Lines(), testing::Contains(Error("genug"))) << last;
+  }
+}
+
 }  // namespace
 }  // namespace kk

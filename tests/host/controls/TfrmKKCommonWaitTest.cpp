@@ -7,6 +7,7 @@
 #include "host/base/Exception.h"
 #include "host/common/TQueueMainLoop.h"
 #include "tests/support/TScriptedFormHost.h"
+#include "tests/support/TTestClock.h"
 
 namespace kk {
 namespace {
@@ -69,6 +70,68 @@ TEST_F(TWaitTest, OnAnotherThreadItRunsRightThereWithoutAWindow) {
   }).join();
   EXPECT_EQ(ran, own);
   EXPECT_EQ(Forms.ShownCount(), 0);
+}
+
+TEST_F(TWaitTest, WorkInStepsRunsHereBehindTheWindowAndTheLoopTurnsAtItsSteps) {
+  std::vector<int> order;
+  Loop.Post([&] { order.push_back(0); });
+  EXPECT_TRUE(TfrmKKCommonWait::RunInSteps(u"Moment...", [&](TfrmKKCommonWait& ioWait) {
+    EXPECT_TRUE(ioWait.IsModal());
+    EXPECT_EQ(ioWait.lblText.Caption(), u"Moment...");
+    order.push_back(1);
+    Loop.Post([&] { order.push_back(2); });
+    ioWait.Step(nullptr);
+    order.push_back(3);
+  }));
+  EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3}));
+}
+
+TEST_F(TWaitTest, TheLoopTurnsNoMoreThanOnceInTenMilliseconds) {
+  TTestClock clock;
+  EXPECT_TRUE(TfrmKKCommonWait::RunInSteps(u"Moment...", [&](TfrmKKCommonWait& ioWait) {
+    std::vector<bool> turned;
+    for (const int passed : {0, 9, 1, 9, 1}) {
+      bool now = false;
+      clock.Advance(passed);
+      Loop.Post([&] { now = true; });
+      ioWait.Step(nullptr);
+      turned.push_back(now);
+      Loop.ProcessMessages();
+    }
+    EXPECT_EQ(turned, (std::vector<bool>{true, false, true, false, true}));
+  }));
+}
+
+TEST_F(TWaitTest, CancelEndsWorkInStepsAtItsNextStep) {
+  int steps = 0;
+  EXPECT_FALSE(TfrmKKCommonWait::RunInSteps(u"Moment...", [&](TfrmKKCommonWait& ioWait) {
+    Loop.Post([&] { EXPECT_TRUE(ioWait.btnCancel.Click()); });
+    ioWait.Step(nullptr);
+    ++steps;
+  }));
+  EXPECT_EQ(steps, 0);
+}
+
+TEST_F(TWaitTest, WorkInStepsThatIsGivenUpBeforeItBeganDoesNotBegin) {
+  Forms.Expect<TfrmKKCommonWait>(
+      [](TfrmKKCommonWait& ioForm) { EXPECT_TRUE(ioForm.btnCancel.Click()); });
+  EXPECT_FALSE(TfrmKKCommonWait::RunInSteps(
+      u"Moment...", [](TfrmKKCommonWait&) { ADD_FAILURE() << "it began"; }));
+}
+
+TEST_F(TWaitTest, TheWindowCantBeClosedBeforeWorkInStepsHasEnded) {
+  bool closed = true;
+  EXPECT_FALSE(TfrmKKCommonWait::RunInSteps(u"Moment...", [&](TfrmKKCommonWait& ioWait) {
+    ioWait.CloseByUser();
+    closed = ioWait.EndModalIfDone();
+  }));
+  EXPECT_FALSE(closed);
+}
+
+TEST_F(TWaitTest, WhatWorkInStepsRaisesReachesTheCaller) {
+  EXPECT_THROW(
+      TfrmKKCommonWait::RunInSteps(u"", [](TfrmKKCommonWait&) { throw EConvertError(u"nein"); }),
+      EConvertError);
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 #include <rapidcheck/gtest.h>
 
 #include "TExchangeWorld.h"
+#include "host/base/Exception.h"
 #include "persistence/exchange/TfrmKKWatchlistImport.h"
+#include "persistence/exchange/TfrmWatchlistImportProgress.h"
 #include "tests/support/TAnyTree.h"
 
 namespace kk {
@@ -74,6 +76,66 @@ RC_GTEST_FIXTURE_PROP(ExchangeProperty, AnyListIntoItselfChangesNothingButTheFla
     Tree().GetItemsByPluginId(source->GetId(), items, true);
     RC_ASSERT(Flags(source) == (items.GetCount() > 0 ? "RI" : "-"));
   }
+}
+
+/// The step as it is required, word by word: the list shrinks, and the index goes on.
+struct TPlainStep {
+  std::vector<std::string> Left;
+  std::vector<std::string> Taken;
+  std::string Told;
+
+  explicit TPlainStep(const std::vector<bool>& iGood) {
+    TLstRemindItem list(true);
+    std::vector<bool> good = iGood;
+    for (size_t i = 0; i < iGood.size(); ++i) Left.push_back(std::to_string(i));
+    for (size_t i = 0; i < iGood.size(); ++i) list.Add(std::make_unique<TRemindItem>(cEmptyGuid));
+    try {
+      for (int i = 0; i < static_cast<int>(iGood.size()); ++i) {
+        TRemindItem& reminder = list.GetItems(i);
+        if (!good[static_cast<size_t>(i)]) continue;
+        Taken.push_back(Left[static_cast<size_t>(i)]);
+        list.Extract(reminder);
+        good.erase(good.begin() + i);
+        Left.erase(Left.begin() + i);
+      }
+    } catch (const EListError& e) {
+      Told = ToUtf8(e.Message());
+    }
+  }
+};
+
+std::vector<std::string> SoundFiles(const TLstRemindItem& iLst) {
+  std::vector<std::string> names;
+  for (int i = 0; i < iLst.GetCount(); ++i) {
+    const auto& sound =
+        dynamic_cast<const TRemindDetailsSound&>(iLst.GetItems(i).LstDetails().GetItems(0));
+    names.push_back(ToUtf8(sound.SoundFile()));
+  }
+  return names;
+}
+
+RC_GTEST_FIXTURE_PROP(ExchangeProperty, OfAnyRemindersThoseComeInThatThePlainStepTakes,
+                      (const std::vector<bool>& iGood)) {
+  const TWatchlistItem& item = Item(Category(u"Küche"), Shop, u"Lampe");
+  TLstWatchlistCategory tree(false);
+  tree.Add(*Tree().FindCategoryByName(u"Küche"));  // its one item is there already
+  TLstRemindItem reminders(true);
+  for (size_t i = 0; i < iGood.size(); ++i) {
+    auto reminder = std::make_unique<TRemindItem>(item.SearchResultId());
+    reminder->SetRemindTime(iGood[i] ? cLater : Now().PlusMs(-1));
+    reminder->LstDetails().Add(
+        std::make_unique<TRemindDetailsSound>(IntToStr(static_cast<int>(i))));
+    reminders.Add(std::move(reminder));
+  }
+  TImportData data;
+  data.LstCategory = &tree;
+  data.LstRemindItem = &reminders;
+  data.LstIntegration = &Handler()->LstIntegration();
+  const TPlainStep expected(iGood);
+  if (!expected.Told.empty()) User.ExpectMessage(FromUtf8(expected.Told));
+  RC_ASSERT(TfrmWatchlistImportProgress::Display(nullptr, data, true) == expected.Told.empty());
+  RC_ASSERT(SoundFiles(Handler()->LstRemind()) == expected.Taken);
+  RC_ASSERT(SoundFiles(reminders) == expected.Left);
 }
 
 }  // namespace

@@ -22,6 +22,11 @@ std::string ItemXml(const std::string& iCategory, const std::string& iResult,
   return "<Item><Category>" + iCategory + "</Category><SearchResult>" + iResult +
          "</SearchResult>" + iMore + "</Item>";
 }
+std::string ReminderXml(const std::string& iId, const std::string& iTime) {
+  return "<Item><Id>" + iId + "</Id><Time>" + iTime +
+         "</Time><Types>0</Types><Details><Sound><SoundFile>a.wav</SoundFile></Sound></Details>"
+         "</Item>";
+}
 // A result in the fake source's own form.
 std::string ResultText(const std::string& iId, const std::string& iName) {
   return iId + "\n" + iName + "\n" + iName + "\n0\n";
@@ -56,6 +61,17 @@ TEST_F(HostileImport, AnyVersionIsRead) {
     EXPECT_TRUE(Import(zip));
     EXPECT_NE(Tree().FindCategoryByName(FromUtf8(std::string("Version ") + version)), nullptr);
   }
+}
+
+TEST_F(HostileImport, AVersionThatIsNoNumberImportsNothing) {
+  for (const std::string& version : {std::string(), std::string("zwei"), std::string("99999999999"),
+                                     std::string(1 << 20, '2')}) {
+    TRawZip zip;
+    zip.AddStored("version", version);
+    zip.AddStored("categories", Categories(CategoryXml(Id(1), "Regal")));
+    EXPECT_FALSE(Import(zip)) << version.substr(0, 20);
+  }
+  EXPECT_EQ(Outline(), Live);
 }
 
 TEST_F(HostileImport, AHundredThousandNestedCategoriesAreRefused) {
@@ -164,16 +180,28 @@ TEST_F(HostileImport, AnItemWhoseCategoryWasNeverTranslatedEndsItWithAMessage) {
   EXPECT_EQ(Outline(), Live + " Regal(Laden: Lampe)");
 }
 
+TEST_F(HostileImport, RemindersOfNobodyOrOfNoTimeStayOut) {
+  TRawZip zip = Zip(Categories(CategoryXml(Id(1), "Regal")), ItemXml(Id(1), Id(2)),
+                    ResultText(Id(2), "Lampe"));
+  constexpr char cTime[] = "2064-04-08T00:00:00";
+  zip.AddStored("remind",
+                "<Items>" + ReminderXml("keine", cTime) + ReminderXml("", cTime) +
+                    ReminderXml(Id(9), cTime) + ReminderXml(Id(2), "0000-01-01T00:00:00") +
+                    ReminderXml(Id(2), "99999-01-01T00:00:00") + ReminderXml(Id(2), "gestern") +
+                    ReminderXml(Id(2), cTime) + "</Items>");
+  EXPECT_TRUE(Import(zip));
+  ASSERT_EQ(Handler()->LstRemind().GetCount(), 2);
+  EXPECT_EQ(Handler()->LstRemind().GetItems(1).Id(), StringToGUID(FromUtf8(Id(2))));
+  EXPECT_EQ(Handler()->LstRemind().GetItems(1).RemindTime(),
+            EncodeDateTime({2064, 4, 8, 0, 0, 0, 0}));
+}
+
 TEST_F(HostileImport, ManyRemindersEndInNoTime) {
   constexpr int cCount = 20'000;
   TRawZip zip = Zip(Categories(CategoryXml(Id(1), "Regal")), ItemXml(Id(1), Id(2)),
                     ResultText(Id(2), "Lampe"));
   std::string reminders;
-  for (int i = 0; i < cCount; ++i) {
-    reminders += "<Item><Id>" + Id(2) +
-                 "</Id><Time>2064-04-08T00:00:00</Time><Types>0</Types><Details><Sound><SoundFile>"
-                 "a.wav</SoundFile></Sound></Details></Item>";
-  }
+  for (int i = 0; i < cCount; ++i) reminders += ReminderXml(Id(2), "2064-04-08T00:00:00");
   zip.AddStored("remind", "<Items>" + reminders + "</Items>");
   EXPECT_FALSE(Import(zip));
   EXPECT_EQ(Closing.Messages.size(), 1u);

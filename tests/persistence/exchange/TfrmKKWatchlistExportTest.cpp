@@ -1,5 +1,8 @@
 #include "persistence/exchange/TfrmKKWatchlistExport.h"
 
+#include <chrono>
+#include <thread>
+
 #include "TExchangeWorld.h"
 #include "host/common/TFileHelper.h"
 #include "host/common/TIniFileSectionBase.h"
@@ -129,6 +132,52 @@ TEST_F(TfrmKKWatchlistExportTest, TheWatchListsOwnFileIsRefusedWithAMessage) {
     EXPECT_TRUE(form.btnCancel.Click());
   }));
   EXPECT_EQ(ReadFileBytes(Handler()->GetFileName()), before);
+}
+
+TEST_F(TfrmKKWatchlistExportTest, WithoutRemindersTheirBoxIsUntickedAndStaysDisabled) {
+  Item(Category(u"Küche"), Shop, u"Lampe");
+  EXPECT_FALSE(Export([](TForm& form) {
+    EXPECT_EQ(form.chckbxRemindItems.Caption(), u"Erinnerungen (0 vorhanden)");
+    EXPECT_FALSE(form.chckbxRemindItems.Checked() || form.chckbxRemindItems.Enabled());
+    EXPECT_TRUE(form.chckbxCategories.Click());
+    EXPECT_FALSE(form.chckbxRemindItems.Enabled());
+    EXPECT_TRUE(form.btnCancel.Click());
+  }));
+}
+
+TEST_F(TfrmKKWatchlistExportTest, AsksInTheDocumentsAtFirst) {
+  Item(Category(u"Küche"), Shop, u"Lampe");
+  EXPECT_TRUE(Export([this](TForm& form) { Save(form); }));
+  EXPECT_EQ(User.LastOpenDialog().FileName,
+            GetSpecialFolder(cSpecialFolderDocuments, false) + u"/Beobachten.wch");
+}
+
+/// Notes whether the live reminders could be changed while it is saved.
+class TLockedSource : public TFakeSource {
+ public:
+  using TFakeSource::TFakeSource;
+  void SaveSearchResults(const IInterfaceList& iList, TStream& ioStream) override {
+    TLstRemindItemSync& reminders = Handler()->LstRemind();
+    Writer = std::thread([&reminders] { const TLstRemindItemSync::TWriting writing(reminders); });
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (reminders.Sync().WaitingWriters() == 0 && std::chrono::steady_clock::now() < limit) {
+      std::this_thread::yield();
+    }
+    WriterWaits = reminders.Sync().WaitingWriters() == 1;
+    TFakeSource::SaveSearchResults(iList, ioStream);
+  }
+  bool WriterWaits = false;
+  std::thread Writer;
+};
+
+TEST_F(TfrmKKWatchlistExportTest, NobodyChangesTheRemindersMeanwhile) {
+  const auto source = MakeIntf<TLockedSource>(u"Schloss");
+  Handler()->LstIntegration().Add(source);
+  Item(Category(u"Küche"), source, u"Lampe");
+  EXPECT_TRUE(Export([this](TForm& form) { Save(form); }));
+  ASSERT_TRUE(source->Writer.joinable());
+  source->Writer.join();
+  EXPECT_TRUE(source->WriterWaits);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "TExchangeWorld.h"
 #include "host/common/TFileHelper.h"
 #include "host/common/TIniFileSectionBase.h"
+#include "host/controls/TfrmKKCommonWait.h"
 #include "persistence/exchange/TfrmKKWatchlistImportAskForCategory.h"
 #include "persistence/exchange/TfrmWatchlistImportProgress.h"
 
@@ -484,6 +485,96 @@ TEST_F(TfrmKKWatchlistImportTest, OfAFileThatIsGivenTheUserHearsThatItCanNotBeRe
   Folder.Write(u"Liste.wch", "nichts");
   User.ExpectMessage(u"Diese Datei ist keine Beobachtenliste oder beschädigt: " + ExportFile());
   EXPECT_FALSE(TForm::Display(nullptr, ExportFile()));
+}
+
+/// A file so large that it is read behind a window.
+class ImportOfALargeFile : public TfrmKKWatchlistImportTest {
+ protected:
+  ImportOfALargeFile() {
+    Item(Category(u"Küche"), Auction, u"Lampe");
+    Item(Unassigned(), Shop, u"Sieb");
+    ExportAll();
+    auto streams = TFileCompression::ReadPacked(ExportFile());
+    std::vector<TStreamForCompression*> all;
+    for (const auto& stream : streams) all.push_back(stream.get());
+    TMemoryStream padding(std::string(200'000, 'x'));
+    TStreamForCompression entry(u"Füllung", &padding, false);
+    all.push_back(&entry);
+    TFileCompression::CompressStreams(all, ExportFile(), 0, true);
+    StartElsewhere();
+  }
+  bool Display() { return TForm::Display(nullptr, ExportFile()); }
+  void ExpectWait(std::function<void(TfrmKKCommonWait&)> iStep) {
+    User.Expect<TfrmKKCommonWait>(std::move(iStep));
+  }
+  const std::string Whole = "<Keiner Kategorie zugewiesen>(Laden: Sieb) Küche(Auktion: Lampe)";
+};
+
+/// Each look at it takes long enough for a turn of the main loop.
+class TSlowClock : public IClock {
+ public:
+  TSlowClock() : FBefore(SetClock(this)) {}
+  ~TSlowClock() override { SetClock(FBefore); }
+  TDateTime Now() const override { return FBefore->Now(); }
+  int64_t SteadyMs() const override { return FSteady += 10; }
+
+ private:
+  mutable int64_t FSteady = 0;
+  IClock* FBefore;
+};
+
+TEST_F(ImportOfALargeFile, IsReadBehindAWindowWhileTheLoopTurns) {
+  const TSlowClock clock;
+  int turns = 0;
+  std::function<void()> turn = [&] {
+    if (++turns < 10) Loop.Post(turn);
+  };
+  ExpectWait([&](TfrmKKCommonWait& wait) {
+    EXPECT_EQ(wait.lblText.Caption(), u"Die Datei wird gelesen...");
+    EXPECT_EQ(wait.btnCancel.Caption(), u"&Abbrechen");
+    Loop.Post(turn);
+  });
+  User.Expect<TForm>([&](TForm& form) {
+    EXPECT_EQ(turns, 10);
+    EXPECT_EQ(Text(form, 0), u"Auktion [1 Einträge vorhanden]");
+    EXPECT_EQ(form.chckbxCategories.Caption(), u"Kategorien (2 vorhanden)");
+    Run(form);
+  });
+  EXPECT_TRUE(Display());
+  EXPECT_EQ(Outline(), Whole);
+}
+
+TEST_F(ImportOfALargeFile, CanBeGivenUpWithoutAWordAndWithoutAChange) {
+  const std::string before = Outline();
+  ExpectWait([this](TfrmKKCommonWait& wait) {
+    Loop.Post([this, &wait] { Loop.Post([&wait] { EXPECT_TRUE(wait.btnCancel.Click()); }); });
+  });
+  EXPECT_FALSE(Display());
+  ExpectWait([](TfrmKKCommonWait& wait) { EXPECT_TRUE(wait.btnCancel.Click()); });
+  EXPECT_FALSE(Display());
+  EXPECT_EQ(Outline(), before);
+}
+
+TEST_F(ImportOfALargeFile, ThatCanNotBeReadIsToldOnce) {
+  Auction->SetLoadFailure(u"kaputt");
+  User.ExpectMessage(u"Diese Datei ist keine Beobachtenliste oder beschädigt: " + ExportFile());
+  EXPECT_FALSE(Display());
+}
+
+TEST_F(ImportOfALargeFile, InTheBackgroundIsReadWithoutAWindow) {
+  EXPECT_TRUE(TForm::ExecuteInBackground(ExportFile()));
+  EXPECT_EQ(Outline(), Whole);
+  EXPECT_EQ(User.ShownCount(), 0);
+}
+
+TEST_F(ImportOfALargeFile, WhatChangesWhileItIsReadIsSavedLater) {
+  Forget();
+  ExpectWait([this](TfrmKKCommonWait&) {
+    Loop.Post([this] { Loop.Post([this] { Record(Shop).SetChangedItems(true); }); });
+  });
+  User.Expect<TForm>([](TForm& form) { EXPECT_TRUE(form.btnCancel.Click()); });
+  EXPECT_FALSE(Display());
+  EXPECT_EQ(Flags(Shop) + Flags(Auction), "I-");
 }
 
 }  // namespace
