@@ -2,7 +2,6 @@
 
 #include <QBuffer>
 #include <QFontDatabase>
-#include <QPageLayout>
 #include <QPdfWriter>
 #include <algorithm>
 
@@ -41,13 +40,16 @@ std::string ToPdf(const std::vector<TPrintedPages>& iParts) {
   bytes.open(QIODevice::WriteOnly);
   QPdfWriter writer(&bytes);
   writer.setResolution(cResolution);
-  writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()));
+  QPageLayout paper = iParts.front().Layout->Paper();
+  paper.setMinimumMargins({});
+  paper.setMargins({});
+  writer.setPageLayout(paper);
   writer.setTitle(iParts.front().Layout->Title());
   writer.setCreator(QStringLiteral("Kaufkobolde"));
-  const QRectF paper = writer.pageLayout().fullRectPixels(cResolution);
+  const QRectF room = paper.fullRectPixels(cResolution);
   QPainter painter;
   if (!painter.begin(&writer) ||
-      !PaintPages(painter, paper, iParts, [&] { return writer.newPage(); }) || !painter.end()) {
+      !PaintPages(painter, room, iParts, [&] { return writer.newPage(); }) || !painter.end()) {
     throw Exception(u"Das PDF lässt sich nicht erstellen");
   }
   return bytes.data().toStdString();

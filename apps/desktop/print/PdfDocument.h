@@ -15,8 +15,8 @@ struct TPrintedPages {
   int To;
 };
 
-/// A PDF document of A4 pages, one part after the other. Raises Exception if there is no page, or
-/// if the machine has no font. Main thread.
+/// A PDF document on the paper of the first part, one part after the other. Raises Exception if
+/// there is no page, or if the machine has no font. Main thread.
 std::string ToPdf(const std::vector<TPrintedPages>& iParts);
 
 /// Paints each page with the painter, and turns the leaf between two of them; iTurn answers false

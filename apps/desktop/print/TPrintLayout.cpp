@@ -14,14 +14,10 @@ constexpr double Millimetres(double iValue) {
 }
 constexpr double Points(double iValue) { return iValue * TPrintLayout::cUnitsPerPoint; }
 
-constexpr double cPageWidth = Millimetres(210);
-constexpr double cPageHeight = Millimetres(297);
-constexpr double cLeft = Millimetres(18);
-constexpr double cTop = Millimetres(15);
-constexpr double cWidth = cPageWidth - 2 * cLeft;
+const QMarginsF cMargins(Millimetres(18), Millimetres(15), Millimetres(18), Millimetres(14));
+constexpr double cMaxMargin = 0.25;                 // of the page's length that way
+constexpr double cSmallestSide = Millimetres(148);  // A5 (ISO 216)
 constexpr double cFootHeight = Millimetres(8);
-constexpr double cBottom = cPageHeight - Millimetres(14);
-constexpr double cBodyBottom = cBottom - cFootHeight;
 constexpr double cColumnGap = Points(12);
 constexpr double cRowPadding = Points(2.5);  // above a row and below it
 constexpr double cHeadGap = Points(10);
@@ -37,7 +33,8 @@ const QColor cGray(90, 90, 90);
 const QColor cLightGray(190, 190, 190);
 
 QString ValueText(TStringView iText, size_t iMaxLength = TPrintLayout::cMaxValue) {
-  return ToQt(ShortenedText(WithoutControlCharacters(ToSingleLine(iText)), iMaxLength));
+  const TString line = ToSingleLine(ReplaceAll(iText, u"\t", u" "));
+  return ToQt(ShortenedText(WithoutControlCharacters(line), iMaxLength));
 }
 
 // "12", "1.299,00 €", "10,00 EUR".
@@ -77,23 +74,39 @@ TWidths SharedWidths(const TWidths& iWanted, double iRoom) {
   return widths;
 }
 
-void PaintRule(QPainter& ioPainter, double iY, double iThickness, const QColor& iColor) {
+void PaintRule(QPainter& ioPainter, QPointF iLeft, double iWidth, double iThickness,
+               const QColor& iColor) {
   // A line, not a rectangle: it is at least one pixel, however small the page is shown.
   ioPainter.setPen(QPen(iColor, iThickness, Qt::SolidLine, Qt::FlatCap));
-  const double y = iY + iThickness / 2;
-  ioPainter.drawLine(QPointF(cLeft, y), QPointF(cLeft + cWidth, y));
+  const QPointF left = iLeft + QPointF(0, iThickness / 2);
+  ioPainter.drawLine(left, left + QPointF(iWidth, 0));
+}
+
+// What nineteen of twenty values want: one that is much longer has more lines, and does not make
+// the other columns narrow on all pages.
+double UsualWidth(std::vector<double>& ioWidths) {
+  if (ioWidths.empty()) return 0;
+  const auto usual = ioWidths.end() - 1 - static_cast<ptrdiff_t>(ioWidths.size() / 20);
+  std::ranges::nth_element(ioWidths, usual);
+  return *usual;
 }
 
 }  // namespace
 
-TPrintLayout::TPrintLayout(const TPrintContent& iContent)
-    : FTitleText(15, true, cBlack),
+QPageLayout TPrintLayout::UsualPaper() {
+  return {QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()};
+}
+
+TPrintLayout::TPrintLayout(const TPrintContent& iContent, const QPageLayout& iPaper)
+    : FPaper(iPaper),
+      FTitleText(15, true, cBlack),
       FHeaderText(9, true, cBlack),
       FText(9, false, cBlack),
       FSmallText(7.5, false, cGray),
       FTitle(ValueText(iContent.Title, cMaxTitle)),
       FSource(ValueText(iContent.Source, cMaxTitle)),
       FDate(ValueText(iContent.Date, cMaxTitle)) {
+  FindArea();
   for (size_t i = 0; i < cColumns; ++i) FHeaders[i] = ValueText(iContent.Headers[i], cMaxHeader);
   FRows.reserve(iContent.Rows.size());
   for (const auto& row : iContent.Rows) FRows.push_back(RowOf(row, iContent.Titles));
@@ -101,6 +114,21 @@ TPrintLayout::TPrintLayout(const TPrintContent& iContent)
   BreakLines();
   MakePages();
 }
+
+void TPrintLayout::FindArea() {
+  const QSizeF paper = FPaper.fullRect(QPageLayout::Point).size() * cUnitsPerPoint;
+  const double scale = std::max(1.0, cSmallestSide / std::min(paper.width(), paper.height()));
+  FPage = QRectF(QPointF(), paper * scale);
+  const QMarginsF most(FPage.width() * cMaxMargin, FPage.height() * cMaxMargin,
+                       FPage.width() * cMaxMargin, FPage.height() * cMaxMargin);
+  const QMarginsF chosen = FPaper.margins(QPageLayout::Point) * (cUnitsPerPoint * scale);
+  FArea = FPage.marginsRemoved({std::clamp(chosen.left(), cMargins.left(), most.left()),
+                                std::clamp(chosen.top(), cMargins.top(), most.top()),
+                                std::clamp(chosen.right(), cMargins.right(), most.right()),
+                                std::clamp(chosen.bottom(), cMargins.bottom(), most.bottom())});
+}
+
+double TPrintLayout::BodyBottom() const { return FArea.bottom() - cFootHeight; }
 
 TPrintLayout::TRow TPrintLayout::RowOf(const std::vector<TString>& iValues,
                                        const std::vector<TString>& iTitles) {
@@ -123,26 +151,25 @@ TPrintLayout::TRow TPrintLayout::RowOf(const std::vector<TString>& iValues,
 void TPrintLayout::FindColumns() {
   TWidths wanted{};
   for (size_t i = 0; i < cColumns; ++i) {
-    wanted[i] = FHeaderText.WidthOf(FHeaders[i]);
+    std::vector<double> cells;
     bool isNumber = true;
-    bool isEmpty = true;
     for (const TRow& row : FRows) {
       const QString& cell = row.Cells[i];
       if (cell.isEmpty()) continue;
-      isEmpty = false;
       isNumber = isNumber && IsNumber(cell);
-      wanted[i] = std::max(wanted[i], FText.WidthOf(cell));
+      cells.push_back(FText.WidthOf(cell));
     }
+    FColumns[i].IsNumber = isNumber && !cells.empty();
+    const double usual = FColumns[i].IsNumber ? std::ranges::max(cells) : UsualWidth(cells);
     // A little more, so that no rounding breaks the widest one.
-    wanted[i] += Points(1);
-    FColumns[i].IsNumber = isNumber && !isEmpty;
+    wanted[i] = std::max(FHeaderText.WidthOf(FHeaders[i]), usual) + Points(1);
   }
-  const double room = cWidth - cColumnGap * static_cast<double>(cColumns - 1);
+  const double room = FArea.width() - cColumnGap * static_cast<double>(cColumns - 1);
   const TWidths widths = SharedWidths(wanted, room);
   // What is left over goes to the first column, which names the row, so that the others stand at
   // the right edge of the page.
   const double rest = room - std::accumulate(widths.begin(), widths.end(), 0.0);
-  double left = cLeft;
+  double left = FArea.left();
   for (size_t i = 0; i < cColumns; ++i) {
     FColumns[i].Left = left;
     FColumns[i].Width = widths[i] + (i == 0 ? rest : 0);
@@ -160,16 +187,16 @@ void TPrintLayout::BreakLines() {
       if (FText.WidthOf(row.Cells[i]) < width - Points(0.5)) continue;  // one line, and quickly so
       row.Lines = std::max(row.Lines, FText.LineCount(row.Cells[i], width));
     }
-    if (!row.More.isEmpty()) row.MoreLines = FSmallText.LineCount(row.More, cWidth);
+    if (!row.More.isEmpty()) row.MoreLines = FSmallText.LineCount(row.More, FArea.width());
   }
 }
 
 void TPrintLayout::MakePages() {
   FPages.emplace_back();
-  double room = cBodyBottom - cTop - HeadHeight(true);
+  double room = BodyBottom() - FArea.top() - HeadHeight(true);
   const auto turn = [&] {
     FPages.emplace_back();
-    room = cBodyBottom - cTop - HeadHeight(false);
+    room = BodyBottom() - FArea.top() - HeadHeight(false);
   };
   for (size_t row = 0; row < FRows.size(); ++row) {
     if (HeightOf({row, 0, LineCount(row)}) > room && !FPages.back().empty()) turn();
@@ -186,8 +213,8 @@ void TPrintLayout::MakePages() {
 double TPrintLayout::HeadHeight(bool iFirstPage) const {
   const double headers = FHeaderLines * FHeaderText.LineHeight() + cThickLine + 2 * cHeaderGap;
   if (!iFirstPage) return FSmallText.LineHeight() + cHeadGap + headers;
-  return FTitleText.LineCount(FTitle, cWidth) * FTitleText.LineHeight() + FText.LineHeight() +
-         cHeaderGap + cHeadGap + headers;
+  return FTitleText.LineCount(FTitle, FArea.width()) * FTitleText.LineHeight() +
+         FText.LineHeight() + cHeaderGap + cHeadGap + headers;
 }
 
 double TPrintLayout::HeightOf(const TSlice& iSlice) const {
@@ -203,14 +230,14 @@ TPrintLayout::TSlice TPrintLayout::Fitting(size_t iRow, int iFirst, double iHeig
 }
 
 void TPrintLayout::Paint(QPainter& ioPainter, const QRectF& iPaper, int iPage) const {
-  const double scale = std::min(iPaper.width() / cPageWidth, iPaper.height() / cPageHeight);
-  const QRectF page(QPointF(), QSizeF(cPageWidth, cPageHeight) * scale);
+  const double scale = std::min(iPaper.width() / FPage.width(), iPaper.height() / FPage.height());
+  const QRectF page(QPointF(), FPage.size() * scale);
   ioPainter.save();
   ioPainter.translate(iPaper.center() - page.center());
   ioPainter.scale(scale, scale);
   const bool isFirst = iPage == 1;
   PaintHead(ioPainter, isFirst);
-  double top = cTop + HeadHeight(isFirst);
+  double top = FArea.top() + HeadHeight(isFirst);
   for (const TSlice& slice : FPages.at(static_cast<size_t>(iPage) - 1)) {
     PaintSlice(ioPainter, slice, top);
     top += HeightOf(slice);
@@ -220,20 +247,21 @@ void TPrintLayout::Paint(QPainter& ioPainter, const QRectF& iPaper, int iPage) c
 }
 
 void TPrintLayout::PaintHead(QPainter& ioPainter, bool iFirstPage) const {
-  double top = cTop;
+  const double width = FArea.width();
+  double top = FArea.top();
   QString left = FSource;
   const TPrintText& text = iFirstPage ? FText : FSmallText;
   if (iFirstPage) {
-    const int lines = FTitleText.LineCount(FTitle, cWidth);
-    FTitleText.Paint(ioPainter, {cLeft, top}, FTitle, cWidth, {0, lines});
+    const int lines = FTitleText.LineCount(FTitle, width);
+    FTitleText.Paint(ioPainter, {FArea.left(), top}, FTitle, width, {0, lines});
     top += lines * FTitleText.LineHeight() + cHeaderGap;
   } else {
     left = FTitle + QStringLiteral("  ·  ") + FSource;
   }
-  const double dateWidth = std::min(text.WidthOf(FDate) + Points(1), cWidth / 2);
-  const double leftWidth = cWidth - dateWidth - cColumnGap;
-  text.Paint(ioPainter, {cLeft, top}, text.Elided(left, leftWidth), leftWidth, {});
-  text.Paint(ioPainter, {cLeft + cWidth - dateWidth, top}, FDate, dateWidth, {}, Qt::AlignRight);
+  const double dateWidth = std::min(text.WidthOf(FDate) + Points(1), width / 2);
+  const double leftWidth = width - dateWidth - cColumnGap;
+  text.Paint(ioPainter, {FArea.left(), top}, text.Elided(left, leftWidth), leftWidth, {});
+  text.Paint(ioPainter, {FArea.right() - dateWidth, top}, FDate, dateWidth, {}, Qt::AlignRight);
   PaintHeaders(ioPainter, top + text.LineHeight() + cHeadGap);
 }
 
@@ -242,8 +270,8 @@ void TPrintLayout::PaintHeaders(QPainter& ioPainter, double iTop) const {
     FHeaderText.Paint(ioPainter, {FColumns[i].Left, iTop}, FHeaders[i], FColumns[i].Width,
                       {0, FHeaderLines}, FColumns[i].IsNumber ? Qt::AlignRight : Qt::AlignLeft);
   }
-  PaintRule(ioPainter, iTop + FHeaderLines * FHeaderText.LineHeight() + cHeaderGap, cThickLine,
-            cBlack);
+  const double bottom = iTop + FHeaderLines * FHeaderText.LineHeight() + cHeaderGap;
+  PaintRule(ioPainter, {FArea.left(), bottom}, FArea.width(), cThickLine, cBlack);
 }
 
 void TPrintLayout::PaintSlice(QPainter& ioPainter, const TSlice& iSlice, double iTop) const {
@@ -258,16 +286,16 @@ void TPrintLayout::PaintSlice(QPainter& ioPainter, const TSlice& iSlice, double 
   const int below = iSlice.Count - inColumns;
   if (below > 0) {
     const int first = std::max(0, iSlice.First - row.Lines);
-    FSmallText.Paint(ioPainter, {cLeft, top}, row.More, cWidth, {first, below});
+    FSmallText.Paint(ioPainter, {FArea.left(), top}, row.More, FArea.width(), {first, below});
     top += below * FSmallText.LineHeight();
   }
-  PaintRule(ioPainter, top + cRowPadding, cThinLine, cLightGray);
+  PaintRule(ioPainter, {FArea.left(), top + cRowPadding}, FArea.width(), cThinLine, cLightGray);
 }
 
 void TPrintLayout::PaintFoot(QPainter& ioPainter, int iPage) const {
   const QString text = ToQt(Format(u"Seite %d von %d", {iPage, PageCount()}));
-  FSmallText.Paint(ioPainter, {cLeft, cBottom - FSmallText.LineHeight()}, text, cWidth, {},
-                   Qt::AlignRight);
+  FSmallText.Paint(ioPainter, {FArea.left(), FArea.bottom() - FSmallText.LineHeight()}, text,
+                   FArea.width(), {}, Qt::AlignRight);
 }
 
 }  // namespace kk

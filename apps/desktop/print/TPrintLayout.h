@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPageLayout>
 #include <QRectF>
 #include <QString>
 #include <array>
@@ -10,27 +11,35 @@
 
 namespace kk {
 
-/// Content on pages of A4, upright: the same pages for a page count, a preview, a printer and a
+/// Content on the pages of a paper: the same pages for a page count, a preview, a printer and a
 /// file. Lengths are in units of a tenth of a point. The first page has the title, source and date,
 /// each later one a line of them; all have the headers above the rows, and the page's number. A row
 /// stays on one page unless it is larger than a page. Columns get their widths by what stands in
-/// them; a column of numbers stands right. Main thread.
+/// them, without the few values that are much longer than the others; a column of numbers stands
+/// right. Main thread.
 ///
-/// A value's line breaks and control characters become blanks, and of a very long one (above
-/// cMaxValue characters) the beginning is printed alone. Of the addresses behind the four columns
-/// (http...) only a row's first is printed: those behind it are of pictures and the like.
+/// A value's line breaks and tabs become blanks, its other control characters go, and of a very
+/// long one (above cMaxValue characters) the beginning is printed alone. Of the addresses behind
+/// the four columns (http...) only a row's first is printed: those behind it are of pictures and
+/// the like.
 class TPrintLayout {
  public:
   static constexpr double cUnitsPerPoint = 10;
   static constexpr size_t cMaxValue = 2000;
 
-  explicit TPrintLayout(const TPrintContent& iContent);
+  /// A4, upright.
+  static QPageLayout UsualPaper();
 
+  /// The margins are those of the paper, or the usual ones where these are wider. What does not
+  /// fit on a small paper is printed smaller.
+  explicit TPrintLayout(const TPrintContent& iContent, const QPageLayout& iPaper = UsualPaper());
+
+  const QPageLayout& Paper() const { return FPaper; }
   int PageCount() const { return static_cast<int>(FPages.size()); }
   const QString& Title() const { return FTitle; }
   const QString& Source() const { return FSource; }
-  /// Paints a page (1 to PageCount) on a paper of the painter's: on one of another shape than A4 as
-  /// large as it goes.
+  /// Paints a page (1 to PageCount) on a paper of the painter's: on one of another shape than its
+  /// own as large as it goes.
   void Paint(QPainter& ioPainter, const QRectF& iPaper, int iPage) const;
 
  private:
@@ -56,6 +65,8 @@ class TPrintLayout {
     bool IsNumber = false;
   };
 
+  void FindArea();
+  double BodyBottom() const;
   static TRow RowOf(const std::vector<TString>& iValues, const std::vector<TString>& iTitles);
   void FindColumns();
   void BreakLines();
@@ -71,6 +82,9 @@ class TPrintLayout {
   void PaintSlice(QPainter& ioPainter, const TSlice& iSlice, double iTop) const;
   void PaintFoot(QPainter& ioPainter, int iPage) const;
 
+  const QPageLayout FPaper;
+  QRectF FPage;
+  QRectF FArea;  ///< the page without its margins
   const TPrintText FTitleText;
   const TPrintText FHeaderText;
   const TPrintText FText;

@@ -12,11 +12,10 @@
 
 namespace kk {
 
-TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, const QPageLayout& iPaper,
-                             QWidget* iParent)
+TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, QWidget* iParent)
     : QDialog(iParent), FLayout(iLayout) {
   FPrinter.setOutputFormat(QPrinter::PdfFormat);
-  FPrinter.setPageLayout(iPaper);
+  FPrinter.setPageLayout(FLayout.Paper());
   FPrinter.setFullPage(true);
   FPages = new QPrintPreviewWidget(&FPrinter, this);
   FNumber = new QLabel(this);

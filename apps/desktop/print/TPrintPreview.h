@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDialog>
-#include <QPageLayout>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <functional>
@@ -16,8 +15,8 @@ namespace kk {
 /// The pages as they will come out of the printer, to look at. Main thread.
 class TPrintPreview : public QDialog {
  public:
-  /// The layout is borrowed. iPaper: the paper that the user has chosen.
-  TPrintPreview(const TPrintLayout& iLayout, const QPageLayout& iPaper, QWidget* iParent);
+  /// The layout is borrowed.
+  TPrintPreview(const TPrintLayout& iLayout, QWidget* iParent);
 
  private:
   void PaintAll(QPrinter& ioPrinter) const;

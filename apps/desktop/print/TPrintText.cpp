@@ -1,7 +1,10 @@
 #include "apps/desktop/print/TPrintText.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QTextLayout>
+#include <algorithm>
 #include <cmath>
 
 #include "apps/desktop/print/TPrintLayout.h"
@@ -39,6 +42,24 @@ void Break(QTextLayout& ioLayout, double iWidth, Qt::Alignment iAlignment) {
   ioLayout.endLayout();
 }
 
+// Below it there are letters, digits and signs of money, no pictures.
+constexpr char16_t cFirstPicture = 0x2100;
+
+bool MayHavePictures(const QString& iText) {
+  return std::ranges::any_of(iText, [](QChar iChar) { return iChar >= cFirstPicture; });
+}
+
+// A line's pixels in a place of it.
+QImage PixelsOf(const QTextLine& iLine, const QRectF& iPlace) {
+  QImage image(iPlace.size().toSize(), QImage::Format_ARGB32_Premultiplied);
+  if (image.isNull()) return image;
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  iLine.draw(&painter, -iPlace.topLeft());
+  painter.end();
+  return image;
+}
+
 }  // namespace
 
 TPrintText::TPrintText(double iPoints, bool iBold, const QColor& iColor)
@@ -68,6 +89,7 @@ void TPrintText::Paint(QPainter& ioPainter, QPointF iTopLeft, const QString& iTe
   QTextLayout layout(iText, FFont);
   Break(layout, iWidth, iAlignment);
   ioPainter.setPen(FColor);
+  const bool mayHavePictures = MayHavePictures(iText);
   const int end = std::min(iLines.First + iLines.Count, layout.lineCount());
   for (int i = iLines.First; i < end; ++i) {
     QTextLine line = layout.lineAt(i);
@@ -75,6 +97,26 @@ void TPrintText::Paint(QPainter& ioPainter, QPointF iTopLeft, const QString& iTe
     line.setPosition({0, 0});
     const double top = (i - iLines.First) * FLineHeight + FAscent - line.ascent();
     line.draw(&ioPainter, iTopLeft + QPointF(0, top));
+    if (mayHavePictures) PaintPictures(ioPainter, line, iTopLeft + QPointF(0, top));
+  }
+}
+
+void TPrintText::PaintPictures(QPainter& ioPainter, const QTextLine& iLine,
+                               QPointF iTopLeft) const {
+  ioPainter.setRenderHint(QPainter::LosslessImageRendering);
+  for (const QGlyphRun& run : iLine.glyphRuns()) {
+    const QRawFont font = run.rawFont();
+    if (font.fontTable("CBLC").isEmpty()) continue;  // OpenType: where its bitmaps lie
+    const QList<quint32> glyphs = run.glyphIndexes();
+    const QList<QPointF> places = run.positions();
+    const QList<QPointF> advances = font.advancesForGlyphIndexes(glyphs);
+    for (qsizetype i = 0; i < glyphs.size(); ++i) {
+      const QRectF place(places[i] - QPointF(0, font.ascent()),
+                         QSizeF(advances[i].x(), font.ascent() + font.descent()));
+      QImage& picture = FPictures[{font.familyName(), glyphs[i]}];
+      if (picture.isNull()) picture = PixelsOf(iLine, place);
+      ioPainter.drawImage(iTopLeft + place.topLeft(), picture);
+    }
   }
 }
 

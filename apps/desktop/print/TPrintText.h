@@ -1,8 +1,13 @@
 #pragma once
 
 #include <QFont>
+#include <QImage>
 #include <QPainter>
 #include <QString>
+#include <map>
+#include <utility>
+
+class QTextLine;
 
 namespace kk {
 
@@ -30,10 +35,15 @@ class TPrintText {
              TLines iLines, Qt::Alignment iAlignment = Qt::AlignLeft) const;
 
  private:
+  // A PDF takes over outlines alone. Where a font has pictures instead, as that of the emojis has,
+  // they are put there; each is kept, so that a file has it once.
+  void PaintPictures(QPainter& ioPainter, const QTextLine& iLine, QPointF iTopLeft) const;
+
   QFont FFont;
   QColor FColor;
   double FAscent;
   double FLineHeight;
+  mutable std::map<std::pair<QString, quint32>, QImage> FPictures;  ///< by font and glyph
 };
 
 }  // namespace kk

@@ -29,6 +29,12 @@ class TPdfReader {
     return Output("pdftotext -layout -enc UTF-8 " + range + "'" + FPath + "' -");
   }
 
+  /// A page as a PNG file, a pixel for each point.
+  std::string Picture(int iPage) const {
+    const std::string page = std::to_string(iPage);
+    return Output("pdftoppm -png -r 72 -f " + page + " -l " + page + " '" + FPath + "'");
+  }
+
  private:
   static std::string Output(const std::string& iCommand) {
     std::FILE* pipe = popen(iCommand.c_str(), "r");

@@ -201,6 +201,126 @@ TEST_F(TPrintLayoutTest, LettersAreNotJoinedSoThatTheyAreFoundAgain) {
   EXPECT_THAT(Pdf(list).Text(), HasSubstr("Kaffeemühle, griffig, flach"));
 }
 
+TEST_F(TPrintLayoutTest, TabsAndLineBreaksKeepWordsApart) {
+  TPrintContent list = List(1);
+  list.Rows[0][0] = u"eins\tzwei\ndrei\r\nvier\u0007";
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("eins zwei drei vier "));
+}
+
+TEST_F(TPrintLayoutTest, OneLongValueAmongManyDoesNotNarrowTheOtherColumns) {
+  TPrintContent list = List(60);
+  const auto before = static_cast<double>(ColumnOf(Pdf(list).Text(), "Anbieter"));
+  TString seller;
+  for (int i = 0; i < 30; ++i) seller += u"Wortreicher ";
+  list.Rows[7][3] = seller + u"Schluß";
+  const std::string text = Pdf(list).Text();
+  EXPECT_NEAR(static_cast<double>(ColumnOf(text, "Anbieter")), before, 2);
+  EXPECT_EQ(CountOf(text, "Wortreicher"), 30u);
+  EXPECT_THAT(text, HasSubstr("Schluß"));
+}
+
+TEST_F(TPrintLayoutTest, AColumnOfNumbersHasRoomForTheLargest) {
+  TPrintContent list = List(60);
+  list.Rows[7][1] = u"123.456.789,00 EUR";
+  list.Rows[8][3] = TString(400, u'x');
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("123.456.789,00 EUR"));
+}
+
+QPageLayout Paper(QPageSize::PageSizeId iSize, QPageLayout::Orientation iOrientation,
+                  double iMargin = 0) {
+  return {QPageSize(iSize), iOrientation, QMarginsF(iMargin, iMargin, iMargin, iMargin),
+          QPageLayout::Millimeter};
+}
+
+TEST_F(TPrintLayoutTest, PaperOnItsSideHasWiderColumnsAndFewerRows) {
+  TPrintContent list = List(100);
+  const TString name = u"Gußeiserner Bräter mit Deckel, oval, für alle Herdarten, 33 cm";
+  list.Rows.push_back({name});
+  EXPECT_THAT(Pdf(list).Text(), Not(HasSubstr(ToUtf8(name))));
+  const TPrintLayout upright(list);
+  const TPrintLayout across(list, Paper(QPageSize::A4, QPageLayout::Landscape));
+  EXPECT_GT(across.PageCount(), upright.PageCount());
+  const TPdfReader pdf = Write(ToPdf({{&across, 1, across.PageCount()}}));
+  EXPECT_EQ(pdf.PageCount(), across.PageCount());
+  EXPECT_THAT(pdf.Info("Page size"), HasSubstr("842 x 595 pts"));
+  const std::string text = pdf.Text();
+  EXPECT_THAT(text, HasSubstr(ToUtf8(name)));
+  for (int i = 1; i <= 100; ++i) {
+    EXPECT_EQ(CountOf(text, "Artikel Nr. " + std::to_string(i) + " "), 1u) << i;
+  }
+}
+
+TEST_F(TPrintLayoutTest, ASmallPaperShowsTheSameSmaller) {
+  TPrintContent list = List(20);
+  list.Title = TString(300, u'W');
+  for (const auto size : {QPageSize::A7, QPageSize::A10, QPageSize::EnvelopeMonarch}) {
+    for (const auto orientation : {QPageLayout::Portrait, QPageLayout::Landscape}) {
+      const TPrintLayout layout(list, Paper(size, orientation));
+      const TPdfReader pdf = Write(ToPdf({{&layout, 1, layout.PageCount()}}));
+      EXPECT_LT(pdf.PageCount(), 10);
+      EXPECT_EQ(CountOf(pdf.Text(), "Artikel Nr. "), 20u);
+    }
+  }
+}
+
+// What is painted of a page at 72 pixels an inch, as a rectangle.
+QRect Painted(const TPrintLayout& iLayout) {
+  QImage image(iLayout.Paper().fullRectPixels(72).size(), QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  iLayout.Paint(painter, image.rect(), 1);
+  painter.end();
+  QRect painted;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (image.pixel(x, y) != qRgb(255, 255, 255)) painted |= QRect(x, y, 1, 1);
+    }
+  }
+  return painted;
+}
+
+TEST_F(TPrintLayoutTest, MarginsAreThoseOfThePaperIfTheyAreWider) {
+  const QRect usual = Painted(TPrintLayout(List(60)));
+  EXPECT_NEAR(usual.left(), 51, 2);
+  EXPECT_NEAR(usual.right(), 595 - 51, 2);
+  const auto id = QPageSize::A4;
+  EXPECT_EQ(Painted(TPrintLayout(List(60), Paper(id, QPageLayout::Portrait, 5))), usual);
+  const QRect narrow = Painted(TPrintLayout(List(60), Paper(id, QPageLayout::Portrait, 40)));
+  EXPECT_NEAR(narrow.left(), 113, 2);
+  EXPECT_NEAR(narrow.right(), 595 - 113, 2);
+  EXPECT_GE(narrow.top(), 113);
+  EXPECT_LE(narrow.bottom(), 842 - 113);
+  const QRect most = Painted(TPrintLayout(List(60), Paper(id, QPageLayout::Portrait, 100)));
+  EXPECT_NEAR(most.left(), 595 / 4, 2);
+  EXPECT_NEAR(most.right(), 595 * 3 / 4, 2);
+}
+
+TEST_F(TPrintLayoutTest, EmojisAreInThePdfInTheirColours) {
+  TPrintContent list = List(1);
+  list.Rows[0][0] = TString(u"Tasse ") + cRedSquare + u" rot";
+  list.Rows[0].resize(4);
+  const TPdfReader pdf = Pdf(list);
+  EXPECT_THAT(pdf.Text(), HasSubstr("Tasse "));
+  const std::string png = pdf.Picture(1);
+  QImage page;
+  ASSERT_TRUE(page.loadFromData(reinterpret_cast<const uchar*>(png.data()),
+                                static_cast<int>(png.size()), "PNG"));
+  QRect red;
+  for (int y = 0; y < page.height(); ++y) {
+    for (int x = 0; x < page.width(); ++x) {
+      const QColor colour = page.pixelColor(x, y);
+      if (colour.red() > 200 && colour.green() < 60) red |= QRect(x, y, 1, 1);
+    }
+  }
+  EXPECT_NEAR(red.width(), 9, 1);
+  EXPECT_NEAR(red.height(), 9, 1);
+  EXPECT_NEAR(red.left(), 80, 4) << "behind the word";
+  const size_t one = Folder.Read(u"liste.pdf").size();
+  for (int i = 0; i < 200; ++i) list.Rows[0][0] += cRedSquare;
+  Pdf(list);
+  EXPECT_LT(Folder.Read(u"liste.pdf").size(), one + 10000) << "a picture is in the file once";
+}
+
 TEST_F(TPrintLayoutTest, HostileValuesDoNoHarm) {
   TPrintContent list = List(1);
   list.Title = TString(100000, u'T');

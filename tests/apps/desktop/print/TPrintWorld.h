@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <fstream>
 
+#include "PictureFont.h"
 #include "TPdfReader.h"
 #include "apps/desktop/print/PdfDocument.h"
 #include "tests/support/TTempFolder.h"
@@ -15,7 +16,10 @@ namespace kk {
 /// A list as the watch list prints it, and the PDF that becomes of it.
 class TPrintWorld : public testing::Test {
  protected:
-  TPrintWorld() { NeedQt(); }
+  TPrintWorld() {
+    NeedQt();
+    NeedPictureFont();
+  }
 
   static TPrintContent List(size_t iRows) {
     TPrintContent content{

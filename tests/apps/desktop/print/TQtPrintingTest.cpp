@@ -51,6 +51,15 @@ class TQtPrintingTest : public TPrintWorld {
     Printing.Printer().setOutputFormat(QPrinter::PdfFormat);
     Printing.Printer().setOutputFileName(ToQt(Folder.File(u"Küche.pdf")));
   }
+  /// The user lays the paper on its side, by the dialog's properties.
+  static void TurnPaper(QPrintDialog& ioWindow) {
+    QTimer::singleShot(0, [] {
+      auto& properties = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+      Part<QRadioButton>(properties, "landscape").click();
+      properties.accept();
+    });
+    Part<QPushButton>(ioWindow, "properties").click();
+  }
   TPdfReader File() const { return TPdfReader(ToUtf8(Folder.File(u"Küche.pdf"))); }
   TPrintDialog Dialog(IPrintJob& iJob) const {
     TPrintDialog dialog;
@@ -93,6 +102,80 @@ TEST_F(TQtPrintingTest, TheUsersPagesComeBack) {
   EXPECT_EQ(dialog.FromPage, 2);
   EXPECT_EQ(dialog.ToPage, 3);
   EXPECT_EQ(dialog.Copies, 1);
+}
+
+TEST_F(TQtPrintingTest, TheTitleTellsWhichListItIs) {
+  TPrintDialog dialog = Dialog(*Job);
+  InNext<QPrintDialog>([](QPrintDialog& window) {
+    EXPECT_EQ(FromQt(window.windowTitle()), u"Drucken: Küche, Webseite");
+    window.reject();
+  });
+  Printing.ShowPrintDialog(dialog);
+}
+
+TEST_F(TQtPrintingTest, OffersNoOtherChoiceOfPagesThanARange) {
+  TPrintDialog dialog = Dialog(*Job);
+  InNext<QPrintDialog>([](QPrintDialog& window) {
+    for (const char* name : {"pagesRadioButton", "pagesLineEdit", "reverse"}) {
+      EXPECT_TRUE(Part<QWidget>(window, name).isHidden()) << name;
+    }
+    for (const char* name : {"printAll", "printRange", "from", "to", "copies", "collate"}) {
+      EXPECT_FALSE(Part<QWidget>(window, name).isHidden()) << name;
+    }
+    window.reject();
+  });
+  Printing.ShowPrintDialog(dialog);
+}
+
+TEST_F(TQtPrintingTest, PaperThatTheUserTurnsHasPagesOfItsOwn) {
+  TPrintDialog dialog = Dialog(*Job);
+  ToFile();
+  const int upright = Job->CalculatePageCount();
+  InNext<QPrintDialog>([](QPrintDialog& window) {
+    TurnPaper(window);
+    window.accept();
+  });
+  ASSERT_TRUE(Printing.ShowPrintDialog(dialog));
+  EXPECT_GT(dialog.MaxPage, upright);
+  EXPECT_EQ(dialog.MaxPage, Job->CalculatePageCount());
+  Job->Print(dialog.MinPage, dialog.MaxPage);
+  const TPdfReader file(ToUtf8(FromQt(Printing.Printer().outputFileName())));
+  EXPECT_EQ(file.PageCount(), dialog.MaxPage);
+  EXPECT_THAT(file.Info("Page size"), HasSubstr("842 x 595 pts"));
+  EXPECT_THAT(file.Text(), HasSubstr("Artikel Nr. 100 "));
+  const auto next = Printing.CreateJob(List(100));
+  EXPECT_EQ(next->CalculatePageCount(), dialog.MaxPage) << "the next list is on that paper, too";
+}
+
+TEST_F(TQtPrintingTest, ACancelLeavesThePaperAsItWas) {
+  TPrintDialog dialog = Dialog(*Job);
+  ToFile();
+  const int upright = Job->CalculatePageCount();
+  InNext<QPrintDialog>([](QPrintDialog& window) {
+    TurnPaper(window);
+    window.reject();
+  });
+  EXPECT_FALSE(Printing.ShowPrintDialog(dialog));
+  EXPECT_EQ(dialog.MaxPage, upright);
+  EXPECT_EQ(Job->CalculatePageCount(), upright);
+}
+
+TEST_F(TQtPrintingTest, ThePreviewShowsThePaperThatStandsInTheDialog) {
+  TPrintDialog dialog = Dialog(*Job);
+  ToFile();
+  const int upright = Job->CalculatePageCount();
+  InNext<QPrintDialog>([&](QPrintDialog& window) {
+    TurnPaper(window);
+    InNext<TPrintPreview>([&](TPrintPreview& preview) {
+      const auto& pages = *preview.findChild<QPrintPreviewWidget*>();
+      EXPECT_EQ(pages.orientation(), QPageLayout::Landscape);
+      EXPECT_GT(pages.pageCount(), upright);
+      preview.close();
+    });
+    Button(window, ToQt(u"&Vorschau...")).click();
+    window.reject();
+  });
+  EXPECT_FALSE(Printing.ShowPrintDialog(dialog));
 }
 
 TEST_F(TQtPrintingTest, AFileHasEachPageOnce) {
@@ -184,6 +267,24 @@ TEST_F(TQtPrintingTest, EachListGetsAFileOfItsOwnBesideTheOneBefore) {
   EXPECT_TRUE(Printing.ShowPrintDialog(dialog));
   EXPECT_EQ(FromQt(Printing.Printer().outputFileName()),
             Folder.File(u"Kaufkobolde 7 - Beobachten - Küche_Bad - Webseite.pdf"));
+}
+
+TEST_F(TQtPrintingTest, ALongNameOfACategoryLeavesRoomForThatOfTheSource) {
+  for (const size_t shift : {0u, 1u}) {
+    TPrintContent list = List(1);
+    list.Title = u"Kaufkobolde 7 -> Beobachten -> " + TString(shift, u'x');
+    for (int i = 0; i < 200; ++i) list.Title += u"😀";
+    list.Source = TString(300, u'q');
+    Job = Printing.CreateJob(list);
+    TPrintDialog dialog = Dialog(*Job);
+    ToFile();
+    InNext<QPrintDialog>([](QPrintDialog& window) { window.reject(); });
+    EXPECT_FALSE(Printing.ShowPrintDialog(dialog));
+    const TString name = FromQt(Printing.Printer().outputFileName());
+    EXPECT_THAT(ToUtf8(name), HasSubstr("😀 - qqqqqqqq"));
+    EXPECT_THAT(ToUtf8(name), testing::Not(HasSubstr("\uFFFD"))) << "no half of a character";
+    EXPECT_LE(ToUtf8(name).size() - Folder.Path().size(), 240u);
+  }
 }
 
 TEST_F(TQtPrintingTest, TheFirstFileIsProposedAmongTheUsersDocuments) {
