@@ -23,8 +23,4 @@ TBitmap TToolbarButtonWatchlist::GetImageSelected() {
   return *FBitmapSelected;
 }
 
-void TToolbarButtonWatchlist::Click() {
-  if (FOnClick) FOnClick(this);
-}
-
 }  // namespace kk

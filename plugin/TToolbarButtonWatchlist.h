@@ -2,14 +2,12 @@
 
 #include <optional>
 
-#include "host/base/TDelegate.h"
-#include "host/base/TObject.h"
 #include "host/contract/TCommonToolbar.h"
 
 namespace kk {
 
 /// The button "Beobachten" in the host's main toolbar. Main thread.
-class TToolbarButtonWatchlist : public TCommonToolbarButton, public TObject {
+class TToolbarButtonWatchlist : public TCommonToolbarEventButton {
  public:
   TGuid GetId() const override;
   TGuid GetPluginId() const override;
@@ -17,16 +15,10 @@ class TToolbarButtonWatchlist : public TCommonToolbarButton, public TObject {
   TString GetCaption() const override;
   TBitmap GetImage() override;
   TBitmap GetImageSelected() override;
-  /// Raises the event, if there is one, with the button as the sender.
-  void Click() override;
-
-  /// The receiver takes it back (an empty event) before it dies.
-  void SetOnClick(TNotifyEvent iEvent) { FOnClick = iEvent; }
 
  private:
   std::optional<TBitmap> FBitmap;
   std::optional<TBitmap> FBitmapSelected;
-  TNotifyEvent FOnClick;
 };
 
 }  // namespace kk

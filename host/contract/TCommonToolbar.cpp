@@ -4,6 +4,10 @@
 
 namespace kk {
 
+void TCommonToolbarEventButton::Click() {
+  if (FOnClick) FOnClick(this);
+}
+
 TIntf<IToolbarButton> TCommonToolbarExtender::GetItems(int iIndex) const {
   return FButtons[CheckedIndex(iIndex, FButtons.size())];
 }

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "host/base/TDelegate.h"
+#include "host/base/TObject.h"
 #include "host/contract/IToolbarExtender.h"
 
 namespace kk {
@@ -10,6 +12,19 @@ namespace kk {
 class TCommonToolbarButton : public TInterfaced<IToolbarButton> {
  public:
   TString GetHint() const override { return GetCaption(); }
+};
+
+/// A button that tells who made it of its clicks. Main thread.
+class TCommonToolbarEventButton : public TCommonToolbarButton, public TObject {
+ public:
+  /// Raises the event, if there is one, with the button as the sender.
+  void Click() override;
+
+  /// The receiver takes it back (an empty event) before it dies.
+  void SetOnClick(TNotifyEvent iEvent) { FOnClick = iEvent; }
+
+ private:
+  TNotifyEvent FOnClick;
 };
 
 /// A plain list of buttons.

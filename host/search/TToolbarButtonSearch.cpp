@@ -19,8 +19,4 @@ TBitmap TToolbarButtonSearch::GetImageSelected() {
   return {TString(cToolbuttonSearchImageSelected)};
 }
 
-void TToolbarButtonSearch::Click() {
-  if (FOnClick) FOnClick(this);
-}
-
 }  // namespace kk

@@ -1,9 +1,8 @@
 #include "TTestShop.h"
 
-#include <httplib.h>
-
-#include <atomic>
 #include <chrono>
+
+#include "tests/support/THttpTestServer.h"
 
 namespace kk {
 namespace {
@@ -12,36 +11,16 @@ constexpr auto cDeadline = std::chrono::seconds(30);
 
 }  // namespace
 
-class TTestShop::TServer {
- public:
-  explicit TServer(TTestShop& ioShop) {
-    FServer.Get(".*", [&ioShop](const httplib::Request& iRequest, httplib::Response& ioResponse) {
-      TPage page;
-      ioShop.Serve(iRequest.path, page);
-      ioResponse.status = page.Status;
-      ioResponse.set_content(page.Html, "text/html; charset=utf-8");
-    });
-    FPort = FServer.bind_to_any_port("127.0.0.1");
-    FThread = std::thread([this] {
-      FServer.listen_after_bind();
-      FEnded = true;
-    });
-  }
-  ~TServer() {
-    while (!FServer.is_running() && !FEnded) std::this_thread::yield();
-    FServer.stop();
-    FThread.join();
-  }
-  int Port() const { return FPort; }
-
- private:
-  httplib::Server FServer;
-  int FPort = 0;
-  std::atomic<bool> FEnded{false};
-  std::thread FThread;
-};
-
-TTestShop::TTestShop() : FServer(std::make_unique<TServer>(*this)) {}
+TTestShop::TTestShop() : FServer(std::make_unique<THttpTestServer>()) {
+  FServer->Routes().Get(".*",
+                        [this](const httplib::Request& iRequest, httplib::Response& oResponse) {
+                          TPage page;
+                          Serve(iRequest.path, page);
+                          oResponse.status = page.Status;
+                          oResponse.set_content(page.Html, "text/html; charset=utf-8");
+                        });
+  FServer->Start();
+}
 
 TTestShop::~TTestShop() {
   {
@@ -52,9 +31,7 @@ TTestShop::~TTestShop() {
   FServer.reset();
 }
 
-std::string TTestShop::Address(const std::string& iPath) const {
-  return "http://127.0.0.1:" + std::to_string(FServer->Port()) + iPath;
-}
+std::string TTestShop::Address(const std::string& iPath) const { return FServer->Address(iPath); }
 
 std::string TTestShop::Put(const std::string& iPath, const std::string& iName,
                            const std::string& iPrice) {

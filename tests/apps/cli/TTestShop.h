@@ -5,9 +5,10 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 
 namespace kk {
+
+class THttpTestServer;
 
 /// Pages on the loopback address that the test writes: what they say, which status they have, and
 /// some that never answer. Its thread ends with it.
@@ -37,7 +38,6 @@ class TTestShop {
     int Status = 200;
     bool Hangs = false;
   };
-  class TServer;
 
   void Serve(const std::string& iPath, TPage& oPage);
 
@@ -46,7 +46,7 @@ class TTestShop {
   bool FEnding = false;
   std::map<std::string, TPage> FPages;
   std::map<std::string, int> FRequests;
-  std::unique_ptr<TServer> FServer;
+  std::unique_ptr<THttpTestServer> FServer;
 };
 
 }  // namespace kk

@@ -24,6 +24,7 @@
 #include "host/contract/TPluginIntegration.h"
 #include "host/contract/TPlugins.h"
 #include "tests/support/TFakeSource.h"
+#include "tests/support/TFakeToolbar.h"
 
 namespace kk {
 namespace {
@@ -197,20 +198,9 @@ TEST(TCommonSettingsExtender, HoldsPagesWithTheirPlaces) {
   EXPECT_THROW(extender->GetBefore(-1), EListError);
 }
 
-class TFakeButton : public TCommonToolbarButton {
- public:
-  TGuid GetId() const override { return cEmptyGuid; }
-  TGuid GetPluginId() const override { return cEmptyGuid; }
-  int GetSortOrder() const override { return 1; }
-  TString GetCaption() const override { return u"Beobachten"; }
-  TBitmap GetImage() override { return {u"A"}; }
-  TBitmap GetImageSelected() override { return {}; }
-  void Click() override {}
-};
-
 TEST(TCommonToolbar, HoldsButtonsWhoseHintIsTheirCaption) {
   const auto toolbar = MakeIntf<TCommonToolbarExtender>();
-  toolbar->Add(MakeIntf<TFakeButton>());
+  toolbar->Add(MakeIntf<TFakeToolbarButton>(1, cEmptyGuid, u"Beobachten"));
   ASSERT_EQ(toolbar->GetCount(), 1);
   EXPECT_EQ(toolbar->GetItems(0)->GetHint(), u"Beobachten");
   EXPECT_THROW(toolbar->GetItems(1), EListError);

@@ -2,56 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include "host/contract/ISectionHost.h"
-#include "host/contract/TCommonToolbar.h"
-#include "host/controls/TfrmKKCommonSectionBase.h"
+#include "tests/support/TFakeToolbar.h"
 
 namespace kk {
 namespace {
 
 constexpr TGuid cOwn = GuidLiteral("{11111111-0000-0000-0000-000000000001}");
 constexpr TGuid cOther = GuidLiteral("{22222222-0000-0000-0000-000000000002}");
-
-class TButtonFake : public TCommonToolbarButton {
- public:
-  TButtonFake(const TGuid& iPlugin, int iSortOrder, TString iCaption)
-      : FPlugin(iPlugin), FSortOrder(iSortOrder), FCaption(std::move(iCaption)) {}
-
-  TGuid GetId() const override { return FPlugin; }
-  TGuid GetPluginId() const override { return FPlugin; }
-  int GetSortOrder() const override { return FSortOrder; }
-  TString GetCaption() const override { return FCaption; }
-  TBitmap GetImage() override { return {u"IMAGE"}; }
-  TBitmap GetImageSelected() override { return {u"SELECTED"}; }
-  void Click() override { ++Clicks; }
-
-  int Clicks = 0;
-
- private:
-  TGuid FPlugin;
-  int FSortOrder;
-  TString FCaption;
-};
-
-/// A host with a screen, as far as sections see it.
-class THostFake : public TInterfaced<IApplication, IToolbarExtender, ISectionHost> {
- public:
-  void SectionClosed() override {}
-  bool ShowNotificationWindow(TForm*) override { return false; }
-  void Add(const TIntf<IToolbarButton>& iButton) override { Buttons.push_back(iButton); }
-  int GetCount() const override { return static_cast<int>(Buttons.size()); }
-  TIntf<IToolbarButton> GetItems(int iIndex) const override {
-    return Buttons[static_cast<size_t>(iIndex)];
-  }
-  void AddSection(TfrmKKCommonSectionBase&) override { Calls.push_back("add"); }
-  void RemoveSection(TfrmKKCommonSectionBase&) override { Calls.push_back("remove"); }
-  void ShowSection(TfrmKKCommonSectionBase& ioForm) override {
-    Calls.push_back(ioForm.WasShown() ? "show" : "show before the first time");
-  }
-
-  std::vector<TIntf<IToolbarButton>> Buttons;
-  std::vector<std::string> Calls;
-};
 
 struct TToolbarWorld {
   TToolbarWorld() {
@@ -62,9 +19,9 @@ struct TToolbarWorld {
     return dynamic_cast<TToolButton&>(*Bar.Children().at(static_cast<size_t>(iIndex)));
   }
 
-  TIntf<THostFake> Host = MakeIntf<THostFake>();
-  TIntf<TButtonFake> Own = MakeIntf<TButtonFake>(cOwn, 100, u"Beobachten");
-  TIntf<TButtonFake> Other = MakeIntf<TButtonFake>(cOther, 10, u"Suchen");
+  TIntf<TFakeSectionHost> Host = MakeIntf<TFakeSectionHost>();
+  TIntf<TFakeToolbarButton> Own = MakeIntf<TFakeToolbarButton>(100, cOwn, u"Beobachten");
+  TIntf<TFakeToolbarButton> Other = MakeIntf<TFakeToolbarButton>(10, cOther, u"Suchen");
   TForm Form{nullptr, u"Form"};
   TToolbar Bar{&Form, u"tlbrNavigation"};
 };
@@ -126,7 +83,7 @@ class TSectionFake : public TfrmKKCommonSectionBase {
 };
 
 TEST(ISectionHost, HearsWhereASectionIsAndEachTimeThatItIsShown) {
-  const auto host = MakeIntf<THostFake>();
+  const auto host = MakeIntf<TFakeSectionHost>();
   {
     TSectionFake section;
     section.Initialize(host);
@@ -138,7 +95,7 @@ TEST(ISectionHost, HearsWhereASectionIsAndEachTimeThatItIsShown) {
 }
 
 TEST(ISectionHost, ASectionThatDiesWithoutItsEndIsTakenOutAllTheSame) {
-  const auto host = MakeIntf<THostFake>();
+  const auto host = MakeIntf<TFakeSectionHost>();
   { TSectionFake().Initialize(host); }
   EXPECT_EQ(host->Calls, (std::vector<std::string>{"add", "remove"}));
 }

@@ -6,6 +6,7 @@
 #include "THostWorld.h"
 #include "host/base/Exception.h"
 #include "host/contract/IReminderHost.h"
+#include "tests/support/TFakeToolbar.h"
 
 namespace kk {
 namespace {
@@ -178,19 +179,6 @@ TEST(THostPlugins, SettingsAreToldWithoutInitialize) {
   EXPECT_THAT(world.Plugins.SettingsKeys(), SizeIs(1));
 }
 
-struct TFakeButton : public TInterfaced<IToolbarButton> {
-  explicit TFakeButton(int iOrder) : Order(iOrder) {}
-  TGuid GetId() const override { return cEmptyGuid; }
-  TGuid GetPluginId() const override { return cEmptyGuid; }
-  int GetSortOrder() const override { return Order; }
-  TString GetCaption() const override { return {}; }
-  TBitmap GetImage() override { return {}; }
-  TBitmap GetImageSelected() override { return {}; }
-  TString GetHint() const override { return {}; }
-  void Click() override {}
-  const int Order;
-};
-
 struct TExtension : public TInterfaced<IIntegrationInfo> {
   TGuid GetId() const override { return cEmptyGuid; }
 };
@@ -252,7 +240,7 @@ class TFakeSearchPlugin : public TCommonPlugin<IPlugin, ISearchSource, ISearchLo
   void Add(const TIntf<IToolbarButton>&) override {}
   int GetCount() const override { return static_cast<int>(FOrders.size()); }
   TIntf<IToolbarButton> GetItems(int iIndex) const override {
-    return MakeIntf<TFakeButton>(FOrders[static_cast<size_t>(iIndex)]);
+    return MakeIntf<TFakeToolbarButton>(FOrders[static_cast<size_t>(iIndex)]);
   }
   TIntf<ISettingsNode> GetNode(int) const override { return {}; }
   bool QueryDelegated(const TGuid& iIid, void** oInterface) override {

@@ -8,13 +8,12 @@
 
 #include "host/base/Exception.h"
 #include "host/contract/INotifications.h"
-#include "host/contract/ISectionHost.h"
-#include "host/contract/IToolbarExtender.h"
 #include "host/contract/TCommonExplorerBarExtender.h"
 #include "host/contract/TPluginIntegration.h"
 #include "host/search/SearchConsts.h"
 #include "host/search/TfrmSearch.h"
 #include "tests/support/TFakeSource.h"
+#include "tests/support/TFakeToolbar.h"
 #include "tests/support/TScriptedFormHost.h"
 #include "tests/support/TTestMainLoop.h"
 
@@ -124,25 +123,6 @@ inline TIntf<IInterfaceList> ListOf(const TIntf<TFakeExtension>& iExtension) {
   list->Add(TIntf<INotifications>(iExtension));
   return list;
 }
-
-/// A host with a screen, as far as sections see it, with one button in its toolbar.
-class TFakeSectionHost : public TInterfaced<IApplication, IToolbarExtender, ISectionHost> {
- public:
-  void SectionClosed() override {}
-  bool ShowNotificationWindow(TForm*) override { return false; }
-  void Add(const TIntf<IToolbarButton>& iButton) override { Buttons.push_back(iButton); }
-  int GetCount() const override { return static_cast<int>(Buttons.size()); }
-  TIntf<IToolbarButton> GetItems(int iIndex) const override {
-    return Buttons[static_cast<size_t>(iIndex)];
-  }
-  void AddSection(TfrmKKCommonSectionBase&) override { ++Sections; }
-  void RemoveSection(TfrmKKCommonSectionBase&) override { --Sections; }
-  void ShowSection(TfrmKKCommonSectionBase&) override { ++Shown; }
-
-  std::vector<TIntf<IToolbarButton>> Buttons;
-  int Sections = 0;
-  int Shown = 0;
-};
 
 /// The section on the screen, with one source that one plug-in extends.
 class TSearchTest : public testing::Test {

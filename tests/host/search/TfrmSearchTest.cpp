@@ -38,10 +38,9 @@ TEST_F(TSearchTest, IsASectionOfItsOwn) {
   EXPECT_EQ(Form.GetFormID(), cMainMenuFormIDSearch);
   EXPECT_EQ(Form.GetIniSectionName(), u"Search");
   EXPECT_EQ(Form.Caption(), u"Suchen");
-  EXPECT_EQ(Host->Sections, 1);
-  EXPECT_EQ(Host->Shown, 1);
+  EXPECT_THAT(Host->Calls, ElementsAre("add", "show"));
   Form.Uninitialize();
-  EXPECT_EQ(Host->Sections, 0);
+  EXPECT_THAT(Host->Calls, ElementsAre("add", "show", "remove"));
 }
 
 TEST_F(TSearchTest, HasTheFocusInTheFieldEachTimeItIsShown) {
