@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <filesystem>
 
 #include "host/base/Exception.h"
+#include "host/base/Guard.h"
 #include "host/base/TGuid.h"
 #include "host/common/TFileCompression.h"
 #include "host/common/TFileHelper.h"
@@ -22,6 +24,9 @@ constexpr TStringView cItems = u"items";
 
 // All entries together; a file beyond this is none that the system wrote.
 constexpr uint64_t cMaxUnpacked = uint64_t{4} << 30;
+// What a day's work adds at most, as a rule.
+constexpr size_t cGrowth = 64 << 10;
+constexpr unsigned cPrivate = 0600;
 
 bool IsThere(TStringView iFileName) {
   struct stat info {};
@@ -59,13 +64,29 @@ bool TDataFileGuard::BackupToRestore() const {
   return !IsThere(FFileName) && FileExists(BackupName());
 }
 
+bool TDataFileGuard::IsBackupSound() const {
+  return FileExists(BackupName()) &&
+         Guarded(u"TDataFileGuard.IsBackupSound", [this] { Check(BackupName()); });
+}
+
 void TDataFileGuard::RestoreBackup() const {
+  if (IsThere(FFileName) && PutAside(FFileName).empty()) {
+    throw EInOutError(Format(u"Von der Datei %s lässt sich keine Kopie anlegen.", {FFileName}));
+  }
   const std::string bytes = ReadFileBytes(BackupName());
   WriteFileAtomically(FFileName, bytes, ModeOf(ToUtf8(BackupName())));
 }
 
-void TDataFileGuard::Check() const {
-  auto streams = TFileCompression::ReadPacked(FFileName);
+void TDataFileGuard::CheckRoom() const {
+  std::error_code error;
+  const auto path = std::filesystem::weakly_canonical(ToUtf8(FFileName), error);
+  const auto size = std::filesystem::file_size(path, error);
+  TFileWriter writer(error ? ToUtf8(FFileName) : path.string());
+  writer.Write(std::string((error ? 0 : size) + cGrowth, '\0'), cPrivate);
+}
+
+void TDataFileGuard::Check(const TString& iFileName) {
+  auto streams = TFileCompression::ReadPacked(iFileName);
   uint64_t unpacked = 0;
   for (const auto& stream : streams) {
     unpacked += std::min(stream->GetPacked()->UnpackedSize, cMaxUnpacked);
@@ -89,7 +110,7 @@ TString TDataFileGuard::PutAsideIfDamaged() const {
     return e.Message();  // nothing that could be copied
   }
   try {
-    Check();
+    Check(FFileName);
     return {};
   } catch (const std::exception& e) {
     text = Format(u"Die Datei %s ist beschädigt: %s", {FFileName, ToSingleLine(MessageOf(e))});

@@ -17,7 +17,10 @@ class TDataFileGuard : public TObject {
   /// True if the file is missing and its backup (the name with "~" for its last character) is
   /// there.
   bool BackupToRestore() const;
-  /// Copies the backup to the file's place, with its mode; the backup stays. Raises EInOutError.
+  /// True if the backup can be read, by the measure of PutAsideIfDamaged. Raises nothing.
+  bool IsBackupSound() const;
+  /// Copies the backup to the file's place, with its mode; the backup stays. Of a file that is
+  /// there it puts a copy aside first. Raises EInOutError, also if that copy can't be made.
   void RestoreBackup() const;
 
   /// Looks whether the file can be read: an archive, whole, every entry sound and within the
@@ -28,8 +31,13 @@ class TDataFileGuard : public TObject {
   /// well or there is no file. Raises nothing.
   TString PutAsideIfDamaged() const;
 
+  /// Looks whether the file could be written again, a little larger than it is: writes so much
+  /// beside its place and takes it away. Raises EInOutError with the reason.
+  void CheckRoom() const;
+
  private:
-  void Check() const;
+  /// Raises what is wrong with the file.
+  static void Check(const TString& iFileName);
 
   TString FFileName;
 };

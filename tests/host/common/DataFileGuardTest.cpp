@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <filesystem>
 
 #include "host/base/Exception.h"
@@ -90,6 +92,78 @@ TEST_F(TDataFileGuardTest, ARestoreThatFailsRaisesAndLeavesTheBackup) {
   layer.FailAll("write", ENOSPC);
   EXPECT_THROW(FGuard.RestoreBackup(), EInOutError);
   EXPECT_THAT(FFolder.Names(), ElementsAre("watchlist.da~"));
+}
+
+TEST_F(TDataFileGuardTest, RestoringKeepsACopyOfADamagedFile) {
+  FFolder.Write(u"watchlist.dat", "damaged");
+  FFolder.Write(u"watchlist.da~", "backup");
+  FGuard.RestoreBackup();
+  EXPECT_EQ(FFolder.Read(u"watchlist.dat"), "backup");
+  EXPECT_EQ(FFolder.Read(FromUtf8(Copy())), "damaged");
+}
+
+TEST_F(TDataFileGuardTest, RestoresNothingOverWhatItCantCopy) {
+  FFolder.Write(u"watchlist.dat", "damaged");
+  FFolder.Write(u"watchlist.da~", "backup");
+  {
+    TFaultyFileLayer layer;
+    layer.FailAll("open", ENOSPC);
+    EXPECT_THROW(FGuard.RestoreBackup(), EInOutError);
+  }
+  EXPECT_EQ(FFolder.Read(u"watchlist.dat"), "damaged");
+}
+
+TEST_F(TDataFileGuardTest, ABackupIsSoundIfItsFileCouldBeLoaded) {
+  EXPECT_FALSE(FGuard.IsBackupSound()) << "there is none";
+  FFolder.Write(u"watchlist.da~", "no archive");
+  EXPECT_FALSE(FGuard.IsBackupSound());
+  WriteSound();
+  FFolder.Write(u"watchlist.da~", FFolder.Read(u"watchlist.dat"));
+  FFolder.Write(u"watchlist.dat", "damaged");
+  EXPECT_TRUE(FGuard.IsBackupSound());
+}
+
+TEST_F(TDataFileGuardTest, RoomIsWhatTheFileNeedsAndALittleMore) {
+  FFolder.Write(u"watchlist.dat", std::string(100'000, 'x'));
+  EXPECT_NO_THROW(FGuard.CheckRoom());
+  EXPECT_THAT(FFolder.Names(), ElementsAre("watchlist.dat")) << "nothing is left behind";
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const auto handler = signal(SIGXFSZ, SIG_IGN);
+  for (const auto& [limit, hasRoom] : {std::pair(120'000, false), std::pair(200'000, true)}) {
+    const rlimit small{static_cast<rlim_t>(limit), before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    if (hasRoom) {
+      EXPECT_NO_THROW(FGuard.CheckRoom());
+    } else {
+      EXPECT_THROW(FGuard.CheckRoom(), EInOutError);
+    }
+    setrlimit(RLIMIT_FSIZE, &before);
+  }
+  signal(SIGXFSZ, handler);
+  EXPECT_THAT(FFolder.Names(), ElementsAre("watchlist.dat"));
+  EXPECT_EQ(FFolder.Read(u"watchlist.dat").size(), 100'000U);
+}
+
+TEST_F(TDataFileGuardTest, RoomIsLookedForWhereALinkLeads) {
+  FFolder.Write(u"woanders.dat", "list");
+  std::filesystem::create_symlink("woanders.dat", ToUtf8(FFile));
+  TFaultyFileLayer layer;
+  EXPECT_NO_THROW(FGuard.CheckRoom());
+  layer.FailAll("flush", ENOSPC);
+  try {
+    FGuard.CheckRoom();
+    ADD_FAILURE() << "there is no room";
+  } catch (const EInOutError& e) {
+    EXPECT_THAT(ToUtf8(e.Message()), HasSubstr("woanders.dat"));
+  }
+}
+
+TEST_F(TDataFileGuardTest, RoomForAMissingFileIsLookedForAsWell) {
+  EXPECT_NO_THROW(FGuard.CheckRoom());
+  EXPECT_THAT(FFolder.Names(), testing::IsEmpty());
+  std::filesystem::remove_all(FFolder.Path());
+  EXPECT_THROW(FGuard.CheckRoom(), EInOutError);
 }
 
 TEST_F(TDataFileGuardTest, SaysNothingOfASoundFileOrNone) {
