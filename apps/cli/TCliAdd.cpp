@@ -130,7 +130,7 @@ bool TCliAdd::AnswerDialog(TForm& ioForm) const {
   if (box == nullptr || add == nullptr) return false;
   const auto& items = box->Items();
   const auto entry = std::ranges::find_if(
-      items, [this](const TComboBox::TEntry& iEntry) { return SameText(iEntry.Text, FCategory); });
+      items, [this](const TString& iEntry) { return SameText(iEntry, FCategory); });
   if (entry != items.end()) {
     box->Select(static_cast<int>(entry - items.begin()));
   } else {

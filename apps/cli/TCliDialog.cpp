@@ -273,7 +273,7 @@ bool TCliDialog::AskEntry(TComboBox& ioBox) {
   const TString name = NameOf(ioBox);
   if (!name.empty()) FConsole.Complain(name);
   for (size_t i = 0; i < std::min(items.size(), cMaxEntries); ++i) {
-    FConsole.Complain(Format(u"  %d  %s", {i + 1, ForTerminal(items[i].Text)}));
+    FConsole.Complain(Format(u"  %d  %s", {i + 1, ForTerminal(items[i])}));
   }
   const TStringView kind = ioBox.Editable() ? u"Nummer oder neuer Name" : u"Nummer";
   while (true) {
@@ -281,10 +281,10 @@ bool TCliDialog::AskEntry(TComboBox& ioBox) {
     if (!line) return false;
     const TString text = Trim(*line);
     if (text.empty()) return true;
-    auto same = std::ranges::find(items, text, &TComboBox::TEntry::Text);
+    auto same = std::ranges::find(items, text);
     if (same == items.end() && !ioBox.Editable()) {
-      same = std::ranges::find_if(
-          items, [&](const TComboBox::TEntry& iEntry) { return SameText(iEntry.Text, text); });
+      same = std::ranges::find_if(items,
+                                  [&](const TString& iEntry) { return SameText(iEntry, text); });
     }
     if (same != items.end()) {
       ioBox.Select(static_cast<int>(same - items.begin()));

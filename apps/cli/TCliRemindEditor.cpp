@@ -90,7 +90,7 @@ TString KindOf(TStringView iText) {
 void SelectEntry(TForm& ioForm, TStringView iBox, TStringView iEntry) {
   auto& box = ControlOf<TComboBox>(ioForm, iBox);
   const auto& items = box.Items();
-  const auto entry = std::ranges::find(items, iEntry, &TComboBox::TEntry::Text);
+  const auto entry = std::ranges::find(items, iEntry);
   if (entry == items.end()) throw Exception(Format(u"Die Auswahl %s gibt es nicht", {iEntry}));
   box.Select(static_cast<int>(entry - items.begin()));
 }

@@ -4,8 +4,8 @@
 
 namespace kk {
 
-void TComboBox::AddItem(TStringView iText, TObject* iObject) {
-  FItems.push_back({TString(iText), iObject});
+void TComboBox::AddItem(TStringView iText) {
+  FItems.emplace_back(iText);
   Changed();
 }
 
@@ -17,23 +17,12 @@ void TComboBox::Clear() {
   Changed();
 }
 
-int TComboBox::IndexOfObject(const TObject* iObject) const {
-  for (size_t i = 0; i < FItems.size(); ++i) {
-    if (FItems[i].Object == iObject) return static_cast<int>(i);
-  }
-  return -1;
-}
-
 void TComboBox::SetItemIndex(int iIndex) {
   if (iIndex == -1) {
     Put(-1, {});
   } else {
-    Put(iIndex, FItems[CheckedIndex(iIndex, FItems.size())].Text);
+    Put(iIndex, FItems[CheckedIndex(iIndex, FItems.size())]);
   }
-}
-
-TObject* TComboBox::SelectedObject() const {
-  return FItemIndex < 0 ? nullptr : FItems[static_cast<size_t>(FItemIndex)].Object;
 }
 
 void TComboBox::SetText(TStringView iText) { Put(IndexOfText(iText), iText); }
@@ -41,7 +30,7 @@ void TComboBox::SetText(TStringView iText) { Put(IndexOfText(iText), iText); }
 bool TComboBox::Select(int iIndex) {
   return AsUser([this, iIndex] {
     if (iIndex < 0 || iIndex >= static_cast<int>(FItems.size())) return false;
-    if (!Put(iIndex, FItems[static_cast<size_t>(iIndex)].Text)) return false;
+    if (!Put(iIndex, FItems[static_cast<size_t>(iIndex)])) return false;
     if (FOnChange) FOnChange(this);
     return true;
   });
@@ -57,9 +46,9 @@ bool TComboBox::EnterText(TStringView iText) {
 
 int TComboBox::IndexOfText(TStringView iText) const {
   const auto search = [this](auto&& iEqual) {
-    if (FItemIndex >= 0 && iEqual(FItems[static_cast<size_t>(FItemIndex)].Text)) return FItemIndex;
+    if (FItemIndex >= 0 && iEqual(FItems[static_cast<size_t>(FItemIndex)])) return FItemIndex;
     for (size_t i = 0; i < FItems.size(); ++i) {
-      if (iEqual(FItems[i].Text)) return static_cast<int>(i);
+      if (iEqual(FItems[i])) return static_cast<int>(i);
     }
     return -1;
   };

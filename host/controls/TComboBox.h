@@ -4,39 +4,28 @@
 
 namespace kk {
 
-/// A list to choose from, with a line of text. An entry can have an object attached, which is
-/// borrowed.
+/// A list to choose from, with a line of text.
 ///
 /// Text and selection go together: a text that equals an entry (regard to case first, then without)
 /// selects it, any other text selects nothing. Of entries with equal texts the selected one stays
 /// selected, else the first is.
 class TComboBox : public TControl {
  public:
-  struct TEntry {
-    TString Text;
-    TObject* Object = nullptr;
-    friend bool operator==(const TEntry&, const TEntry&) = default;
-  };
-
   using TControl::TControl;
 
   /// Whether the user can type beside choosing; so at first.
   bool Editable() const { return FEditable; }
   void SetEditable(bool iEditable) { SetValue(FEditable, iEditable); }
 
-  const std::vector<TEntry>& Items() const { return FItems; }
-  void AddItem(TStringView iText, TObject* iObject = nullptr);
+  const std::vector<TString>& Items() const { return FItems; }
+  void AddItem(TStringView iText);
   /// Text and selection go, too.
   void Clear();
-  /// The first entry with this object; -1 if there is none.
-  int IndexOfObject(const TObject* iObject) const;
 
   /// -1 if nothing is selected.
   int ItemIndex() const { return FItemIndex; }
   /// Takes over the entry's text; -1 empties it. Any other index out of range raises EListError.
   void SetItemIndex(int iIndex);
-  /// The selected entry's object; null if there is none.
-  TObject* SelectedObject() const;
   const TString& Text() const { return FText; }
   void SetText(TStringView iText);
 
@@ -55,7 +44,7 @@ class TComboBox : public TControl {
   bool Put(int iIndex, TStringView iText);
 
   bool FEditable = true;
-  std::vector<TEntry> FItems;
+  std::vector<TString> FItems;
   int FItemIndex = -1;
   TString FText;
   TNotifyEvent FOnChange;

@@ -9,8 +9,28 @@
 
 namespace kk {
 
+namespace {
+
+// Entries are names that a user may have pasted: a longer one would make a window that no screen
+// holds.
+constexpr int cMostCharacters = 60;
+
+class TBoundedComboBox : public QComboBox {
+ public:
+  QSize sizeHint() const override { return Bounded(QComboBox::sizeHint()); }
+  QSize minimumSizeHint() const override { return Bounded(QComboBox::minimumSizeHint()); }
+
+ private:
+  QSize Bounded(QSize iHint) const {
+    iHint.setWidth(std::min(iHint.width(), cMostCharacters * fontMetrics().averageCharWidth()));
+    return iHint;
+  }
+};
+
+}  // namespace
+
 TComboBoxBinder::TComboBoxBinder(TSkin& ioSkin, TComboBox& ioList)
-    : TBinderOf(ioSkin, ioList, QtOwned<QComboBox>()) {
+    : TBinderOf(ioSkin, ioList, QtOwned<TBoundedComboBox>()) {
   View().setFocusPolicy(Qt::StrongFocus);
   View().setInsertPolicy(QComboBox::NoInsert);
   OnUser(&View(), &QComboBox::activated, [this](int iIndex) { Control().Select(iIndex); });
@@ -42,11 +62,11 @@ void TComboBoxBinder::RenderItems() {
   const int count = static_cast<int>(items.size());
   bool equal = View().count() == count;
   for (int i = 0; equal && i < count; ++i) {
-    equal = View().itemText(i) == ToQt(items[static_cast<size_t>(i)].Text);
+    equal = View().itemText(i) == ToQt(items[static_cast<size_t>(i)]);
   }
   if (equal) return;
   QStringList texts;
-  for (const auto& item : items) texts << ToQt(item.Text);
+  for (const TString& item : items) texts << ToQt(item);
   View().clear();
   View().addItems(texts);
 }

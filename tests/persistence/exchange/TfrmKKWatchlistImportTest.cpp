@@ -201,10 +201,8 @@ TEST_F(TfrmKKWatchlistImportTest, ProposesTheDateAndOffersTheNamesOfTheTreeOnce)
         [](TfrmKKWatchlistImportAskForCategory& question) {
           const TComboBox& choice = question.cmbxCategoryChoice;
           EXPECT_EQ(choice.Text(), u"Import " + ShortDateToStr(Now()));
-          std::vector<TString> names;
-          for (const TComboBox::TEntry& entry : choice.Items()) names.push_back(entry.Text);
-          EXPECT_EQ(names, (std::vector<TString>{TString(_resEmptyCategoryName), u"Äpfel", u"Buch",
-                                                 u"Zelt"}));
+          EXPECT_EQ(choice.Items(), (std::vector<TString>{TString(_resEmptyCategoryName), u"Äpfel",
+                                                          u"Buch", u"Zelt"}));
           EXPECT_TRUE(question.btnCancel.Click());
         });
     EXPECT_TRUE(form.btnOK.Click());

@@ -32,7 +32,7 @@ class EditorFilling : public TEditorWorld {
 
 std::vector<std::string> TextsOf(const TComboBox& iBox) {
   std::vector<std::string> texts;
-  for (const auto& entry : iBox.Items()) texts.push_back(ToUtf8(entry.Text));
+  for (const TString& entry : iBox.Items()) texts.push_back(ToUtf8(entry));
   return texts;
 }
 

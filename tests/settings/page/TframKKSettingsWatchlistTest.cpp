@@ -45,7 +45,7 @@ void AddTexts(const TControl& iControl, TLines& ioTexts) {
 
 TLines EntriesOf(const TComboBox& iList) {
   TLines texts;
-  for (const TComboBox::TEntry& entry : iList.Items()) texts.push_back(ToUtf8(entry.Text));
+  for (const TString& entry : iList.Items()) texts.push_back(ToUtf8(entry));
   return texts;
 }
 
