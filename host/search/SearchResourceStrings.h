@@ -15,7 +15,8 @@ inline constexpr TStringView _resSearchNoSource =
     u"Es ist keine Quelle da, in der gesucht werden kann.";
 inline constexpr TStringView _resSearchEmptyHint =
     u"Geben Sie oben ein, was gesucht werden soll, und drücken Sie die Eingabetaste. Umschalt und "
-    u"Eingabetaste beginnen eine weitere Zeile. Was gefunden wird, steht dann hier.";
+    u"Eingabetaste beginnen eine weitere Zeile; bei mehreren Zeilen suchen Strg und Eingabetaste. "
+    u"Was gefunden wird, steht dann hier.";
 inline constexpr TStringView _resSearchTryExample = u"Beispielladen ausprobieren";
 
 inline constexpr TStringView _resSearchNothingToSearch = u"Geben Sie zuerst etwas ein.";
