@@ -107,6 +107,17 @@ TEST_F(MobileExchange, AnElementThatASourceLeavesOpenIsNoDocument) {
   EXPECT_THROW(Save(), Exception);
 }
 
+TEST_F(MobileExchange, WhatStandsInTheBracketsPlaysNoPart) {
+  Placed(AddCategory(Tree(), u"A"), u"Säge");
+  Source->MoreLines = {u"[/", u"[", u"[/]", u"[[=", u"[/=", u"[ /searchresult]"};
+  const std::string text = Save();
+  int begun = 0;
+  for (size_t at = 0; (at = text.find("<searchresult>", at)) != std::string::npos; ++at) ++begun;
+  EXPECT_EQ(begun, 4);
+  Load(text);
+  EXPECT_EQ(Outline(Loaded), "A\n  [Laden]\n    Säge\n<Keiner Kategorie zugewiesen>\n");
+}
+
 TEST_F(MobileExchange, AnElementThatASourceEndsButDidNotBeginIsNoDocument) {
   Placed(AddCategory(Tree(), u"A"), u"Säge");
   Source->MoreLines = {u"[/", u"[/"};
@@ -153,11 +164,13 @@ TEST_F(MobileExchange, AFieldWhoseNameIsNoElementsStaysOutAloneAndTheLogSaysSo) 
 TEST_F(MobileExchange, TheLogNamesAFewOfVeryManySuchFields) {
   Placed(AddCategory(Tree(), u"A"), u"Säge");
   for (int i = 0; i < 1000; ++i) Source->MoreLines.push_back(IntToStr(i) + u"=1");
-  Source->MoreLines.push_back(TString(1'000'000, u' ') + u"\n" + TString(1'000'000, u'<') + u"=1");
+  Source->MoreLines.push_back(TString(1'000'000, u' ') + u"a\r\n" + TString(1'000'000, u'<') +
+                              u"=1");
   std::swap(Source->MoreLines.front(), Source->MoreLines.back());
   Save();
   ASSERT_EQ(Log.Lines().size(), 1u);
   EXPECT_LT(Log.Lines()[0].size(), 500u);
+  EXPECT_EQ(Log.Lines()[0].find_first_of("\r\n"), std::string::npos);
   EXPECT_TRUE(Log.Lines()[0].ends_with("<…\", \"1\", \"2\", \"3\", \"4\" … (zusammen 1001)"))
       << Log.Lines()[0];
 }
@@ -185,15 +198,16 @@ TEST_F(MobileExchange, NamesOfElementsAreThoseOfXML) {
     return Save().find("</" + ToUtf8(Trim(iName)) + ">") != std::string::npos;
   };
   for (const TStringView name :
-       {u"a",      u"_",      u"Z9",     u"a-b.c",   u" a ",     u"\tpreis\t", u"\u00C0", u"\u00F8",
-        u"\u02FF", u"\u0370", u"\u200C", u"\u2070",  u"\u218F",  u"\u2C00",    u"\u3001", u"\uD7FF",
-        u"\uF900", u"\uFDF0", u"\uFFFD", u"a\u00B7", u"a\u0300", u"a\u036F",   u"a\u203F"}) {
+       {u"a",      u"_",       u"Z9",      u"a-b.c",   u" a ",     u"\tpreis\t",
+        u"\u00C0", u"\u00F8",  u"\u02FF",  u"\u0370",  u"\u200C",  u"\u2070",
+        u"\u218F", u"\u2C00",  u"\u3001",  u"\uD7FF",  u"\uF900",  u"\uFDF0",
+        u"\uFFFD", u"a\u00B7", u"a\u0300", u"a\u036F", u"a\u203F", u"a\u2040"}) {
     EXPECT_TRUE(isWritten(name)) << ToUtf8(name);
   }
   EXPECT_TRUE(Log.Lines().empty());
   for (const TStringView name :
        {u"9", u"-a", u".a", u"a b", u"a:b", u"a/", u"a\u00D7", u"\u00F7", u"a\u037E", u"\u00B7",
-        u"\u0300", u"a\u2000", u"a\u2190", u"a\u3000", u"a\uFFFE", u"a\uFDD0", u"a😀"}) {
+        u"\u0300", u"a\u2000", u"a\u2041", u"a\u2190", u"a\u3000", u"a\uFFFE", u"a\uFDD0", u"a😀"}) {
     EXPECT_FALSE(isWritten(name)) << ToUtf8(name);
   }
 }
@@ -355,6 +369,16 @@ TEST_F(MobileExchange, WhatIsNoXMLOrHasAnIdThatIsNoneIsAFailure) {
   }
   EXPECT_THROW(Load(Document("<categories><category><guid>ab</guid></category></categories>")),
                EConvertError);
+}
+
+TEST_F(MobileExchange, ItIsUTF8WhateverItsDeclarationSays) {
+  for (const char* encoding : {"utf-8", "iso-8859-1", "utf-16", "nichts"}) {
+    std::string text = Document("<categories><category><name>Säge</name></category></categories>");
+    text.replace(text.find("utf-8"), 5, encoding);
+    Load(text);
+    EXPECT_EQ(Outline(Loaded), "Säge\n") << encoding;
+  }
+  EXPECT_THROW(Load(std::string("\xFF\xFE<\0x\0/\0>\0", 10)), EConvertError);
 }
 
 TEST_F(MobileExchange, OneCategoryIdTwiceTakesTheFirst) {

@@ -1,6 +1,7 @@
 #include "persistence/TWatchlistDataPublisher.h"
 
 #include <cerrno>
+#include <filesystem>
 
 #include "TWatchlistHandlerTest.h"
 #include "host/base/Exception.h"
@@ -16,6 +17,7 @@ struct TReceiver {
     LastSender = Sender;
     FileName = iFileName;
     Bytes = ReadFileBytes(iFileName);
+    Mode = std::filesystem::status(ToUtf8(iFileName)).permissions();
     if (Raises) throw Exception(u"kaputt");
     return Answer;
   }
@@ -29,6 +31,7 @@ struct TReceiver {
   TObject* LastSender = nullptr;
   TString FileName;
   std::string Bytes;
+  std::filesystem::perms Mode{};
   bool AtStart = false;
   bool Answer = true;
   bool Raises = false;
@@ -140,7 +143,9 @@ TEST_F(TWatchlistDataPublisherTest, AFullDiskIsAFailureThatLeavesNoFile) {
 
 TEST_F(TWatchlistDataPublisherTest, AFileThatCantBeSavedIsAFailureWhereThereIsNone) {
   BlockWriting();
+  Stream.SetBytes("alt");
   EXPECT_THROW(Publisher->GetDataStream(cDataStreamID, Stream), EInOutError);
+  EXPECT_EQ(Stream.Bytes(), "");
 }
 
 TEST_F(TWatchlistDataPublisherTest, SwitchedOffItHasNothingAndTakesNothing) {
@@ -173,6 +178,7 @@ TEST_F(TWatchlistDataPublisherTest, AFileIsImportedFromATemporaryOneThatGoes) {
   Stream.SetPosition(3);
   EXPECT_TRUE(Publisher->SetDataStream(cDataStreamID, Stream));
   EXPECT_EQ(Receiver.Bytes, "Archiv");
+  EXPECT_EQ(Receiver.Mode, std::filesystem::perms(0600));
   EXPECT_EQ(Receiver.LastSender, Publisher.Get());
   const TString number = IntToStr(reinterpret_cast<intptr_t>(Publisher.Get()));
   EXPECT_EQ(Receiver.FileName, TFileHelper::GetTempFileName(number + u".tmp"));

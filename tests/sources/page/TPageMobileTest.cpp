@@ -210,6 +210,33 @@ TEST(TPageMobile, ValuesThatOthersWroteStandOnOneLine) {
   EXPECT_EQ(page->Product.Offer.Price, TPrice(5, 0));
 }
 
+TEST(TPageMobile, WhatOthersWroteIsTakenAsTheProgramWouldWriteIt) {
+  const auto page = ReadMobilePage(
+      {u"URL=https://A.example:443/x/../y#z", u"image= HTTPS://A.example/./a b.jpg ", u"currency=€",
+       u"availability=https://schema.org/InStock", u"price=1.50",
+       u"endtimeutc=\n 2026-12-06 19:00:00 ", u"offerdateutc= 2026-07-20 16:30:05\t"});
+  ASSERT_TRUE(page);
+  const Exported lines(*page);
+  EXPECT_EQ(lines.GetValue(u"url"), u"https://a.example/y");
+  EXPECT_EQ(lines.GetValue(u"image"), u"https://a.example/a%20b.jpg");
+  EXPECT_EQ(lines.GetValue(u"currency"), u"EUR");
+  EXPECT_EQ(lines.GetValue(u"availability"), u"InStock");
+  EXPECT_EQ(lines.GetValue(u"price"), u"1.5");
+  EXPECT_EQ(lines.GetValue(u"endtimeutc"), u"2026-12-06 19:00:00");
+  EXPECT_EQ(lines.GetValue(u"offerdateutc"), u"2026-07-20 16:30:05");
+}
+
+TEST(TPageMobile, TextsOfAMegabyteComeInWhole) {
+  const TString text(1 << 20, u'n');
+  TPageData page = Page();
+  page.Product.Name = text;
+  page.Product.Offer.Seller = text;
+  const TPageData back = ThereAndBack(page);
+  EXPECT_EQ(back.Product.Name, text);
+  EXPECT_EQ(back.Product.Offer.Seller, text);
+  EXPECT_FALSE(ReadMobilePage({u"url=https://a.example/", u"price=" + text})->Product.Offer.Price);
+}
+
 TEST(TPageMobile, TimesOutsideOfTheCalendarBreakNothing) {
   for (const TStringView text : {u"0001-01-01 00:00:00", u"9999-12-31 23:59:59"}) {
     const TString time(text);
