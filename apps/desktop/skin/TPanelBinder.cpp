@@ -136,6 +136,10 @@ QLayout* TPanelBinder::MakeStack() {
   for (const TPlace& place : FPlan.Places) {
     QWidget* const widget = Skin().WidgetOf(*place.Child);
     if (widget == nullptr) continue;
+    // Its place is as large as the largest asks for, on show or not, and stays as it is.
+    QSizePolicy policy = widget->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(policy);
     stack->addWidget(widget, 0, 0);
     widget->raise();
   }

@@ -1,8 +1,8 @@
 #include "apps/desktop/skin/TSpinEditBinder.h"
 
-#include <QEvent>
 #include <algorithm>
 
+#include "apps/desktop/skin/PassWheelOn.h"
 #include "apps/desktop/skin/QtOwned.h"
 
 namespace kk {
@@ -36,16 +36,13 @@ TSpinEditBinder::TSpinEditBinder(TSkin& ioSkin, TSpinEdit& ioEdit)
 }
 
 bool TSpinEditBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
-  if (iEvent->type() == QEvent::Wheel && !View().hasFocus()) {
-    iEvent->ignore();
-    return true;
-  }
-  return TBinder::eventFilter(iObject, iEvent);
+  return PassWheelOn(View(), *iEvent) || TBinder::eventFilter(iObject, iEvent);
 }
 
 void TSpinEditBinder::Render() {
   View().setRange(Control().MinValue(), Control().MaxValue());
-  View().setValue(Control().Value());
+  // Else what the user has begun to type would go, such as the sign of a number.
+  if (View().value() != Control().Value()) View().setValue(Control().Value());
 }
 
 }  // namespace kk

@@ -133,6 +133,30 @@ TEST_F(TPanelBinderTest, AStackIsInOnePlaceWithTheLastInFront) {
   EXPECT_EQ(front(), &shown.Of<QWidget>(first));
 }
 
+TEST_F(TPanelBinderTest, AStackIsAsLargeAsItsLargestWhicheverIsOnShow) {
+  TPanelForm form;
+  TPanel stack(&form, u"pnlStack");
+  stack.SetArrangement(TArrangement::arStack);
+  TPanel small(&stack, u"pnlSmall");
+  TPanel large(&stack, u"pnlLarge");
+  TEdit edit(&large, u"edt");
+  TButton button(&large, u"btn", u"&Eine Schaltfläche, die sehr viel breiter als die anderen ist");
+  large.SetVisible(false);
+  TShownForm shown(form);
+  const auto size = [&] {
+    shown.Skin().Flush();
+    QCoreApplication::processEvents();
+    return shown.Skin().Widget()->size();
+  };
+  const QSize before = size();
+  small.SetVisible(false);
+  large.SetVisible(true);
+  EXPECT_EQ(size(), before) << "nothing moves under the mouse";
+  large.SetVisible(false);
+  small.SetVisible(true);
+  EXPECT_EQ(size(), before);
+}
+
 TEST_F(TPanelBinderTest, ACaptionIsAHeadingAboveTheContent) {
   TForm form(nullptr, u"frm");
   TPanel group(&form, u"grp", u"Gruppe");

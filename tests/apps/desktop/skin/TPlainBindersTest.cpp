@@ -276,6 +276,24 @@ TEST_F(TPlainBindersTest, ANumberIsTypedSteppedAndSet) {
   EXPECT_THAT(FForm.Take(), IsEmpty());
 }
 
+TEST_F(TPlainBindersTest, ANumberBelowZeroCanBeTyped) {
+  FForm.spnedtNumber.SetValue(45);
+  FShown.Skin().Flush();
+  auto& number = Of<QSpinBox>(FForm.spnedtNumber);
+  number.setFocus();
+  number.selectAll();
+  for (const QChar letter : QStringLiteral("-37")) {
+    Type(number, letter);
+    FShown.Skin().Flush();
+    QCoreApplication::processEvents();
+  }
+  EXPECT_EQ(FForm.spnedtNumber.Value(), -37);
+  number.selectAll();
+  Type(number, QStringLiteral("-"));
+  Of<QPushButton>(FForm.btnPlain).setFocus();
+  EXPECT_EQ(number.text(), QStringLiteral("-37")) << "what is no number is the one before";
+}
+
 TEST_F(TPlainBindersTest, ANumberHasTheBoundsOfItsControlAndAlwaysTheSameWidth) {
   auto& number = Of<QSpinBox>(FForm.spnedtNumber);
   EXPECT_EQ(number.minimum(), std::numeric_limits<int>::min());
