@@ -1,10 +1,9 @@
 #include "bench/TBenchWorld.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <random>
 
+#include "bench/NumberedGuid.h"
 #include "host/common/TFileCompression.h"
 #include "host/common/TFileHelper.h"
 #include "reminders/TRemindHandler.h"
@@ -12,15 +11,6 @@
 namespace kk {
 
 namespace {
-
-// Ids that are the same at every run.
-TGuid NumberedGuid(uint32_t iKind, uint32_t iNumber) {
-  std::mt19937_64 random((uint64_t{iKind} << 32) | iNumber);
-  const uint64_t halves[] = {random(), random()};
-  TGuid id;
-  std::memcpy(id.Bytes.data(), halves, sizeof halves);
-  return id;
-}
 
 TWatchlistPlugin& GroupOf(TWatchlistCategory& ioCategory,
                           const TIntf<IWatchlistIntegration>& iSource) {

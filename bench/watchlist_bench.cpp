@@ -4,7 +4,6 @@
 #include <benchmark/benchmark.h>
 #include <zlib.h>
 
-#include <chrono>
 #include <cstring>
 #include <functional>
 #include <optional>
@@ -12,6 +11,7 @@
 #include <random>
 #include <unordered_map>
 
+#include "bench/Compare.h"
 #include "bench/TBenchWorld.h"
 #include "host/common/TFileCompression.h"
 #include "host/common/TFileHelper.h"
@@ -21,29 +21,6 @@
 namespace {
 
 using namespace kk;  // NOLINT: a program of its own
-
-double Seconds(const std::function<void()>& iFunction) {
-  const auto start = std::chrono::steady_clock::now();
-  iFunction();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-// Runs both in turn, so that what else the machine does meets both.
-void Compare(benchmark::State& ioState, const std::function<double()>& iOurs,
-             const std::function<double()>& iBare) {
-  double ours = 0;
-  double bare = 0;
-  for (auto _ : ioState) {
-    const double seconds = iOurs();
-    ioState.SetIterationTime(seconds);
-    ours += seconds;
-    bare += iBare();
-  }
-  ioState.counters["bare_ms"] = bare * 1e3 / static_cast<double>(ioState.iterations());
-  ioState.counters["ratio"] = ours / bare;
-  ioState.counters["ns_per_item"] = ours * 1e9 / static_cast<double>(ioState.iterations()) /
-                                    static_cast<double>(ioState.range(0));
-}
 
 std::string Deflated(const std::string& iBytes) {
   uLongf size = compressBound(iBytes.size());

@@ -3,11 +3,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-#include <functional>
 #include <pugixml.hpp>
 #include <sstream>
 
+#include "bench/Compare.h"
 #include "bench/TBenchWorld.h"
 #include "bench/exchange/TBenchWindows.h"
 #include "host/common/TFileHelper.h"
@@ -20,28 +19,6 @@
 namespace {
 
 using namespace kk;  // NOLINT: a program of its own
-
-double Seconds(const std::function<void()>& iFunction) {
-  const auto start = std::chrono::steady_clock::now();
-  iFunction();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-void Compare(benchmark::State& ioState, const std::function<double()>& iOurs,
-             const std::function<double()>& iBare) {
-  double ours = 0;
-  double bare = 0;
-  for (auto _ : ioState) {
-    const double seconds = iOurs();
-    ioState.SetIterationTime(seconds);
-    ours += seconds;
-    bare += iBare();
-  }
-  ioState.counters["bare_ms"] = bare * 1e3 / static_cast<double>(ioState.iterations());
-  ioState.counters["ratio"] = ours / bare;
-  ioState.counters["ns_per_item"] = ours * 1e9 / static_cast<double>(ioState.iterations()) /
-                                    static_cast<double>(ioState.range(0));
-}
 
 // A list as large as the live one; the first half of it is there already.
 class TImportFile {

@@ -6,11 +6,11 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <fstream>
 #include <random>
 
+#include "bench/NumberedGuid.h"
 #include "host/base/Exception.h"
 #include "host/common/TFileHelper.h"
 #include "host/contract/IApplication.h"
@@ -26,15 +26,6 @@ namespace {
 constexpr int cBig[] = {1'000, 2'000, 5'000, 10'000, 20'000};
 constexpr int cChildren = 9;
 constexpr int64_t cFirstMs = 3'900'000'000'000;
-
-// Ids that are the same at every run.
-TGuid NumberedGuid(uint32_t iKind, uint32_t iNumber) {
-  std::mt19937_64 random((uint64_t{iKind} << 32) | iNumber);
-  const uint64_t halves[] = {random(), random()};
-  TGuid id;
-  std::memcpy(id.Bytes.data(), halves, sizeof halves);
-  return id;
-}
 
 TIntf<ISearchResult> Page(const std::string& iOrigin, uint32_t iNumber) {
   static constexpr TStringView cWords[] = {
