@@ -1,6 +1,7 @@
 #include "plugin/TSearchLocationIntegrationWatchlist.h"
 
 #include "host/base/Log.h"
+#include "host/contract/IResultsOnShow.h"
 #include "persistence/TWatchlistHandler.h"
 #include "plugin/InsertSearchResult.h"
 #include "plugin/texts/UnitKKPluginWatchlistResourceStrings.h"
@@ -36,6 +37,8 @@ TSearchLocationIntegrationWatchlist::TSearchLocationIntegrationWatchlist(
   FAdditionalColumns = MakeIntf<TAdditionalColumnsWatchlist>(
       FSearchLocationPluginId, TNotifySearchResult::Of<&TSelf::DoColumnAdd>(this),
       TNotifyEvent::Of<&TSelf::DoColumnCheck>(this));
+  const auto onChange = TNotifyEvent::Of<&TSelf::DoItemsChanged>(this);
+  if (Handler() != nullptr) Handler()->AddNotificationItem(onChange, onChange);
 }
 
 TSearchLocationIntegrationWatchlist::~TSearchLocationIntegrationWatchlist() {
@@ -43,6 +46,9 @@ TSearchLocationIntegrationWatchlist::~TSearchLocationIntegrationWatchlist() {
   FExplorerBarExtender->SetOnItemClick({});
   FExplorerBarExtender->SetOnItemAdd({});
   FAdditionalColumns->Detach();
+  const auto onChange =
+      TNotifyEvent::Of<&TSearchLocationIntegrationWatchlist::DoItemsChanged>(this);
+  if (Handler() != nullptr) Handler()->RemoveNotificationItem(onChange, onChange);
 }
 
 bool TSearchLocationIntegrationWatchlist::QueryDelegated(const TGuid& iIid, void** oInterface) {
@@ -93,6 +99,11 @@ void TSearchLocationIntegrationWatchlist::DoColumnAdd(TObject*,
   const TIntf<IInterfaceList> list = NewInterfaceList();
   list->Add(iResult);
   AddSearchResults(list);
+}
+
+// The column "Beobachten" shows something else now.
+void TSearchLocationIntegrationWatchlist::DoItemsChanged(TObject*) {
+  if (const auto view = Supports<IResultsOnShow>(FSearchResults)) view->Repaint();
 }
 
 void TSearchLocationIntegrationWatchlist::AddSearchResults(const TIntf<IInterfaceList>& iList) {

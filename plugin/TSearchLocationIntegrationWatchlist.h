@@ -15,7 +15,8 @@ class TfrmKKWatchlist;
 
 /// What the watch list adds to one result view of another plug-in: an entry of its context menu, a
 /// link of its explorer bar and columns. All of them add results through AddSearchResults. The
-/// columns and the link are objects of their own, which this one answers for. Main thread.
+/// columns and the link are objects of their own, which this one answers for. A view that can be
+/// painted anew is, whenever an item comes or goes. Main thread.
 class TSearchLocationIntegrationWatchlist
     : public TInterfaced<IContextMenuExtender, INotifications>,
       public TObject {
@@ -53,6 +54,7 @@ class TSearchLocationIntegrationWatchlist
   void DoItemAdd(TObject* Sender, bool& oVisible);
   void DoColumnAdd(TObject* Sender, const TIntf<ISearchResult>& iResult);
   void DoColumnCheck(TObject* /*Sender*/) {}
+  void DoItemsChanged(TObject* Sender);
 
   TGuid FPluginId;
   TGuid FSearchLocationPluginId;

@@ -6,6 +6,7 @@
 #include "host/common/TKKIniFile.h"
 #include "host/contract/IAdditionalColumns.h"
 #include "host/contract/INotifications.h"
+#include "host/contract/IResultsOnShow.h"
 #include "host/results/TResultLayout.h"
 
 namespace kk {
@@ -38,9 +39,9 @@ bool ShowsAnything(const std::vector<TMenuItem*>& iEntries) {
 }  // namespace
 
 // What others hold; the view may be gone before them.
-class TResultView::TResults : public TInterfaced<ISearchResults> {
+class TResultView::TResults : public TInterfaced<ISearchResults, IResultsOnShow> {
  public:
-  explicit TResults(const TResultTable& iTable) : FTable(&iTable) {}
+  explicit TResults(TResultTable& iTable) : FTable(&iTable) {}
   void Detach() { FTable = nullptr; }
 
   int GetCount() const override { return FTable != nullptr ? FTable->GetCount() : 0; }
@@ -57,9 +58,12 @@ class TResultView::TResults : public TInterfaced<ISearchResults> {
     if (FTable == nullptr || FTable->FocusedRow() < 0) return {};
     return FTable->Results(FTable->FocusedRow());
   }
+  void Repaint() override {
+    if (FTable != nullptr) FTable->Invalidate();
+  }
 
  private:
-  const TResultTable* FTable;
+  TResultTable* FTable;
 };
 
 // The entries of one extension, and the line above them.

@@ -19,7 +19,8 @@ using TNotifyOpenResult = TDelegate<void(TObject* Sender, const TIntf<ISearchRes
 /// Extensions: one with INotifications hears of the results and of each change of the selection,
 /// one with IContextMenuExtender has its entries in the popup menu, in the order in which the
 /// extensions came and with lines between them, and the columns of one with IAdditionalColumns come
-/// into the table by their initial position and their sort order. One that fails keeps no other
+/// into the table by their initial position and their sort order. The results that they are told of
+/// are an IResultsOnShow, too. One that fails keeps no other
 /// from being asked. IExplorerBarExtender is the business of who shows the view. Main thread.
 class TResultView : public TObject, private IResultTableMenu {
  public:

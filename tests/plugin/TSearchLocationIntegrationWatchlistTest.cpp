@@ -1,6 +1,7 @@
 #include "plugin/TSearchLocationIntegrationWatchlist.h"
 
 #include "TPluginWorld.h"
+#include "host/contract/IResultsOnShow.h"
 #include "tests/support/TFakeCells.h"
 
 namespace kk {
@@ -13,7 +14,7 @@ constexpr auto cAll = &TfrmWatchlistAddSearchResults::btnAll;
 constexpr auto cCancel = &TfrmWatchlistAddSearchResults::btnCancel;
 
 // The results of another plug-in's view, with the user's selection.
-class TFakeResults : public TInterfaced<ISearchResults> {
+class TFakeResults : public TInterfaced<ISearchResults, IResultsOnShow> {
  public:
   int GetCount() const override { return GetSelectedCount(); }
   int GetSelectedCount() const override { return static_cast<int>(Selected.size()); }
@@ -22,7 +23,9 @@ class TFakeResults : public TInterfaced<ISearchResults> {
     return Selected[CheckedIndex(iIndex, Selected.size())];
   }
   TIntf<ISearchResult> GetFocused() const override { return {}; }
+  void Repaint() override { ++Repaints; }
   std::vector<TIntf<ISearchResult>> Selected;
+  int Repaints = 0;
 };
 
 class TSearchLocationTest : public testing::Test, public TPluginWorld {
@@ -151,6 +154,39 @@ TEST_F(TSearchLocationTest, ColumnShowsYesOnceItsRowWasAdded) {
   EXPECT_THAT(column.Paint(row), ElementsAre("Bitmap 7,1,23,17 ADDITIONALCOLUMNNO"));
   Auction->Finish(true);
   EXPECT_THAT(column.Paint(row), ElementsAre("Bitmap 7,1,23,17 ADDITIONALCOLUMNYES"));
+}
+
+TEST_F(TSearchLocationTest, ViewIsPaintedAnewWheneverAnItemComesOrGoes) {
+  TIniFileSectionWatchlist().SetShowAddDialog(false);
+  Add({u"Faust"});
+  const int before = Results->Repaints;
+  Auction->Finish(true);
+  const int added = Results->Repaints;
+  EXPECT_GT(added, before);
+  TWatchlistItem& emma = Item(Books, Auction, u"Emma");
+  const int more = Results->Repaints;
+  EXPECT_GT(more, added);
+  Tree().DeleteItemById(emma.SearchResultId());
+  const int gone = Results->Repaints;
+  EXPECT_GT(gone, more);
+  Extension = nullptr;
+  Item(Books, Auction, u"Egmont");
+  EXPECT_EQ(Results->Repaints, gone) << "an extension that is gone paints nothing";
+}
+
+TEST_F(TSearchLocationTest, ViewThatCantBePaintedAnewIsLeftAlone) {
+  class TPlainResults : public TInterfaced<ISearchResults> {
+   public:
+    int GetCount() const override { return 0; }
+    int GetSelectedCount() const override { return 0; }
+    TIntf<ISearchResult> GetItems(int) const override { return {}; }
+    TIntf<ISearchResult> GetSelectedItems(int) const override { return {}; }
+    TIntf<ISearchResult> GetFocused() const override { return {}; }
+  };
+  Extension->SetSearchResults(MakeIntf<TPlainResults>());
+  EXPECT_NO_THROW(Item(Books, Auction, u"Emma"));
+  Extension->SetSearchResults(nullptr);
+  EXPECT_NO_THROW(Item(Books, Auction, u"Egmont"));
 }
 
 TEST_F(TSearchLocationTest, LinkAndColumnsThatOutliveTheExtensionAddNothing) {

@@ -6,6 +6,7 @@
 #include "ResultsWorld.h"
 #include "host/contract/IAdditionalColumns.h"
 #include "host/contract/INotifications.h"
+#include "host/contract/IResultsOnShow.h"
 #include "tests/support/TLogRecorder.h"
 
 namespace kk {
@@ -126,6 +127,20 @@ TEST_F(ResultView, ResultsAreThoseOfTheTableFromTheTopDown) {
   EXPECT_EQ(results->GetFocused(), refreshed);
 }
 
+TEST_F(ResultView, WhoHearsOfTheResultsCanHaveThemPaintedAnew) {
+  const auto onShow = Supports<IResultsOnShow>(View.Results());
+  ASSERT_TRUE(onShow);
+  struct TCounter : IControlObserver {
+    void ControlChanged(TControl&) override { ++Changes; }
+    void ControlGone(TControl&) override {}
+    int Changes = 0;
+  } counter;
+  View.Table().SetObserver(&counter);
+  onShow->Repaint();
+  EXPECT_EQ(counter.Changes, 1);
+  View.Table().SetObserver(nullptr);
+}
+
 TEST(TResultView, ResultsAreEmptyWhenTheViewIsGone) {
   const TTestMainLoop loop;
   TIntf<ISearchResults> results;
@@ -135,6 +150,7 @@ TEST(TResultView, ResultsAreEmptyWhenTheViewIsGone) {
     results = view.Results();
     EXPECT_EQ(results->GetCount(), 1);
   }
+  EXPECT_NO_THROW(Supports<IResultsOnShow>(results)->Repaint());
   EXPECT_EQ(results->GetCount(), 0);
   EXPECT_EQ(results->GetSelectedCount(), 0);
   EXPECT_FALSE(results->GetFocused());
