@@ -1,6 +1,8 @@
 #include "apps/desktop/skin/TButtonBinder.h"
 
 #include <QCommandLinkButton>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
 
 #include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
@@ -10,9 +12,24 @@ namespace kk {
 
 namespace {
 
+// The style shows a button that looks flat no focus, and one of them is what Return presses.
+class TDescribedButton : public QCommandLinkButton {
+ protected:
+  void paintEvent(QPaintEvent* iEvent) override {
+    QCommandLinkButton::paintEvent(iEvent);
+    if (!hasFocus()) return;
+    QPainter painter(this);
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.state |= QStyle::State_KeyboardFocusChange;
+    option.backgroundColor = palette().color(backgroundRole());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+  }
+};
+
 QPushButton* MakeView(const TButton& iButton) {
   if (iButton.Description().empty()) return QtOwned<QPushButton>();
-  return QtOwned<QCommandLinkButton>();
+  return QtOwned<TDescribedButton>();
 }
 
 }  // namespace

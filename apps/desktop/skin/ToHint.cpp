@@ -6,9 +6,21 @@
 
 namespace kk {
 
+namespace {
+
+// More of a name or a note would cover what it tells of.
+constexpr qsizetype cMost = 2000;
+
+}  // namespace
+
 QString ToHint(TStringView iText) {
   if (iText.empty()) return {};
-  return Qt::convertFromPlainText(ToQt(iText).remove(u'\r'), Qt::WhiteSpaceNormal);
+  QString text = ToQt(iText).remove(u'\r');
+  if (text.size() > cMost) {
+    text.truncate(text.at(cMost - 1).isHighSurrogate() ? cMost - 1 : cMost);
+    text += u'…';
+  }
+  return Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal);
 }
 
 }  // namespace kk

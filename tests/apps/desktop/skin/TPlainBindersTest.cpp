@@ -125,6 +125,25 @@ TEST_F(TPlainBindersTest, AButtonWithADescriptionIsALargeOneWithBothTexts) {
   EXPECT_EQ(button.accessibleDescription(), u"Löscht A & B");
 }
 
+TEST_F(TPlainBindersTest, AButtonWithADescriptionShowsWhetherItHasTheFocus) {
+  struct TLargeForm : TForm {
+    TLargeForm() : TForm(nullptr, u"frmLarge") {
+      for (TButton* button : {&btnYes, &btnNo}) button->SetDescription(u"Was dann geschieht");
+      SetFocusedControl(&btnNo);
+    }
+    TButton btnYes{this, u"btnYes", u"&Ja"};
+    TButton btnNo{this, u"btnNo", u"&Nein"};
+  } form;
+  TShownForm shown(form);
+  auto& no = shown.Of<QCommandLinkButton>(form.btnNo);
+  ASSERT_TRUE(no.hasFocus());
+  const QImage with = no.grab().toImage();
+  form.SetFocusedControl(&form.btnYes);
+  shown.Skin().Flush();
+  ASSERT_FALSE(no.hasFocus());
+  EXPECT_NE(no.grab().toImage(), with);
+}
+
 TEST_F(TPlainBindersTest, ABoxIsTickedByBothDoors) {
   auto& box = Of<QCheckBox>(FForm.chckbxTick);
   EXPECT_EQ(box.text(), u"&Haken");
@@ -369,6 +388,25 @@ TEST_F(TPlainBindersTest, WhatIsTypedStaysAsItIsThoughItChoosesAnEntry) {
   EXPECT_EQ(list.currentIndex(), 0);
   EXPECT_EQ(list.lineEdit()->text(), u"äpfel");
   EXPECT_EQ(list.lineEdit()->cursorPosition(), 2);
+}
+
+TEST_F(TPlainBindersTest, AListIsNoWiderThanAWindowForAllThatANameMayBeLong) {
+  struct TListForm : TForm {
+    TListForm() : TForm(nullptr, u"frmLists") {
+      cmbxShort.AddItem(u"kurz");
+      cmbxWide.AddItem(TString(40, u'x'));
+      cmbxEndless.AddItem(TString(10000, u'x'));
+    }
+    TComboBox cmbxShort{this, u"cmbxShort"};
+    TComboBox cmbxWide{this, u"cmbxWide"};
+    TComboBox cmbxEndless{this, u"cmbxEndless"};
+  } form;
+  TShownForm shown(form);
+  const int wide = shown.Of<QComboBox>(form.cmbxWide).sizeHint().width();
+  EXPECT_GT(wide, shown.Of<QComboBox>(form.cmbxShort).sizeHint().width());
+  const auto& endless = shown.Of<QComboBox>(form.cmbxEndless);
+  EXPECT_LT(endless.sizeHint().width(), 2 * wide);
+  EXPECT_LT(endless.minimumSizeHint().width(), 2 * wide);
 }
 
 TEST_F(TPlainBindersTest, AListThatIsNoLineCanOnlyBeChosenFrom) {
