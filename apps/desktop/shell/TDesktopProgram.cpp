@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QMessageBox>
+#include <QTimer>
 #include <QTranslator>
 #include <csignal>
 #include <cstdio>
@@ -21,6 +23,7 @@
 namespace kk {
 namespace {
 
+constexpr int cLongestBoxMs = 120000;
 constexpr char cActivationVariable[] = "XDG_ACTIVATION_TOKEN";
 
 void Print(std::FILE* iFile, TStringView iText) {
@@ -51,6 +54,22 @@ bool HasScreen() {
     if (value != nullptr && value[0] != '\0') return true;
   }
   return false;
+}
+
+// Who starts the program by an icon does not see what is printed. A script may be left alone.
+void ShowOnScreen(TStringView iText) {
+  if (isatty(STDERR_FILENO) != 0 || !HasScreen()) return;
+  int count = 1;
+  char name[] = "kaufkobolde";
+  char* arguments[] = {name, nullptr};
+  qInstallMessageHandler(&TakeMessage);
+  const QApplication application(count, arguments);
+  if (QGuiApplication::platformName() == ToQt(u"offscreen")) return;
+  QMessageBox box(QMessageBox::Critical, ToQt(u"Kaufkobolde"), {}, QMessageBox::Ok);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(ToQt(iText));
+  QTimer::singleShot(cLongestBoxMs, &box, [&box] { box.close(); });
+  box.exec();
 }
 
 TDesktopExit RunOnScreen(const TDesktopArguments& iCall, THostServices& ioServices) {
@@ -121,6 +140,7 @@ int TDesktopProgram::Main(const std::vector<std::string>& iArguments) {
   OpenStandardFiles();
   const auto failed = [](const std::exception& iCause, TDesktopExit iExit) {
     Print(stderr, u"Fehler: " + MessageOf(iCause));
+    if (iExit == TDesktopExit::deFailed) ShowOnScreen(MessageOf(iCause));
     return static_cast<int>(iExit);
   };
   try {

@@ -97,26 +97,53 @@ void TDesktopSession::StartOrRaise() {
 
 bool TDesktopSession::GuardData() {
   const TDataFileGuard guard = FServices.DataGuard();
-  if (guard.BackupToRestore()) {
-    const int answer = MessageDlg(
-        u"Die Beobachtenliste fehlt, ihre Sicherung ist noch da. Soll sie wiederhergestellt "
-        u"werden?\n\n"
-        u"Mit \"Nein\" beginnen Sie mit einer leeren Liste. Die Sicherung bleibt auch dann als "
-        u"Kopie liegen.",
-        TMsgDlgType::mtConfirmation, {TMsgDlgBtn::mbYes, TMsgDlgBtn::mbNo, TMsgDlgBtn::mbCancel});
-    if (answer == cModalYes) {
-      guard.RestoreBackup();
-    } else if (answer != cModalNo) {
-      return false;
-    } else if (PutAside(guard.BackupName()).empty()) {
-      throw Exception(
-          u"Von der Sicherung lässt sich keine Kopie anlegen. Das Programm beginnt "
-          u"nicht, damit sie nicht verloren geht.");
-    }
+  return GuardMissing(guard) && GuardDamaged(guard);
+}
+
+bool TDesktopSession::GuardMissing(const TDataFileGuard& iGuard) {
+  if (!iGuard.BackupToRestore()) return true;
+  const int answer = MessageDlg(
+      u"Die Beobachtenliste fehlt, ihre Sicherung ist noch da. Soll sie wiederhergestellt "
+      u"werden?\n\n"
+      u"Mit \"Nein\" beginnen Sie mit einer leeren Liste. Die Sicherung bleibt auch dann als "
+      u"Kopie liegen.",
+      TMsgDlgType::mtConfirmation, {TMsgDlgBtn::mbYes, TMsgDlgBtn::mbNo, TMsgDlgBtn::mbCancel});
+  if (answer == cModalYes) {
+    iGuard.RestoreBackup();
+  } else if (answer != cModalNo) {
+    return false;
+  } else if (PutAside(iGuard.BackupName()).empty()) {
+    throw Exception(
+        u"Von der Sicherung lässt sich keine Kopie anlegen. Das Programm beginnt "
+        u"nicht, damit sie nicht verloren geht.");
   }
-  const TString damage = guard.PutAsideIfDamaged();
-  if (!damage.empty()) MessageDlg(Trim(damage), TMsgDlgType::mtWarning, {TMsgDlgBtn::mbOK});
   return true;
+}
+
+bool TDesktopSession::GuardDamaged(const TDataFileGuard& iGuard) {
+  const TString damage = Trim(iGuard.PutAsideIfDamaged());
+  if (damage.empty()) return true;
+  if (PutAside(iGuard.FileName()).empty()) {
+    // Two saves later nothing would be left of it. Return presses the first button.
+    const int answer = MessageDlg(
+        damage +
+            u"\n\nSoll das Programm trotzdem beginnen, mit einer leeren Liste? Die nächsten "
+            u"Male, dass es sie speichert, ersetzen die Datei und ihre Sicherung.",
+        TMsgDlgType::mtWarning, {TMsgDlgBtn::mbNo, TMsgDlgBtn::mbYes});
+    return answer == cModalYes;
+  }
+  if (!iGuard.IsBackupSound()) {
+    MessageDlg(damage, TMsgDlgType::mtWarning, {TMsgDlgBtn::mbOK});
+    return true;
+  }
+  const int answer = MessageDlg(
+      damage +
+          u"\n\nSoll der Stand vor dem letzten Speichern wiederhergestellt werden?\n\n"
+          u"Mit \"Nein\" beginnen Sie mit einer leeren Liste. Die Kopien bleiben in jedem "
+          u"Fall liegen.",
+      TMsgDlgType::mtWarning, {TMsgDlgBtn::mbYes, TMsgDlgBtn::mbNo, TMsgDlgBtn::mbCancel});
+  if (answer == cModalYes) iGuard.RestoreBackup();
+  return answer == cModalYes || answer == cModalNo;
 }
 
 void TDesktopSession::TellRefusedPackages() {
@@ -162,18 +189,42 @@ void TDesktopSession::GoOnToEnd() {
     if (!menu->close()) break;
   }
   QWidget* const dialog = QApplication::activeModalWidget();
-  if (dialog == nullptr) return FCalls->IsAnswering() ? void() : Leave();
+  if (dialog == nullptr) return FCalls->IsAnswering() ? void() : LeaveIfSafe();
   if (dialog != FClosing) {
     FClosing = dialog;
     FTries = 0;
   }
   if (++FTries > cMaxTries && !FIsSystemEnd) {
-    FLoop.StopTimer(std::exchange(FEndTimer, 0));
-    FCalls->SetIsEnding(false);
-    FCalls->Go();
-    return;
+    return StayHere();
   }
   dialog->close();
+}
+
+void TDesktopSession::LeaveIfSafe() {
+  if (FIsSystemEnd || !IsRunning() || !FHost->Plugins().HasList()) return Leave();
+  TString problem;
+  try {
+    FServices.DataGuard().CheckRoom();
+    return Leave();
+  } catch (const EInOutError& e) {
+    problem = e.Message();
+  }
+  FLoop.StopTimer(std::exchange(FEndTimer, 0));  // it would close the question
+  const int answer = MessageDlg(
+      Format(
+          u"Die Beobachtenliste lässt sich zurzeit nicht speichern:\n\n%s\n\nSoll das Programm "
+          u"trotzdem enden? Was sich seit dem letzten Speichern geändert hat, geht dann verloren.",
+          {problem}),
+      TMsgDlgType::mtWarning, {TMsgDlgBtn::mbNo, TMsgDlgBtn::mbYes});
+  if (answer == cModalYes) return Leave();
+  // The system may want the end meanwhile.
+  if (!FIsSystemEnd) StayHere();
+}
+
+void TDesktopSession::StayHere() {
+  if (FEndTimer != 0) FLoop.StopTimer(std::exchange(FEndTimer, 0));
+  FCalls->SetIsEnding(false);
+  FCalls->Go();
 }
 
 void TDesktopSession::Leave() {

@@ -54,12 +54,18 @@ class TDesktopSession {
  private:
   void Start();
   void StartOrRaise();
-  /// False if the user would rather end the program.
+  /// Each looks after the user's list before it is loaded; false if the user would rather end the
+  /// program.
   bool GuardData();
+  static bool GuardMissing(const TDataFileGuard& iGuard);
+  static bool GuardDamaged(const TDataFileGuard& iGuard);
   void TellRefusedPackages();
   void Save();
   void SaveReminders();
   void GoOnToEnd();
+  /// Nothing stands in the way but that the list could not be saved, of which the user is asked.
+  void LeaveIfSafe();
+  void StayHere();
   void Leave();
   /// Answers what went wrong, for the user.
   TString EndPlugins();

@@ -17,6 +17,7 @@
 #include "apps/desktop/skin/AsUser.h"
 #include "apps/desktop/skin/QtText.h"
 #include "apps/desktop/skin/TDrawings.h"
+#include "apps/desktop/skin/TWheelTurn.h"
 #include "host/base/Guard.h"
 #include "host/base/TMainLoop.h"
 
@@ -32,6 +33,21 @@ constexpr TStringView cProgram = u"Kaufkobolde";
 // What the toolkit puts before the program in the titles of dialogs.
 constexpr TStringView cTitleDash = u" — ";
 constexpr char cActivationVariable[] = "XDG_ACTIVATION_TOKEN";
+
+// The screens may be smaller, or fewer, than they were the last time.
+QRect OnScreen(QRect iPlace) {
+  const QScreen* at = QGuiApplication::screenAt(iPlace.center());
+  if (at == nullptr) at = QGuiApplication::primaryScreen();
+  if (at == nullptr) return iPlace;
+  const int side = cFrame.width() / 2;
+  const QRect room =
+      at->availableVirtualGeometry().adjusted(side, cFrame.height() - side, -side, -side);
+  iPlace.setSize(iPlace.size().boundedTo(room.size()));
+  iPlace.moveRight(std::min(iPlace.right(), room.right()));
+  iPlace.moveBottom(std::min(iPlace.bottom(), room.bottom()));
+  iPlace.moveTopLeft({std::max(iPlace.left(), room.left()), std::max(iPlace.top(), room.top())});
+  return iPlace;
+}
 
 template <class Function, class... Args>
 void Raise(const Function& iEvent, const Args&... iArgs) {
@@ -49,6 +65,21 @@ bool IsField(const QObject* iObject) {
   }
   return false;
 }
+
+// Where a section stands. It tells the section how large it is.
+class TSectionPage : public QWidget {
+ public:
+  explicit TSectionPage(TfrmKKCommonSectionBase& ioForm) : FForm(ioForm) {}
+
+ protected:
+  void resizeEvent(QResizeEvent* iEvent) override {
+    QWidget::resizeEvent(iEvent);
+    AsUser([this] { FForm.Resize(width(), height()); });
+  }
+
+ private:
+  TfrmKKCommonSectionBase& FForm;
+};
 
 }  // namespace
 
@@ -124,7 +155,7 @@ void TMainWindow::ShowSection(TfrmKKCommonSectionBase& ioForm) {
 }
 
 void TMainWindow::Open(TSection& ioSection) {
-  ioSection.Page = std::make_unique<QWidget>();
+  ioSection.Page = std::make_unique<TSectionPage>(*ioSection.Form);
   auto* const layout = new QVBoxLayout(ioSection.Page.get());  // the page's
   layout->setContentsMargins(cPageMargin, 0, cPageMargin, 0);
   ioSection.Skin = std::make_unique<TSkin>(*ioSection.Form, ioSection.Page.get());
@@ -158,6 +189,7 @@ void TMainWindow::ComeToFront(TStringView iActivation) {
 void TMainWindow::RestorePlace() {
   const std::string geometry = ToUtf8(TIniFileSectionMainWindow().Geometry());
   restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(geometry)));
+  if (!isMaximized() && !isFullScreen()) setGeometry(OnScreen(this->geometry()));
 }
 
 void TMainWindow::SavePlace() {
@@ -200,9 +232,23 @@ bool TMainWindow::Takes(const QWidget& iWidget, QEvent& ioEvent) {
     case QEvent::DragMove:
     case QEvent::Drop:
       return QApplication::activeModalWidget() == nullptr && TakeDrop(ioEvent, IsField(&iWidget));
+    case QEvent::Wheel:
+      return TakeWheel(iWidget, static_cast<QWheelEvent&>(ioEvent));
     default:
       return false;
   }
+}
+
+// What the section sends on comes by here again.
+bool TMainWindow::TakeWheel(const QWidget& iWidget, QWheelEvent& ioEvent) {
+  const TSection* const section = FSection != nullptr ? Find(*FSection) : nullptr;
+  if (FWheelTurns || section == nullptr || !section->Page->isAncestorOf(&iWidget)) return false;
+  TWheelTurn turn(*section->Skin, ioEvent);
+  FWheelTurns = true;
+  AsUser([&] { FSection->MouseWheelHandler(turn); });
+  FWheelTurns = false;
+  ioEvent.setAccepted(turn.IsTaken());
+  return true;
 }
 
 void TMainWindow::ShowTitle() {

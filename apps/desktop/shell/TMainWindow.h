@@ -75,6 +75,8 @@ class TMainWindow : public QMainWindow {
   void Open(TSection& ioSection);
   void Paste();
   bool Takes(const QWidget& iWidget, QEvent& ioEvent);
+  /// The section sends the wheel to what stands under the pointer.
+  bool TakeWheel(const QWidget& iWidget, QWheelEvent& ioEvent);
   bool TakeDrop(QEvent& ioEvent, bool iIsField);
 
   QStackedWidget* FStack;
@@ -82,6 +84,7 @@ class TMainWindow : public QMainWindow {
   QMenu* FView = nullptr;
   std::vector<std::unique_ptr<TSection>> FSections;
   TfrmKKCommonSectionBase* FSection = nullptr;
+  bool FWheelTurns = false;
   std::function<void()> FOnPainted;
   std::function<bool()> FOnClose;
   std::function<void()> FOnQuit;

@@ -1,5 +1,6 @@
 #include "apps/desktop/shell/TDesktopSession.h"
 
+#include <unistd.h>
 #include <QApplication>
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -7,7 +8,11 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QWheelEvent>
+
+#include <algorithm>
 #include <csignal>
 #include <future>
 
@@ -15,11 +20,14 @@
 #include "apps/desktop/shell/TIniFileSectionMainWindow.h"
 #include "apps/desktop/skin/QtText.h"
 #include "host/contract/TPlugins.h"
+#include "host/controls/IMouseWheel.h"
+#include "host/controls/TMemo.h"
 #include "host/controls/TfrmMSNPopUpBase.h"
 #include "host/controls/TfrmMessageDlg.h"
 #include "host/program/TExampleShop.h"
 #include "host/program/THostClient.h"
 #include "tests/support/TFakeSourcePlugin.h"
+#include "tests/support/TFaultyFileLayer.h"
 #include "tests/support/TLogRecorder.h"
 #include "tests/support/TRawTestServer.h"
 
@@ -35,6 +43,43 @@ using TEnd = THostClient::THandOver::TEnd;
 std::string TextOf(TForm& ioForm) { return ToUtf8(dynamic_cast<TfrmMessageDlg&>(ioForm).Text()); }
 void Press(TForm& ioForm, TMsgDlgBtn iButton) {
   EXPECT_TRUE(dynamic_cast<TfrmMessageDlg&>(ioForm).Button(iButton)->Click());
+}
+
+// Sends the wheel on, and notes what it is shown on the way.
+class TWheelSection : public TfrmKKCommonSectionBase {
+ public:
+  TWheelSection() : TfrmKKCommonSectionBase(nullptr, u"TWheelSection", u"Rad") {
+    mmLong.SetStretches(true);
+    TStringList lines;
+    for (int i = 0; i < 500; ++i) lines.Add(u"Zeile");
+    mmLong.SetLines(lines);
+  }
+  TGuid GetFormID() const override { return FId; }
+  TString GetIniSectionName() const override { return u"Wheel"; }
+  void MouseWheelHandler(IMouseWheel& ioWheel) override {
+    TControl* target = this;
+    while (TControl* const child = ioWheel.ControlAtPointer(*target)) {
+      Seen.push_back(child);
+      target = child;
+    }
+    Seen.push_back(nullptr);
+    if (ioWheel.Perform(*target) == 0) ioWheel.PerformDefault();
+  }
+
+  TLabel lblPlain{this, u"lblPlain", u"Darüber"};
+  TMemo mmLong{this, u"mmLong"};
+  std::vector<TControl*> Seen;
+
+ private:
+  TGuid FId = NewGuid();
+};
+
+/// Whether it was taken.
+bool TurnWheel(QWidget& ioWidget) {
+  const QPointF at(ioWidget.rect().center());
+  QWheelEvent turn(at, ioWidget.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&ioWidget, &turn);
+  return turn.isAccepted();
 }
 
 class TDesktopSessionTest : public testing::Test {
@@ -79,6 +124,20 @@ class TDesktopSessionTest : public testing::Test {
     const TWatchlistInfo tree = World.List().GetTree();
     EXPECT_TRUE(World.List().DeleteItems({tree.Categories[0].Groups[0].Items[0].Id}));
     return file;
+  }
+  /// The file of a list with the category "Bücher"; there is none afterwards.
+  std::string SavedList() {
+    World.Start();
+    World.List().AddCategory(std::nullopt, u"Bücher", {});
+    EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+    std::string list = World.Folder.Read(u"watchlist.dat");
+    EXPECT_EQ(unlink((World.Folder.Path() + "/watchlist.dat").c_str()), 0);
+    return list;
+  }
+  bool HasCopy(std::string_view iName, std::string_view iBytes) {
+    return std::ranges::any_of(World.Folder.Names(), [&](const std::string& iFile) {
+      return iFile.starts_with(iName) && World.Folder.Read(FromUtf8(iFile)) == iBytes;
+    });
   }
   std::string SearchText() {
     return ToUtf8(ReplaceAll(World.Search().mmText.Lines().GetText(), u"\r\n", u"\n"));
@@ -138,6 +197,46 @@ TEST_F(TDesktopSessionTest, WindowIsNeverLargerThanTheScreenWhateverSectionsWant
   QCoreApplication::processEvents();
   EXPECT_LE(World.Window().minimumSizeHint().height(), screen.height());
   EXPECT_LE(World.Window().minimumSizeHint().width(), screen.width());
+}
+
+TEST_F(TDesktopSessionTest, SectionKnowsItsSizeAndKeepsItAtTheEnd) {
+  World.Start();
+  EXPECT_EQ(World.Watchlist().ShownWidth(), 0) << "it was not on the screen yet";
+  World.Go(u"Beobachten");
+  World.Window().resize(780, 640);
+  ASSERT_TRUE(CrankUntil([&] { return World.Watchlist().ShownWidth() == 780; }));
+  const int height = World.Watchlist().ShownHeight();
+  EXPECT_EQ(height, World.Window().centralWidget()->height());
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  const std::string settings = World.Folder.Read(u"kaufkobolde.ini");
+  EXPECT_THAT(settings, HasSubstr("WindowWidth=780\n"));
+  EXPECT_THAT(settings, HasSubstr("WindowHeight=" + std::to_string(height) + "\n"));
+}
+
+TEST_F(TDesktopSessionTest, WheelGoesThroughTheSectionToWhatStandsUnderThePointer) {
+  World.Start();
+  TWheelSection section;
+  section.Initialize(TIntf<IApplication>(MakeIntf<TDesktopApplication>(World.Desktop())));
+  section.Show();
+  TSkin& skin = *TSkin::Of(section);
+  auto& list = dynamic_cast<QPlainTextEdit&>(*skin.WidgetOf(section.mmLong));
+  ASSERT_TRUE(CrankUntil([&] { return list.verticalScrollBar()->maximum() > 0; }));
+
+  EXPECT_TRUE(TurnWheel(*list.viewport()));
+  EXPECT_THAT(section.Seen, ElementsAre(&section.mmLong, nullptr));
+  EXPECT_GT(list.verticalScrollBar()->value(), 0);
+  const int once = list.verticalScrollBar()->value();
+  EXPECT_TRUE(TurnWheel(*list.viewport()));
+  EXPECT_EQ(list.verticalScrollBar()->value(), 2 * once) << "one turn is one turn";
+
+  section.Seen.clear();
+  section.mmLong.SetEnabled(false);
+  skin.Flush();
+  EXPECT_FALSE(TurnWheel(*skin.WidgetOf(section.lblPlain)));
+  EXPECT_FALSE(TurnWheel(list));
+  EXPECT_THAT(section.Seen, ElementsAre(&section.lblPlain, nullptr, nullptr));
+  EXPECT_EQ(list.verticalScrollBar()->value(), 2 * once);
+  section.Uninitialize();
 }
 
 TEST_F(TDesktopSessionTest, ClosedSectionGivesWayToSuchen) {
@@ -425,10 +524,7 @@ TEST_F(TDesktopSessionTest, BackupThatIsNotWantedIsKeptAsACopy) {
   World.Open();
   ExpectMessage("Sicherung", TMsgDlgBtn::mbNo);
   ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
-  const auto names = World.Folder.Names();
-  EXPECT_TRUE(std::ranges::any_of(names, [&](const std::string& iName) {
-    return iName.starts_with("watchlist.da~.2") && World.Folder.Read(FromUtf8(iName)) == list;
-  }));
+  EXPECT_TRUE(HasCopy("watchlist.da~.2", list));
 }
 
 TEST_F(TDesktopSessionTest, BackupQuestionCanBeLeft) {
@@ -439,6 +535,56 @@ TEST_F(TDesktopSessionTest, BackupQuestionCanBeLeft) {
   EXPECT_FALSE(World.Session().IsRunning());
   EXPECT_EQ(World.End(), TDesktopExit::deDone);
   EXPECT_FALSE(World.Folder.Has(u"watchlist.dat"));
+}
+
+TEST_F(TDesktopSessionTest, DamagedListIsRestoredFromASoundBackup) {
+  const std::string list = SavedList();
+  World.Folder.Write(u"watchlist.da~", list);
+  World.Folder.Write(u"watchlist.dat", "kein Archiv");
+  World.Open();
+  ExpectMessage("Soll der Stand vor dem letzten Speichern wiederhergestellt werden?",
+                TMsgDlgBtn::mbYes);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  EXPECT_EQ(World.List().GetTree().Categories.back().Name, u"Bücher");
+  EXPECT_TRUE(HasCopy("watchlist.dat.2", "kein Archiv"));
+}
+
+TEST_F(TDesktopSessionTest, DamagedListCanBeginEmptyAndItsBackupIsKeptAsACopy) {
+  const std::string list = SavedList();
+  World.Folder.Write(u"watchlist.da~", list);
+  World.Folder.Write(u"watchlist.dat", "kein Archiv");
+  World.Open();
+  ExpectMessage("wiederhergestellt", TMsgDlgBtn::mbNo);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  EXPECT_EQ(World.List().GetTree().Categories.size(), 1u);
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  EXPECT_TRUE(HasCopy("watchlist.da~.2", list));
+  EXPECT_TRUE(HasCopy("watchlist.dat.2", "kein Archiv"));
+}
+
+TEST_F(TDesktopSessionTest, QuestionForADamagedListCanBeLeft) {
+  World.Folder.Write(u"watchlist.da~", SavedList());
+  World.Folder.Write(u"watchlist.dat", "kein Archiv");
+  World.Open();
+  ExpectMessage("wiederhergestellt", TMsgDlgBtn::mbCancel);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+  EXPECT_EQ(World.Folder.Read(u"watchlist.dat"), "kein Archiv");
+}
+
+TEST_F(TDesktopSessionTest, ListThatCantBeCopiedIsNotBegunByReturn) {
+  ASSERT_EQ(symlink("nirgends", (World.Folder.Path() + "/watchlist.dat").c_str()), 0);
+  World.Open();
+  World.Dialogs().Expect("TfrmMessageDlg", [](TForm& ioForm) {
+    EXPECT_THAT(TextOf(ioForm), HasSubstr("Soll das Programm trotzdem beginnen"));
+    EXPECT_TRUE(ioForm.DefaultButton()->Click());
+  });
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+  World.Open();
+  ExpectMessage("Soll das Programm trotzdem beginnen", TMsgDlgBtn::mbYes);
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  ASSERT_EQ(unlink((World.Folder.Path() + "/watchlist.dat").c_str()), 0);
 }
 
 TEST_F(TDesktopSessionTest, DamagedListIsPutAsideAndTold) {
@@ -472,14 +618,64 @@ TEST_F(TDesktopSessionTest, FailedSaveIsToldAndTheExitSaysSo) {
   EXPECT_EQ(World.Quit(), TDesktopExit::deFailed);
 }
 
+TEST_F(TDesktopSessionTest, UserIsAskedBeforeTheProgramEndsWithoutASave) {
+  World.Start();
+  {
+    TFaultyFileLayer layer;
+    layer.FailAll("write", ENOSPC);
+    World.Dialogs().Expect("TfrmMessageDlg", [](TForm& ioForm) {
+      EXPECT_THAT(TextOf(ioForm), HasSubstr("Soll das Programm trotzdem enden?"));
+      EXPECT_THAT(TextOf(ioForm), HasSubstr("Der Datenträger ist voll"));
+      EXPECT_TRUE(ioForm.DefaultButton()->Click());
+    });
+    World.Session().RequestEnd();
+    EXPECT_TRUE(World.Dialogs().IsDone());
+    EXPECT_FALSE(World.Session().MustEnd());
+    EXPECT_EQ(HandOver({}).End, TEnd::Done) << "it takes second starts again";
+    ExpectMessage("trotzdem enden", TMsgDlgBtn::mbYes);
+    World.Session().RequestEnd();
+    EXPECT_TRUE(World.Session().MustEnd());
+  }
+  EXPECT_EQ(World.End(), TDesktopExit::deDone);
+  EXPECT_TRUE(World.Folder.Has(u"watchlist.dat"));
+}
+
+TEST_F(TDesktopSessionTest, SystemEndsItOverTheQuestionOfASave) {
+  World.Start();
+  TFaultyFileLayer layer;
+  layer.FailAll("write", ENOSPC);
+  World.Dialogs().Expect("TfrmMessageDlg", [this](TForm& ioForm) {
+    EXPECT_THAT(TextOf(ioForm), HasSubstr("trotzdem enden"));
+    World.Session().RequestSystemEnd();
+  });
+  World.Session().RequestEnd();
+  EXPECT_TRUE(CrankUntil([&] { return World.Session().MustEnd(); }));
+  EXPECT_EQ(World.End(), TDesktopExit::deFailed);
+}
+
 TEST_F(TDesktopSessionTest, WindowComesBackInItsPlaceWithItsSection) {
   World.Start();
-  World.Window().resize(900, 555);
+  World.Window().resize(760, 555);
   World.Go(u"Beobachten");
   EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
   World.Start();
-  EXPECT_EQ(World.Window().size(), QSize(900, 555));
+  EXPECT_EQ(World.Window().size(), QSize(760, 555));
   EXPECT_EQ(World.Window().Section(), &World.Watchlist());
+}
+
+TEST_F(TDesktopSessionTest, WindowComesBackOntoASmallerScreen) {
+  World.Start();
+  const QRect screen = World.Window().screen()->availableGeometry();
+  World.Window().setGeometry({screen.right() - 300, screen.bottom() - 200, 700, 600});
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  World.Open();
+  EXPECT_EQ(World.Window().size(), QSize(700, 600)) << "there is room for it";
+  EXPECT_TRUE(screen.contains(World.Window().frameGeometry()));
+  World.Window().setGeometry({-100, -100, screen.width() + 200, screen.height() + 200});
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  World.Start();
+  EXPECT_TRUE(screen.contains(World.Window().frameGeometry()));
 }
 
 TEST_F(TDesktopSessionTest, PopUpOfAPlugInIsShownAndFreedLater) {
