@@ -1,6 +1,7 @@
 #include "persistence/exchange/TfrmKKWatchlistImport.h"
 
 #include "TExchangeWorld.h"
+#include "host/base/Exception.h"
 #include "host/common/TFileHelper.h"
 #include "host/common/TIniFileSectionBase.h"
 #include "host/controls/TfrmKKCommonWait.h"
@@ -278,6 +279,15 @@ TEST_F(TfrmKKWatchlistImportTest, InTheBackgroundAllComesInWithoutAWindow) {
   EXPECT_EQ(User.ShownCount(), 0);
 }
 
+TEST_F(TfrmKKWatchlistImportTest, InTheBackgroundTheLoopTurnsOnceAlone) {
+  Item(Category(u"Küche"), Shop, u"Lampe");
+  ExportAll();
+  StartElsewhere();
+  const int before = Loop.Turns();
+  EXPECT_TRUE(TForm::ExecuteInBackground(ExportFile()));
+  EXPECT_EQ(Loop.Turns() - before, 1);
+}
+
 TEST_F(TfrmKKWatchlistImportTest, InTheBackgroundAFileWithoutCategoriesAsksAllTheSame) {
   Item(Category(u"Küche"), Shop, u"Lampe");
   ExportAll(false, false);
@@ -477,6 +487,15 @@ TEST_F(TfrmKKWatchlistImportTest, AFileThatIsGivenIsNotAskedFor) {
   });
   EXPECT_TRUE(TForm::Display(nullptr, ExportFile()));
   EXPECT_EQ(Outline(), "<Keiner Kategorie zugewiesen> Küche(Auktion: Lampe)");
+  EXPECT_EQ(TIniFileSectionCommon().PathToLastImExport(), u"");
+}
+
+TEST_F(TfrmKKWatchlistImportTest, AFileDialogThatFailsIsTold) {
+  struct TFailingHost : TScriptedFormHost {
+    bool ShowOpenDialog(TOpenDialog&) override { throw Exception(u"Es gibt keinen Dialog."); }
+  } user;
+  user.ExpectMessage(u"Es gibt keinen Dialog.");
+  EXPECT_FALSE(TForm::Display(nullptr));
 }
 
 TEST_F(TfrmKKWatchlistImportTest, OfAFileThatIsGivenTheUserHearsThatItCanNotBeRead) {
