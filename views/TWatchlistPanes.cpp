@@ -43,11 +43,7 @@ void TWatchlistPanes::FreeExplorerBar() {
 }
 
 TTab* TWatchlistPanes::FindTab(const TIntf<IWatchlistIntegration>& iIntegration) const {
-  if (!FTabControl) return nullptr;
-  for (TTab* tab : FTabControl->Tabs()) {
-    if (tab->Integration() == iIntegration) return tab;
-  }
-  return nullptr;
+  return FTabControl ? FTabControl->FindTab(iIntegration) : nullptr;
 }
 
 void TWatchlistPanes::RefreshCurrentSearchResult() {

@@ -53,6 +53,7 @@ class TTabControlKK : public TObject {
   const TTabs& AddedTabs() const { return FAddedTabs; }
   /// Null or empty if there is none.
   TTab* GetCurrentTab() const { return TabAt(FCurrentIndex); }
+  TTab* FindTab(const TIntf<IWatchlistIntegration>& iIntegration) const;
   TIntf<IWatchlistIntegration> GetCurrentIntegration() const;
   /// An index out of range raises EListError.
   TIntf<IWatchlistIntegration> GetIntegrations(int iIndex) const;
@@ -71,7 +72,6 @@ class TTabControlKK : public TObject {
 
  private:
   TTab* TabAt(int iIndex) const;
-  TTab* FindTab(const TIntf<IWatchlistIntegration>& iIntegration) const;
   void DoSwitchTab(int iFrom, int iTo);
   void DoSwitchTab(TTab* iFrom, TTab* iTo);
   void DoClickChevronItem(TObject* Sender);
