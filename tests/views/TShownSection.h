@@ -3,6 +3,7 @@
 #include "TSectionWorld.h"
 #include "host/base/TLocale.h"
 #include "reminders/editor/TfrmKKWatchlistEditItemRemind.h"
+#include "tests/support/TreeOutline.h"
 #include "views/dialogs/TfrmKKPluginWatchlistEditCategory.h"
 #include "views/dialogs/TfrmKKWatchlistEditItemDescription.h"
 
@@ -134,15 +135,7 @@ class TShownSection : public testing::Test, public TSectionWorld {
   }
   static TDateTime In(int iMinutes) { return Now().PlusMs(iMinutes * TDateTime::cMsPerMinute); }
   /// The tree's objects in display order, two blanks for each level.
-  TLines Outline() {
-    TLines lines;
-    for (TVirtualNode* node = Nodes().First(); node != nullptr; node = node->Next()) {
-      std::string indent;
-      for (const auto* up = node->Parent(); up != nullptr; up = up->Parent()) indent += "  ";
-      lines.push_back(indent + ToUtf8(NodeText(*node, {})));
-    }
-    return lines;
-  }
+  TLines Outline() { return OutlineOf(Nodes()); }
   TObject* Selected() {
     return Nodes().SelectedNode() == nullptr ? nullptr : Nodes().SelectedNode()->Object();
   }

@@ -2,6 +2,7 @@
 
 #include "TShownSection.h"
 #include "reminders/TRemindHandler.h"
+#include "tests/support/TBrokenResult.h"
 
 namespace kk {
 namespace {
@@ -359,17 +360,7 @@ TEST_F(TWatchlistTabCommandsTest, RowThatFailsDoesNotKeepTheBarFromFollowing) {
 }
 
 TEST_F(TWatchlistTabCommandsTest, BarThatFailsShowsNoResult) {
-  // A result that can't say whether it has an end any more.
-  class TFailingResult : public TFakeSearchResult {
-   public:
-    using TFakeSearchResult::TFakeSearchResult;
-    bool HasEndTime() const override {
-      if (Fails) throw Exception(u"Kein Ende");
-      return false;
-    }
-    bool Fails = false;
-  };
-  const auto result = MakeIntf<TFailingResult>(u"Faust", Faust.SearchResultId());
+  const auto result = MakeIntf<TBrokenResult>(u"Faust", Faust.SearchResultId());
   Faust.SetSearchResult(TIntf<ISearchResult>(result));
   Mark(Auction, {&Faust});
   result->Fails = true;

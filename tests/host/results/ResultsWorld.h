@@ -6,32 +6,12 @@
 #include "host/base/Exception.h"
 #include "host/controls/TPanel.h"
 #include "host/results/TResultTable.h"
+#include "tests/support/TFakeSource.h"
 #include "tests/support/TTestMainLoop.h"
 
 namespace kk {
 
-/// A result with a name and a number.
-class TPlainResult : public TInterfaced<ISearchResult> {
- public:
-  TPlainResult(TGuid iId, TString iName) : FId(iId), FName(std::move(iName)) {}
-  TGuid GetId() const override { return FId; }
-  TString GetName() const override { return FName; }
-  bool HasEndTime() const override { return false; }
-  TDateTime GetEndTime() const override { return {}; }
-  void SetId(const TGuid& iId) override { FId = iId; }
-  bool IsSame(const TIntf<ISearchResult>& iOther) const override {
-    return iOther && iOther->GetName() == FName;
-  }
-  TIntf<ISearchResult> Clone() const override { return MakeIntf<TPlainResult>(FId, FName); }
-
- private:
-  TGuid FId;
-  TString FName;
-};
-
-inline TIntf<ISearchResult> Plain(TStringView iName) {
-  return MakeIntf<TPlainResult>(NewGuid(), TString(iName));
-}
+inline TIntf<ISearchResult> Plain(TStringView iName) { return FakeResult(iName); }
 
 inline TIntf<IInterfaceList> Plains(const std::vector<TIntf<ISearchResult>>& iResults) {
   const auto list = NewInterfaceList();

@@ -213,7 +213,7 @@ TEST_F(ResultTable, NewRowsComeToTheirPlaces) {
 TEST_F(ResultTable, RefreshTellsOneRowAndKeepsItsPlace) {
   Show({u"a", u"b"});
   Table.SetSort(0, false);
-  const auto refreshed = MakeIntf<TPlainResult>(Shown[0]->GetId(), u"z");
+  const auto refreshed = MakeIntf<TFakeSearchResult>(u"z", Shown[0]->GetId());
   Table.RefreshResult(refreshed);
   Table.RefreshResult(Plain(u"fremd"));
   Table.RefreshResult(nullptr);
@@ -276,7 +276,7 @@ TEST_F(ResultTable, NewResultsKeepSelectionAndFocusOfTheSameIds) {
 TEST_F(ResultTable, TheSameRowsAgainTellOnlyWhatIsAnother) {
   Show({u"a", u"b", u"c"});
   Table.SelectRows({1}, 1);
-  const auto refreshed = MakeIntf<TPlainResult>(Shown[1]->GetId(), u"bb");
+  const auto refreshed = MakeIntf<TFakeSearchResult>(u"bb", Shown[1]->GetId());
   Table.SetResults(Plains({Shown[0], refreshed, Shown[2]}));
   EXPECT_THAT(Watcher.TakeCalls(), ElementsAre("row 1"));
   EXPECT_EQ(NamesOf(Table), "a bb c");

@@ -2,6 +2,7 @@
 
 #include "TExplorerBarWorld.h"
 #include "reminders/TRemindDetailsWindow.h"
+#include "tests/support/TBrokenResult.h"
 
 namespace kk {
 namespace {
@@ -12,13 +13,6 @@ using testing::IsEmpty;
 const std::string cAdd = "> Erinnerung einrichten... [EXPLORERBANDBARICO_ADD]";
 const std::string cEdit = "> Erinnerung bearbeiten... [EXPLORERBANDBARICO_EDIT]";
 const std::string cDelete = "> Erinnerung löschen [EXPLORERBANDBARICO_DELETE]";
-
-// A result whose end can't be told.
-class TBrokenResult : public TFakeSearchResult {
- public:
-  using TFakeSearchResult::TFakeSearchResult;
-  bool HasEndTime() const override { throw Exception(u"Ende kaputt"); }
-};
 
 class TReminderGroupTest : public TExplorerBarTest {
  protected:
@@ -136,10 +130,11 @@ TEST_F(TReminderGroupTest, FollowsTheListOfReminders) {
 }
 
 TEST_F(TReminderGroupTest, WhatTheResultRaisesPassesThroughAndTheBracketCloses) {
-  const TIntf<ISearchResult> broken = MakeIntf<TBrokenResult>(u"Uhr");
+  const auto broken = MakeIntf<TBrokenResult>(u"Uhr");
+  broken->Fails = true;
   Show(Faust);
   EXPECT_THROW(Show(broken), Exception);
-  EXPECT_EQ(Bar->GetCurrentSearchResult(), broken);
+  EXPECT_EQ(Bar->GetCurrentSearchResult(), TIntf<ISearchResult>(broken));
   Skin.Take();
   Show({});
   EXPECT_EQ(Skin.Take().count("TExplorerBarGroupReminderDetails"), 1U) << "the skin hears again";

@@ -1,6 +1,7 @@
 #include "views/explorerbar/TExplorerBarPanelItemDetails.h"
 
 #include "TExplorerBarWorld.h"
+#include "tests/support/TBrokenResult.h"
 
 namespace kk {
 namespace {
@@ -12,17 +13,6 @@ const std::string cEditNote = "> Notiz bearbeiten... [EXPLORERBANDBARICO_EDIT]";
 const std::string cUpdate = "> Eintrag aktualisieren [EXPLORERBANDBARICO_REFRESH]";
 const std::string cEnded = "\"Eintrag beendet. Aktualisierung nicht möglich.\"";
 const std::string cAddReminder = "> Erinnerung einrichten... [EXPLORERBANDBARICO_ADD]";
-
-// A result that can be made to fail.
-class TBrokenResult : public TFakeSearchResult {
- public:
-  using TFakeSearchResult::TFakeSearchResult;
-  bool HasEndTime() const override {
-    if (EndFails) throw Exception(u"Ende kaputt");
-    return false;
-  }
-  bool EndFails = false;
-};
 
 class TDetailsTest : public TExplorerBarTest {
  protected:
@@ -121,7 +111,7 @@ TEST_F(TDetailsTest, AFailureTakesTheRefreshAwayAndIsSwallowed) {
   clock.SetSearchResult(broken);
   clock.Description().Add(u"Leinen");
   EXPECT_EQ(Show(clock).back(), cUpdate);
-  broken->EndFails = true;
+  broken->Fails = true;
   Skin.Take();
   EXPECT_THROW(Bar->RefreshCurrentSearchResult(), Exception)
       << "the reminders' group guards nothing";
@@ -134,7 +124,7 @@ TEST_F(TDetailsTest, AFailureTakesTheRefreshAwayAndIsSwallowed) {
               ElementsAre("debug TExplorerBarPanelItemDetails.RefreshDisplay: Ende kaputt"));
   EXPECT_EQ(Skin.Take()["TExplorerBarPanelItemDetails"], 1);
 
-  broken->EndFails = false;
+  broken->Fails = false;
   panel->RefreshDisplay();
   EXPECT_EQ(Lines(DetailsGroup()).back(), cUpdate);
 }
@@ -145,7 +135,7 @@ TEST_F(TDetailsTest, AFailureTakesTheTextOfTheEndAwayToo) {
   EXPECT_EQ(Show(clock).back(), cEnded);
   const auto broken = MakeIntf<TBrokenResult>(u"Ring");
   Group(Books, Auction).LstItem().Add(std::make_unique<TWatchlistItem>()).SetSearchResult(broken);
-  broken->EndFails = true;
+  broken->Fails = true;
   const auto panel = TIntf<TExplorerBarPanelItemDetails>(
       dynamic_cast<TExplorerBarPanelItemDetails*>(Bar->GetPanels(0).Get()));
   panel->SetSelection(broken);

@@ -6,6 +6,7 @@
 #include "host/base/TLocale.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "tests/support/TWatchlistWorld.h"
+#include "tests/support/TreeOutline.h"
 #include "views/tree/TWatchlistCategoryTree.h"
 
 namespace kk {
@@ -90,15 +91,7 @@ class TTreeTest : public testing::Test, public TWatchlistWorld {
     Pane->DoChangeIniFile(nullptr);
   }
   /// The texts of all nodes in display order, two blanks for each level.
-  TLines Outline() {
-    TLines lines;
-    for (TVirtualNode* node = View().First(); node != nullptr; node = node->Next()) {
-      std::string indent;
-      for (const auto* up = node->Parent(); up != nullptr; up = up->Parent()) indent += "  ";
-      lines.push_back(indent + ToUtf8(NodeText(*node, {})));
-    }
-    return lines;
-  }
+  TLines Outline() { return OutlineOf(View()); }
 
   TPanesRecorder Panes;
   TForm Form{nullptr, u"TForm"};

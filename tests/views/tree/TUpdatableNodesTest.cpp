@@ -1,6 +1,7 @@
 #include "views/tree/TUpdatableNodes.h"
 
 #include "TTreeWorld.h"
+#include "tests/support/TBrokenResult.h"
 
 namespace kk {
 namespace {
@@ -143,15 +144,8 @@ TEST_F(TUpdatableNodesTest, AskingAgainIsNoWalkOverTheItems) {
 }
 
 TEST_F(TUpdatableNodesTest, AResultThatFailedToAnswerIsAskedAgain) {
-  struct TFailingResult : TFakeSearchResult {
-    using TFakeSearchResult::TFakeSearchResult;
-    bool HasEndTime() const override {
-      if (Fails) throw Exception(u"Ende kaputt");
-      return false;
-    }
-    bool Fails = true;
-  };
-  const auto result = MakeIntf<TFailingResult>(u"Uhr");
+  const auto result = MakeIntf<TBrokenResult>(u"Uhr");
+  result->Fails = true;
   Group(Books, Shop).LstItem().Add(std::make_unique<TWatchlistItem>()).SetSearchResult(result);
   Build();
   EXPECT_THROW(CanUpdate(Books), Exception);
