@@ -1,9 +1,9 @@
 #include "apps/desktop/skin/TComboBoxBinder.h"
 
-#include <QEvent>
 #include <QLineEdit>
 #include <algorithm>
 
+#include "apps/desktop/skin/PassWheelOn.h"
 #include "apps/desktop/skin/QtOwned.h"
 #include "apps/desktop/skin/QtText.h"
 
@@ -37,11 +37,7 @@ TComboBoxBinder::TComboBoxBinder(TSkin& ioSkin, TComboBox& ioList)
 }
 
 bool TComboBoxBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
-  if (iEvent->type() == QEvent::Wheel && !View().hasFocus()) {
-    iEvent->ignore();
-    return true;
-  }
-  return TBinder::eventFilter(iObject, iEvent);
+  return PassWheelOn(View(), *iEvent) || TBinder::eventFilter(iObject, iEvent);
 }
 
 void TComboBoxBinder::Render() {

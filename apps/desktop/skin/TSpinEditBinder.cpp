@@ -1,8 +1,8 @@
 #include "apps/desktop/skin/TSpinEditBinder.h"
 
-#include <QEvent>
 #include <algorithm>
 
+#include "apps/desktop/skin/PassWheelOn.h"
 #include "apps/desktop/skin/QtOwned.h"
 
 namespace kk {
@@ -36,11 +36,7 @@ TSpinEditBinder::TSpinEditBinder(TSkin& ioSkin, TSpinEdit& ioEdit)
 }
 
 bool TSpinEditBinder::eventFilter(QObject* iObject, QEvent* iEvent) {
-  if (iEvent->type() == QEvent::Wheel && !View().hasFocus()) {
-    iEvent->ignore();
-    return true;
-  }
-  return TBinder::eventFilter(iObject, iEvent);
+  return PassWheelOn(View(), *iEvent) || TBinder::eventFilter(iObject, iEvent);
 }
 
 void TSpinEditBinder::Render() {

@@ -21,7 +21,7 @@ class TMenuWorld : private TNeedsQt {
   TMenuWorld() { Widget.show(); }
   QMenu& Open() {
     TPopupMenu::Open(Widget, *Menu, {10, 10});
-    return *dynamic_cast<QMenu*>(QApplication::activePopupWidget());
+    return *OpenMenu();
   }
   TNotifyEvent Event() { return TNotifyEvent::Of<&TMenuWorld::Clicked>(this); }
 
@@ -131,7 +131,7 @@ TEST(TPopupMenu, DoesNotOpenWithoutEntries) {
   const TMenuWorld world;
   QWidget widget;
   TPopupMenu::Open(widget, *world.Menu, {});
-  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_EQ(OpenMenu(), nullptr);
 }
 
 TEST(TPopupMenu, CutsNamesOffThatWouldBeWiderThanTheScreen) {

@@ -90,8 +90,6 @@ class TTableWindow : public TShownWindow, private IResultTableMenu {
   void Delete(TObject*) { Book.Note("delete"); }
 };
 
-QMenu* OpenMenu() { return dynamic_cast<QMenu*>(QApplication::activePopupWidget()); }
-
 TEST(TResultTableBinder, ShowsColumnsSortAndSelectionOfTheTable) {
   TTableWindow window;
   const QHeaderView& header = *window.View().header();

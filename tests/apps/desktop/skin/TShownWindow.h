@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QMenu>
 #include <QTest>
 #include <string>
 #include <vector>
@@ -48,6 +49,9 @@ class TShownWindow : public TForm {
  private:
   std::unique_ptr<TSkin> FSkin;
 };
+
+/// The menu that stands open; null if there is none.
+inline QMenu* OpenMenu() { return dynamic_cast<QMenu*>(QApplication::activePopupWidget()); }
 
 /// What the logic hears, one line an event.
 class TNotebook {

@@ -143,7 +143,7 @@ TEST(TTabStripBinder, MovesAHeadThatIsDragged) {
 TEST(TTabStripBinder, OpensTheMenuOfItsChevron) {
   TTabWindow window;
   window.ChevronButton().click();
-  auto* menu = dynamic_cast<QMenu*>(QApplication::activePopupWidget());
+  QMenu* const menu = OpenMenu();
   ASSERT_NE(menu, nullptr);
   EXPECT_EQ(menu->actions().front()->text(), QStringLiteral("Seiten"));
   menu->close();

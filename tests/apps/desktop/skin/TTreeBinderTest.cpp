@@ -82,8 +82,6 @@ class TTreeWindow : public TShownWindow {
   void Edit(TObject*) { Book.Note("edit"); }
 };
 
-QMenu* OpenMenu() { return dynamic_cast<QMenu*>(QApplication::activePopupWidget()); }
-
 TEST(TTreeBinder, ShowsSelectionFocusAndExpansionOfTheTree) {
   TTreeWindow window;
   window.Tree.SetExpanded(window.Autos, true);
