@@ -164,6 +164,8 @@ TEST_F(TSettingsTextWatchlistTest, OnlyTheKeyWithItsSignIsCutOutAndOnlyOnce) {
             "'UpdateIntervalInHrs =3' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
   EXPECT_EQ(Refusal(u"UpdateIntervalInHrs=UpdateIntervalInHrs=3"),
             "'UpdateIntervalInHrs=3' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
+  EXPECT_EQ(Refusal(u"UpdateIntervalInHrs=5UpdateIntervalInHrs=3"),
+            "'5UpdateIntervalInHrs=3' ist keine gültige ganze Zahl (UpdateIntervalInHrs)");
   EXPECT_EQ(Refusal(u"ShowAddDialog ShowAddDialog=0"),
             "'ShowAddDialog 0' ist weder \"-1\" noch \"0\" (ShowAddDialog)");
 }

@@ -57,6 +57,7 @@ class TFakeWays : public ISoundPlayer,
   void Display(const TNotification& iNotification) override {
     Calls.push_back("show " + std::to_string(static_cast<int>(iNotification.Position)) + " " +
                     ToUtf8(iNotification.Caption));
+    Shown = iNotification;
     if (!Failure.empty()) throw Exception(Failure);
     if (ByDesktop) MainLoop().Post([this, iNotification] { iNotification.OnShown(*ByDesktop); });
   }
@@ -71,9 +72,10 @@ class TFakeWays : public ISoundPlayer,
 
   std::vector<std::string> Calls;
   std::map<TString, TString> Secrets;
-  TEmail Mail;        ///< the last one
-  TString Failure;    ///< of every way but sound and secrets
-  int PlayError = 0;  ///< an errno
+  TEmail Mail;          ///< the last one
+  TNotification Shown;  ///< the last one
+  TString Failure;      ///< of every way but sound and secrets
+  int PlayError = 0;    ///< an errno
   TString SecretFailure;
   std::optional<bool> ByDesktop;  ///< who has shown a notification; nobody tells if there is none
   bool Deletes = true;            ///< whether an appointment is there to be deleted

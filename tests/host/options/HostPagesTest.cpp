@@ -78,6 +78,9 @@ TEST_F(TEmailPageTest, ShowsAndSavesWhatIsStored) {
   EXPECT_EQ(Page.User.Edit.Text(), u"otto");
   EXPECT_EQ(Page.EMail.Edit.Name(), u"edtEMail");
   EXPECT_EQ(Page.EMail.Label.Name(), u"lblEMail");
+  for (const TPanel* row : {&Page.EMail.Row, &Page.Password.Row, &Page.Trial.Row}) {
+    EXPECT_EQ(row->Arrangement(), TArrangement::arRow) << ToUtf8(row->Name());
+  }
   Page.From.Edit.EnterText(u"  laden@b.example ");
   Page.User.Edit.EnterText(u"");
   EXPECT_EQ(Complaint(Page), "");
@@ -233,6 +236,7 @@ TEST_F(TEmailPageTest, TheTrialSavesThePageAndSends) {
   EXPECT_EQ(Stored(u"EMail"), "eva@b.example");
   EXPECT_EQ(Changes, 1);
   EXPECT_THAT(Ways.Calls, ElementsAre("mail eva@b.example: Kaufkobolde 7.0 - Test"));
+  EXPECT_EQ(Ways.Mail.SenderAddress, u"eva@b.example");
   EXPECT_EQ(ToUtf8(Ways.Mail.Body),
             "Der Versand von E-Mails funktioniert.\r\n\r\nGesendet am 20.11.2026, 18:30:00 mit "
             "Kaufkobolde 7.0");
@@ -382,8 +386,11 @@ TEST_F(TNotificationPageTest, EditsThePositionAndKeepsANumberThatMeansTheSame) {
 TEST_F(TNotificationPageTest, TheTrialShowsWhatIsChosen) {
   Show(Page);
   Page.btnTestWindow.Click();
+  const TGuid first = Ways.Shown.Id;
   Page.cmbxPosition.Select(1);
   Page.btnTestWindow.Click();
+  EXPECT_NE(Ways.Shown.Id, first) << "it is another one";
+  EXPECT_EQ(Ways.Shown.Title, u"Erinnerung");
   EXPECT_THAT(Ways.Calls,
               ElementsAre("show 0 Kaufkobolde 7.0 - Test", "show 1 Kaufkobolde 7.0 - Test"));
   EXPECT_EQ(Stored(u"NotifierPosition"), "1");

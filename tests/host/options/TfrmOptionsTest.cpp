@@ -184,6 +184,19 @@ TEST_F(TfrmOptionsTest, ShowsThePagesAndTheSelectedOnesFrame) {
   EXPECT_EQ(Changes, 0);
 }
 
+TEST_F(TfrmOptionsTest, AllPagesStandInOnePlaceOverTheWindowThatOpensIt) {
+  Show([&](TfrmOptions& ioForm) {
+    EXPECT_EQ(ioForm.Position(), TPosition::poOwnerFormCenter);
+    EXPECT_EQ(ioForm.pnlPages.Arrangement(), TArrangement::arStack);
+    EXPECT_TRUE(ioForm.pnlPages.Stretches());
+    EXPECT_EQ(ioForm.pnlPages.Children().size(), 2u);
+    EXPECT_TRUE(ioForm.SelectedPage()->Place().Stretches());
+    EXPECT_EQ(First->Frame.Parent(), &ioForm.SelectedPage()->Place());
+    EXPECT_TRUE(First->Frame.Stretches());
+    ioForm.btnCancel.Click();
+  });
+}
+
 TEST_F(TfrmOptionsTest, TheFramesAreThePagesAgainAtTheEnd) {
   for (int i = 0; i < 2; ++i) {
     Show([&](TfrmOptions& ioForm) {

@@ -74,6 +74,18 @@ TEST_F(TSettingsPageTest, ItsTextsStandFromTopToBottom) {
                          "Nach Ablauf von", "Std", "Min", "Sek", "vor Ablauf der Auktion"));
 }
 
+TEST_F(TSettingsPageTest, WhatBelongsTogetherStandsInARowAndWhatBelongsToAChoiceIsIndented) {
+  EXPECT_EQ(Frame.Arrangement(), TArrangement::arColumn);
+  for (const TPanel* row : {&Frame.pnlInterval, &Frame.pnlSoundfile, &Frame.pnlDefaults,
+                            &Frame.pnlRemindType, &Frame.pnlTimeSpan, &Frame.pnlTimeRelative}) {
+    EXPECT_EQ(row->Arrangement(), TArrangement::arRow) << ToUtf8(row->Name());
+  }
+  EXPECT_TRUE(Frame.edtSoundfile.Stretches());
+  EXPECT_THAT(Frame.pnlDefaults.Children(),
+              ElementsAre(&Frame.pnlIndent, &Frame.pnlDefaultReminderSettings));
+  EXPECT_GT(Frame.pnlIndent.MinWidth(), 0);
+}
+
 TEST_F(TSettingsPageTest, ItsListsAreToChooseFrom) {
   EXPECT_FALSE(Frame.cmbxRemindType.Editable());
   EXPECT_FALSE(Frame.cmbxTimeRelative.Editable());
