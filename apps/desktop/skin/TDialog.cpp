@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "apps/desktop/skin/AsUser.h"
+#include "apps/desktop/skin/TRowView.h"
 
 namespace kk {
 
@@ -18,8 +19,18 @@ namespace {
 
 // What a frame of the window manager takes of a screen, as a rule, in device-independent pixels.
 constexpr QSize cFrame{16, 48};
-// In average characters: room for the title.
+// In average characters: room for the title, and as much as a list gets for what stands in it.
 constexpr int cNarrowest = 60;
+constexpr int cWidestList = 130;
+
+// The columns of a table have widths of their own.
+void WidenLists(const QWidget& iContent) {
+  for (QTreeView* const view : iContent.findChildren<QTreeView*>()) {
+    auto* const list = dynamic_cast<TRowView*>(view);
+    if (list == nullptr || !list->isHeaderHidden()) continue;
+    list->WidenUpTo(cWidestList * list->fontMetrics().averageCharWidth());
+  }
+}
 
 // What is typed first takes the place of what a field suggests.
 void SelectText(QWidget* iField) {
@@ -75,6 +86,7 @@ void TDialog::Open() {
   FSkin.ForgetFocus();  // it has got lost on the way into this window
   FSkin.Mark(FForm);
   FSkin.Flush();
+  WidenLists(*FSkin.Widget());
   FSkin.Widget()->layout()->activate();
   resize(WantedSize());
   setMinimumSize(FSkin.Widget()->minimumSizeHint().boundedTo(size()));

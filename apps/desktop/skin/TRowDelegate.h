@@ -12,6 +12,10 @@ class TRowDelegate : public QStyledItemDelegate {
 
   /// In device-independent pixels.
   static int RowHeight(const QFontMetrics& iFont);
+  /// What the row would take to be shown whole, without its indentation.
+  int RowWidth(const QStyleOptionViewItem& iOption, const QModelIndex& iIndex) const {
+    return QStyledItemDelegate::sizeHint(iOption, iIndex).width();
+  }
   QSize sizeHint(const QStyleOptionViewItem& iOption, const QModelIndex& iIndex) const override;
 };
 

@@ -10,8 +10,19 @@ class TRowView : public QTreeView {
  public:
   TRowView();
 
+  /// From now on it asks for as much width as its rows take to be shown whole, up to this; of very
+  /// many the first ones count.
+  void WidenUpTo(int iWidth);
+  QSize sizeHint() const override;
+
  protected:
   void focusInEvent(QFocusEvent* iEvent) override;
+
+ private:
+  /// The frame included.
+  int WidthOfRows() const;
+
+  int FWidest = 0;  // 0: the same width whatever stands in it
 };
 
 }  // namespace kk

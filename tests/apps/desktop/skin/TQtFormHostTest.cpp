@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QTimer>
+#include <QTreeView>
 #include <optional>
 
 #include "TQtWorld.h"
@@ -21,6 +22,7 @@
 #include "host/controls/TEdit.h"
 #include "host/controls/TLabel.h"
 #include "host/controls/TOpenDialog.h"
+#include "host/controls/TVirtualStringTree.h"
 #include "host/controls/TfrmKKCommonMessageDlg.h"
 #include "host/controls/TfrmKKCommonWait.h"
 #include "host/controls/TfrmMessageDlg.h"
@@ -236,6 +238,37 @@ TEST_F(TQtFormHostTest, ItGrowsWithItsContent) {
     dialog.close();
   });
   form.ShowModal();
+}
+
+TEST_F(TQtFormHostTest, ItIsWideEnoughForTheRowsOfItsListUpToABound) {
+  struct TChoose : TForm {
+    TChoose() : TForm(nullptr, u"frmChoose", u"Auswahl") {
+      vstRows.SetOnGetText(TNodeTextEvent::Of<&TChoose::GetText>(this));
+      vstRows.AddChild(nullptr, nullptr);
+    }
+    void GetText(TObject*, TVirtualNode&, TString& oText) { oText = Text; }
+    TVirtualStringTree vstRows{this, u"vstRows"};
+    TString Text;
+  } form;
+  const auto widthWith = [&](size_t iLetters) {
+    form.Text = TString(iLetters, u'n');
+    int width = 0;
+    OnNextDialog([&](TDialog& dialog) {
+      const auto& list = *dialog.findChild<QTreeView*>();
+      const int text = list.fontMetrics().horizontalAdvance(ToQt(form.Text));
+      if (iLetters < 90) {
+        EXPECT_GE(list.viewport()->width(), text);
+      }
+      width = dialog.width();
+      dialog.close();
+    });
+    form.ShowModal();
+    return width;
+  };
+  const int narrow = widthWith(10);
+  EXPECT_GT(widthWith(80), narrow);
+  EXPECT_GT(widthWith(200), widthWith(80));
+  EXPECT_EQ(widthWith(400), widthWith(200));
 }
 
 TEST_F(TQtFormHostTest, AMessageBoxHasAPictureAndItsText) {

@@ -6,10 +6,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QRadioButton>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QToolTip>
+#include <QTreeView>
 #include <QWidget>
 #include <algorithm>
 #include <chrono>
@@ -218,6 +220,19 @@ TEST_F(TThemeTest, EdgesOfEmptyBoxesAreSeenOnTheDarkGround) {
     widget->setEnabled(false);
     EXPECT_LT(EdgeOf(*widget), 3) << widget->metaObject()->className();
   }
+}
+
+TEST_F(TThemeTest, EdgesOfEmptyListsAndGaugesAreSeenOnTheDarkGround) {
+  const TTheme theme(TThemeChoice::tcDark, FBus.Address());
+  QTreeView list;
+  QProgressBar gauge;
+  for (QWidget* widget : std::initializer_list<QWidget*>{&list, &gauge}) {
+    widget->resize(100, 30);
+    EXPECT_GE(EdgeOf(*widget), 3) << widget->metaObject()->className();
+  }
+  list.show();
+  list.setFocus();
+  EXPECT_GE(EdgeOf(list), 3);
 }
 
 TEST_F(TThemeTest, OnALightGroundTheStyleIsFusion) {
