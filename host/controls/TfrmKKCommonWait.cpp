@@ -14,7 +14,7 @@ namespace {
 constexpr int cMessageBegin = 1;
 
 // Between two turns of the main loop, beside the one piece of work that can't be divided.
-constexpr int64_t cTurnMs = 10;
+constexpr int64_t cTurnMs = 5;
 
 }  // namespace
 

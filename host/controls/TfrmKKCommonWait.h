@@ -28,7 +28,7 @@ class TfrmKKCommonWait final : public TfrmKKCommonBase {
   /// work may have ended well all the same, or not have begun. What the work raises passes to the
   /// caller otherwise.
   static bool RunInSteps(TStringView iText, const TWorkInSteps& iWork);
-  /// The main loop turns, if it has not for 10 ms. Raises Exception once nobody waits any more.
+  /// The main loop turns, if it has not for 5 ms. Raises Exception once nobody waits any more.
   void Step(TObject* Sender);
 
   TLabel lblText{this, u"lblText"};

@@ -12,7 +12,7 @@ namespace kk {
 namespace {
 
 // The window moves and answers that often while the import runs.
-constexpr int64_t cTurnMs = 30;
+constexpr int64_t cTurnMs = 10;
 
 /// All items of one source.
 struct TItemsOf : TLstWatchlistItem {
