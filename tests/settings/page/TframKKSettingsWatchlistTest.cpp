@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include "host/base/Exception.h"
+#include "host/common/TFileHelper.h"
 #include "host/controls/TForm.h"
 #include "settings/TIniFileSectionWatchlist.h"
 #include "settings/page/TSettingsNodeWatchlist.h"
@@ -41,6 +42,33 @@ void AddTexts(const TControl& iControl, TLines& ioTexts) {
     if (!captioned->Caption().empty()) ioTexts.push_back(ToUtf8(captioned->Caption()));
   }
   for (const TControl* child : iControl.Children()) AddTexts(*child, ioTexts);
+}
+
+// What a user has set, or can set, in the control; empty for one that is there to look at.
+std::string ValueOf(const TControl& iControl) {
+  if (const auto* box = dynamic_cast<const TCheckBox*>(&iControl))
+    return box->Checked() ? "1" : "0";
+  if (const auto* radio = dynamic_cast<const TRadioButton*>(&iControl)) {
+    return radio->Checked() ? "1" : "0";
+  }
+  if (const auto* number = dynamic_cast<const TSpinEdit*>(&iControl)) {
+    return std::to_string(number->Value());
+  }
+  if (const auto* list = dynamic_cast<const TComboBox*>(&iControl)) return ToUtf8(list->Text());
+  if (const auto* edit = dynamic_cast<const TEdit*>(&iControl)) return ToUtf8(edit->Text());
+  return {};
+}
+
+// "name value" of each control that has a value, in reading order.
+TLines ShownIn(const TControl& iControl) {
+  TLines values;
+  if (const std::string value = ValueOf(iControl); !value.empty()) {
+    values.push_back(ToUtf8(iControl.Name()) + " " + value);
+  }
+  for (const TControl* child : iControl.Children()) {
+    for (const std::string& value : ShownIn(*child)) values.push_back(value);
+  }
+  return values;
 }
 
 TLines EntriesOf(const TComboBox& iList) {
@@ -98,25 +126,16 @@ TEST_F(TSettingsPageTest, ItsListsAreToChooseFrom) {
 
 TEST_F(TSettingsPageTest, AFreshFileShowsTheDefaults) {
   Node->LoadSettings();
-  EXPECT_FALSE(Frame.chckbxUpdateOnStartup.Checked());
-  EXPECT_FALSE(Frame.chckbxUpdateOnInterval.Checked());
-  EXPECT_EQ(Frame.spnedtInterval.Value(), 24);
-  EXPECT_TRUE(Frame.chckbxShowAddDialog.Checked());
-  EXPECT_TRUE(Frame.chckbxShowItemCount.Checked());
-  EXPECT_TRUE(Frame.chckbxShowItemCountRecursive.Checked());
-  EXPECT_EQ(Frame.edtSoundfile.Text(), TIniFileSectionWatchlist().GetSoundFile());
-  EXPECT_TRUE(Frame.edtSoundfile.Text().ends_with(u"remind.wav"));
-  EXPECT_TRUE(Frame.chckbxStoreLastSelectedSoundfile.Checked());
-  EXPECT_FALSE(Frame.chckbxAutoActivateReminder.Checked());
-  EXPECT_TRUE(Frame.rdbtnUseLastSettings.Checked());
-  EXPECT_FALSE(Frame.rdbtnUseDefaultSettings.Checked());
-  EXPECT_EQ(Frame.cmbxRemindType.ItemIndex(), 1);
-  EXPECT_FALSE(Frame.rdbtnTimeSpan.Checked());
-  EXPECT_TRUE(Frame.rdbtnTimeRelative.Checked());
-  EXPECT_EQ(Frame.spnedtHours.Value(), 1);
-  EXPECT_EQ(Frame.spnedtMinutes.Value(), 0);
-  EXPECT_EQ(Frame.spnedtSeconds.Value(), 0);
-  EXPECT_EQ(Frame.cmbxTimeRelative.ItemIndex(), 0);
+  EXPECT_THAT(ShownIn(Frame),
+              ElementsAre("chckbxUpdateOnStartup 0", "chckbxUpdateOnInterval 0",
+                          "spnedtInterval 24", "chckbxShowAddDialog 1", "chckbxShowItemCount 1",
+                          "chckbxShowItemCountRecursive 1",
+                          "edtSoundfile " + ToUtf8(TFileHelper::GetLocalFileName(u"remind.wav")),
+                          "chckbxStoreLastSelectedSoundfile 1", "chckbxAutoActivateReminder 0",
+                          "rdbtnUseLastSettings 1", "rdbtnUseDefaultSettings 0",
+                          "cmbxRemindType Meldungsfenster", "rdbtnTimeSpan 0", "spnedtHours 1",
+                          "spnedtMinutes 0", "spnedtSeconds 0", "rdbtnTimeRelative 1",
+                          "cmbxTimeRelative 1 Minute"));
   Node->SaveSettings();
   EXPECT_THAT(Stored(), IsEmpty()) << "nothing was changed";
 }
@@ -140,24 +159,15 @@ TEST_F(TSettingsPageTest, WhatIsStoredIsShown) {
   section.SetDefaultReminderSeconds(-4);
   section.SetRelativeTimeIndex(13);
   Node->LoadSettings();
-  EXPECT_TRUE(Frame.chckbxUpdateOnStartup.Checked());
-  EXPECT_TRUE(Frame.chckbxUpdateOnInterval.Checked());
-  EXPECT_EQ(Frame.spnedtInterval.Value(), 7);
-  EXPECT_FALSE(Frame.chckbxShowAddDialog.Checked());
-  EXPECT_FALSE(Frame.chckbxShowItemCount.Checked());
-  EXPECT_FALSE(Frame.chckbxShowItemCountRecursive.Checked());
-  EXPECT_EQ(Frame.edtSoundfile.Text(), u"/x.wav");
-  EXPECT_FALSE(Frame.chckbxStoreLastSelectedSoundfile.Checked());
-  EXPECT_TRUE(Frame.chckbxAutoActivateReminder.Checked());
-  EXPECT_FALSE(Frame.rdbtnUseLastSettings.Checked());
-  EXPECT_TRUE(Frame.rdbtnUseDefaultSettings.Checked());
-  EXPECT_EQ(Frame.cmbxRemindType.ItemIndex(), 0);
-  EXPECT_TRUE(Frame.rdbtnTimeSpan.Checked());
-  EXPECT_FALSE(Frame.rdbtnTimeRelative.Checked());
-  EXPECT_EQ(Frame.spnedtHours.Value(), 2);
-  EXPECT_EQ(Frame.spnedtMinutes.Value(), 3);
-  EXPECT_EQ(Frame.spnedtSeconds.Value(), -4);
-  EXPECT_EQ(Frame.cmbxTimeRelative.ItemIndex(), 13);
+  EXPECT_THAT(
+      ShownIn(Frame),
+      ElementsAre("chckbxUpdateOnStartup 1", "chckbxUpdateOnInterval 1", "spnedtInterval 7",
+                  "chckbxShowAddDialog 0", "chckbxShowItemCount 0",
+                  "chckbxShowItemCountRecursive 0", "edtSoundfile /x.wav",
+                  "chckbxStoreLastSelectedSoundfile 0", "chckbxAutoActivateReminder 1",
+                  "rdbtnUseLastSettings 0", "rdbtnUseDefaultSettings 1", "cmbxRemindType Nur Sound",
+                  "rdbtnTimeSpan 1", "spnedtHours 2", "spnedtMinutes 3", "spnedtSeconds -4",
+                  "rdbtnTimeRelative 0", "cmbxTimeRelative 1 Tag"));
   const TLines before = Stored();
   Node->SaveSettings();
   EXPECT_EQ(Stored(), before);
