@@ -4,7 +4,8 @@
 #include <chrono>
 #include <utility>
 
-#include "host/controls/TForm.h"
+#include "host/controls/TfrmMessageDlg.h"
+#include "persistence/exchange/TfrmKKWatchlistImport.h"
 
 namespace kk {
 
@@ -23,6 +24,8 @@ TBenchWindows::~TBenchWindows() {
   SetMainLoop(FLoopBefore);
 }
 
+void TBenchWindows::Begin() { FLast = Moment(); }
+
 void TBenchWindows::ProcessMessages() {
   FLongest = std::max(FLongest, Moment() - FLast);
   for (size_t count = FPosted.size(); count > 0; --count) {
@@ -34,10 +37,10 @@ void TBenchWindows::ProcessMessages() {
 }
 
 void TBenchWindows::ShowModal(TForm& ioForm) {
-  FLast = Moment();
-  do {
-    ProcessMessages();
-  } while (!ioForm.EndModalIfDone());
+  ProcessMessages();
+  if (auto* const import = dynamic_cast<TfrmKKWatchlistImport*>(&ioForm)) import->btnOK.Click();
+  if (auto* const box = dynamic_cast<TfrmMessageDlg*>(&ioForm)) box->Close();
+  while (!ioForm.EndModalIfDone()) ProcessMessages();
 }
 
 }  // namespace kk

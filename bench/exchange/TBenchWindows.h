@@ -7,8 +7,8 @@
 
 namespace kk {
 
-/// A main loop and windows without a screen. It notes the longest time between two turns while a
-/// window stands.
+/// A main loop and windows without a screen, before which a user says OK to everything. It notes
+/// the longest time between two turns, in which nothing would answer him.
 class TBenchWindows : public TMainLoop, public IFormHost {
  public:
   TBenchWindows();
@@ -25,7 +25,9 @@ class TBenchWindows : public TMainLoop, public IFormHost {
   void ShowModal(TForm& ioForm) override;
   bool ShowOpenDialog(TOpenDialog&) override { return false; }
 
-  /// In seconds, of the windows so far.
+  /// The user begins something: what comes before does not count.
+  void Begin();
+  /// In seconds, from each beginning to the end of the last window.
   double LongestStretch() const { return FLongest; }
 
  private:

@@ -9,10 +9,12 @@
 #include "bench/Compare.h"
 #include "bench/TBenchWorld.h"
 #include "bench/exchange/TBenchWindows.h"
+#include "host/base/TClock.h"
 #include "host/common/TFileHelper.h"
 #include "persistence/TWatchlistFileSaverMobileExport.h"
 #include "persistence/exchange/TWatchlistFileLoaderImport.h"
 #include "persistence/exchange/TWatchlistFileSaverExport.h"
+#include "persistence/exchange/TfrmKKWatchlistImport.h"
 #include "persistence/exchange/TfrmWatchlistImportProgress.h"
 #include "reminders/TLstRemindItemSync.h"
 
@@ -69,35 +71,82 @@ class TImportFile {
   std::vector<TGuid> FNew;
 };
 
-void ImportInto(const TBenchWorld& iWorld, const TString& iFileName, double& oLoad) {
-  TLstWatchlistCategory categories(true);
-  TLstRemindItem reminders(true);
-  oLoad += Seconds([&] {
-    TWatchlistFileLoaderImport loader(iFileName);
-    if (!loader.LoadFromFile(categories, reminders, iWorld.Handler().LstIntegration())) {
-      std::abort();
-    }
-  });
-  TImportData data;
-  data.LstCategory = &categories;
-  data.LstRemindItem = &reminders;
-  data.LstIntegration = &iWorld.Handler().LstIntegration();
-  if (!TfrmWatchlistImportProgress::Display(nullptr, data, false)) std::abort();
-}
-
-// From the file to the end of what it was read into; bare is the load alone.
+// From the file to the end of what it was read into, as behind the dialogs; bare is the load alone.
 void Import(benchmark::State& ioState) {
   TBenchWindows windows;
   const TBenchWorld world(static_cast<int>(ioState.range(0)));
   const TImportFile file(world);
-  double load = 0;
+  const auto import = [&] {
+    if (!TfrmKKWatchlistImport::Display(nullptr, file.Name())) std::abort();
+  };
+  const auto load = [&] {
+    TLstWatchlistCategory categories(true);
+    TLstRemindItem reminders(true);
+    TWatchlistFileLoaderImport loader(file.Name());
+    if (!loader.LoadFromFile(categories, reminders, world.Handler().LstIntegration())) {
+      std::abort();
+    }
+  };
   Compare(
-      ioState, [&] { return Seconds([&] { ImportInto(world, file.Name(), load); }); },
+      ioState,
+      [&] {
+        windows.Begin();
+        return Seconds(import);
+      },
       [&] {
         file.Undo();
-        return std::exchange(load, 0);
+        return Seconds(load);
       });
   ioState.counters["longest_ms"] = windows.LongestStretch() * 1e3;
+}
+
+// A file with one item and many reminders of it, of which each second one is taken; bare is the way
+// of all from one list to another.
+void Reminders(benchmark::State& ioState) {
+  TBenchWindows windows;
+  const TBenchWorld world(1);
+  TLstWatchlistCategory categories(true);
+  for (const TWatchlistCategory* live : world.Handler().LstCategory()) {
+    auto category = std::make_unique<TWatchlistCategory>();
+    category->SetId(live->Id());
+    category->SetName(live->Name());
+    categories.Add(std::move(category));
+  }
+  auto item = std::make_unique<TWatchlistItem>();
+  item->SetSearchResult(TBenchSource::MakeResult(NewGuid(), 0));
+  item->SetParentCategoryId(categories.GetItems(0).Id());
+  const TGuid id = item->SearchResultId();
+  categories.GetItems(0)
+      .LstPlugin()
+      .FindOrAdd(world.Handler().LstIntegration().GetIntegrations(0))
+      .LstItem()
+      .Add(std::move(item));
+  const auto fill = [&](TLstRemindItem& ioLst) {
+    for (int64_t i = 0; i < ioState.range(0); ++i) {
+      auto reminder = std::make_unique<TRemindItem>(id);
+      reminder->SetRemindTime(Now().PlusMs(TDateTime::cMsPerDay));
+      ioLst.Add(std::move(reminder));
+    }
+  };
+  TLstRemindItem reminders(true);
+  TImportData data;
+  data.LstCategory = &categories;
+  data.LstRemindItem = &reminders;
+  data.LstIntegration = &world.Handler().LstIntegration();
+  Compare(
+      ioState,
+      [&] {
+        reminders.Clear();
+        fill(reminders);
+        return Seconds([&] { TfrmWatchlistImportProgress::Display(nullptr, data, true); });
+      },
+      [&] {
+        world.Handler().LstRemind().Clear();
+        reminders.Clear();
+        fill(reminders);
+        TLstRemindItem target(true);
+        return Seconds([&] { target.Append(reminders, false); });
+      });
 }
 
 // Everything; bare is a save of everything.
@@ -166,8 +215,10 @@ void Mobile(benchmark::State& ioState) {
 
 void RegisterAll() {
   for (const int64_t items : {10'000, 20'000, 50'000, 100'000}) {
-    for (const auto& [name, function] :
-         {std::pair{"Import", &Import}, {"Export", &Export}, {"Mobile", &Mobile}}) {
+    for (const auto& [name, function] : {std::pair{"Import", &Import},
+                                         {"Reminders", &Reminders},
+                                         {"Export", &Export},
+                                         {"Mobile", &Mobile}}) {
       benchmark::RegisterBenchmark(name, function)
           ->Arg(items)
           ->UseManualTime()
