@@ -8,6 +8,8 @@
 namespace kk {
 
 void PrintOn(QPrinter& ioPrinter, const std::vector<TPrintedPages>& iParts) {
+  // Its place is the paper; the layout keeps to the margins.
+  ioPrinter.setFullPage(true);
   QPainter painter;
   const bool done = painter.begin(&ioPrinter) &&
                     PaintPages(painter, ioPrinter.paperRect(QPrinter::DevicePixel), iParts,

@@ -16,7 +16,6 @@ TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, QWidget* iParent)
     : QDialog(iParent), FLayout(iLayout) {
   FPrinter.setOutputFormat(QPrinter::PdfFormat);
   FPrinter.setPageLayout(FLayout.Paper());
-  FPrinter.setFullPage(true);
   FPages = new QPrintPreviewWidget(&FPrinter, this);
   FNumber = new QLabel(this);
   auto* const row = new QHBoxLayout;

@@ -112,8 +112,6 @@ QPrinter& TQtPrinting::Printer() {
   FPrinter = std::make_unique<QPrinter>(QPrinter::HighResolution);
   FPrinter->setPageSize(TPrintLayout::UsualPaper().pageSize());
   FPrinter->setPageOrientation(TPrintLayout::UsualPaper().orientation());
-  // The layout keeps to the margins, and its place is the paper.
-  FPrinter->setFullPage(true);
   FPrinter->setCreator(ToQt(u"Kaufkobolde"));
   return *FPrinter;
 }
@@ -183,9 +181,8 @@ void TQtPrinting::Take(TPrintDialog& ioDialog, const QPrintDialog& iWindow) {
   const bool pages = iWindow.printRange() == QAbstractPrintDialog::PageRange;
   ioDialog.PrintRange = pages ? TPrintRange::prPageNums : TPrintRange::prAllPages;
   if (pages) {
-    const QPageRanges ranges = printer.pageRanges();
-    ioDialog.FromPage = ranges.isEmpty() ? iWindow.fromPage() : ranges.firstPage();
-    ioDialog.ToPage = ranges.isEmpty() ? iWindow.toPage() : ranges.lastPage();
+    ioDialog.FromPage = iWindow.fromPage();
+    ioDialog.ToPage = iWindow.toPage();
   }
   // A file has each page once.
   ioDialog.Copies = IsToFile(printer) ? 1 : printer.copyCount();

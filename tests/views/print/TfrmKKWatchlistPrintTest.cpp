@@ -18,6 +18,7 @@ class TConverterPlugin : public TFakePluginOf<IPlugin, ISearchResultConverter> {
       : TFakePluginOf(iId), FTitles(std::move(iTitles)) {}
   void Convert(bool iHeader, const TIntf<ISearchResult>& iResult, TStringList& ioLines) override {
     if (!ConvertFailure.empty() && !iHeader) throw Exception(ConvertFailure);
+    if (iHeader) HeaderResults.push_back(iResult);
     for (const TString& title : FTitles) {
       if (iHeader) ioLines.Add(title);
       if (!iHeader && iResult) ioLines.Add(title + u" von " + iResult->GetName());
@@ -25,6 +26,7 @@ class TConverterPlugin : public TFakePluginOf<IPlugin, ISearchResultConverter> {
   }
 
   TString ConvertFailure;
+  std::vector<TIntf<ISearchResult>> HeaderResults;  ///< of which a header was asked for
 
  private:
   const std::vector<TString> FTitles;
@@ -206,6 +208,19 @@ TEST_F(TfrmKKWatchlistPrintTest, TheJobHasTitleDateSourceColumnsAndRows) {
                                   u"Laden von Topf", u"Adresse von Topf"}));
   EXPECT_EQ(Printing.Printed, (TNames{"1: 1-3"}));
   EXPECT_EQ(Printing.LivingJobs, 0);
+}
+
+TEST_F(TfrmKKWatchlistPrintTest, TheHeaderIsThatOfTheFirstItemAskedForOnce) {
+  Plugins().Clear();
+  const auto plugin = MakeIntf<TConverterPlugin>(
+      Shop->GetId(), std::vector<TString>{u"Name", u"Preis", u"Lager", u"Laden"});
+  Plugins().Add(plugin);
+  TWatchlistCategory& kitchen = Category(u"Küche");
+  Item(kitchen, Shop, u"Sieb");
+  Item(kitchen, Shop, u"Topf");
+  Print({u"Küche"});
+  ASSERT_EQ(plugin->HeaderResults.size(), 1u);
+  EXPECT_EQ(plugin->HeaderResults[0]->GetName(), u"Sieb");
 }
 
 TEST_F(TfrmKKWatchlistPrintTest, TheDialogOffersAllPages) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QColor>
+#include <QImage>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -29,10 +31,23 @@ class TPdfReader {
     return Output("pdftotext -layout -enc UTF-8 " + range + "'" + FPath + "' -");
   }
 
-  /// A page as a PNG file, a pixel for each point.
-  std::string Picture(int iPage) const {
+  /// A page, a pixel for each point.
+  QImage Picture(int iPage) const {
     const std::string page = std::to_string(iPage);
-    return Output("pdftoppm -png -r 72 -f " + page + " -l " + page + " '" + FPath + "'");
+    const std::string png =
+        Output("pdftoppm -png -r 72 -f " + page + " -l " + page + " '" + FPath + "'");
+    return QImage::fromData(QByteArray::fromStdString(png), "PNG");
+  }
+  /// Where there is something on a page.
+  QRect Painted(int iPage) const { return PaintedOf(Picture(iPage)); }
+  static QRect PaintedOf(const QImage& iPage) {
+    QRect painted;
+    for (int y = 0; y < iPage.height(); ++y) {
+      for (int x = 0; x < iPage.width(); ++x) {
+        if (iPage.pixelColor(x, y) != QColor(Qt::white)) painted |= QRect(x, y, 1, 1);
+      }
+    }
+    return painted;
   }
 
  private:

@@ -74,6 +74,37 @@ TEST_F(TPrintLayoutTest, ValuesWithoutATitleStandThereAllTheSame) {
   EXPECT_THAT(Pdf(list).Text(), HasSubstr("https://shop.example/artikel/1"));
 }
 
+TEST_F(TPrintLayoutTest, ShortValuesBelowTheColumnsAreNotBroken) {
+  TPrintContent list = List(1);
+  list.Rows[0].resize(4);
+  list.Rows[0].insert(list.Rows[0].end(), 30, u"zwei Worte");
+  list.Titles.resize(4);
+  list.Titles.resize(34, u"Mit Titel");
+  const std::string text = Pdf(list).Text();
+  EXPECT_EQ(CountOf(text, "Mit Titel: zwei Worte"), 30u);
+}
+
+TEST_F(TPrintLayoutTest, ALongTitleMakesRoomForTheDateOnLaterPages) {
+  TPrintContent list = List(100);
+  list.Title = u"Kaufkobolde 7 -> Beobachten -> " + TString(200, u'x');
+  const std::string text = Pdf(list).Text(2);
+  EXPECT_THAT(text, HasSubstr("xxx…"));
+  EXPECT_THAT(text, HasSubstr("Gedruckt am: 20.11.2026 18:30"));
+}
+
+TEST_F(TPrintLayoutTest, APaperThatDoesNotTurnEndsThePrint) {
+  const TPrintLayout layout(List(100));
+  QImage paper(210, 297, QImage::Format_RGB32);
+  QPainter painter(&paper);
+  int turns = 0;
+  const std::vector<TPrintedPages> all{{&layout, 1, layout.PageCount()}};
+  EXPECT_FALSE(PaintPages(painter, paper.rect(), all, [&] { return ++turns < 2; }));
+  EXPECT_EQ(turns, 2);
+  turns = 0;
+  EXPECT_TRUE(PaintPages(painter, paper.rect(), all, [&] { return ++turns > 0; }));
+  EXPECT_EQ(turns, layout.PageCount() - 1);
+}
+
 TEST_F(TPrintLayoutTest, ShortRowsHaveEmptyCells) {
   TPrintContent list = List(1);
   list.Rows = {{u"Allein"}, {}, {u"Paar", u"1,00 €"}};
@@ -263,20 +294,14 @@ TEST_F(TPrintLayoutTest, ASmallPaperShowsTheSameSmaller) {
   }
 }
 
-// What is painted of a page at 72 pixels an inch, as a rectangle.
+// What is painted of a page at 72 pixels an inch.
 QRect Painted(const TPrintLayout& iLayout) {
   QImage image(iLayout.Paper().fullRectPixels(72).size(), QImage::Format_RGB32);
   image.fill(Qt::white);
   QPainter painter(&image);
   iLayout.Paint(painter, image.rect(), 1);
   painter.end();
-  QRect painted;
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) {
-      if (image.pixel(x, y) != qRgb(255, 255, 255)) painted |= QRect(x, y, 1, 1);
-    }
-  }
-  return painted;
+  return TPdfReader::PaintedOf(image);
 }
 
 TEST_F(TPrintLayoutTest, MarginsAreThoseOfThePaperIfTheyAreWider) {
@@ -290,6 +315,10 @@ TEST_F(TPrintLayoutTest, MarginsAreThoseOfThePaperIfTheyAreWider) {
   EXPECT_NEAR(narrow.right(), 595 - 113, 2);
   EXPECT_GE(narrow.top(), 113);
   EXPECT_LE(narrow.bottom(), 842 - 113);
+  const TPrintLayout wide(List(60), Paper(id, QPageLayout::Portrait, 40));
+  const QRect inPdf = Write(ToPdf({{&wide, 1, 1}})).Painted(1);
+  EXPECT_NEAR(inPdf.left(), narrow.left(), 1) << "a PDF has no margins of its own";
+  EXPECT_NEAR(inPdf.top(), narrow.top(), 2);
   const QRect most = Painted(TPrintLayout(List(60), Paper(id, QPageLayout::Portrait, 100)));
   EXPECT_NEAR(most.left(), 595 / 4, 2);
   EXPECT_NEAR(most.right(), 595 * 3 / 4, 2);
@@ -301,10 +330,7 @@ TEST_F(TPrintLayoutTest, EmojisAreInThePdfInTheirColours) {
   list.Rows[0].resize(4);
   const TPdfReader pdf = Pdf(list);
   EXPECT_THAT(pdf.Text(), HasSubstr("Tasse "));
-  const std::string png = pdf.Picture(1);
-  QImage page;
-  ASSERT_TRUE(page.loadFromData(reinterpret_cast<const uchar*>(png.data()),
-                                static_cast<int>(png.size()), "PNG"));
+  const QImage page = pdf.Picture(1);
   QRect red;
   for (int y = 0; y < page.height(); ++y) {
     for (int x = 0; x < page.width(); ++x) {

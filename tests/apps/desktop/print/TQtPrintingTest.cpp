@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -81,6 +84,7 @@ TEST_F(TQtPrintingTest, TheDialogOffersThePages) {
     EXPECT_EQ(window.maxPage(), Job->CalculatePageCount());
     EXPECT_EQ(window.toPage(), Job->CalculatePageCount());
     EXPECT_EQ(window.printRange(), QAbstractPrintDialog::AllPages);
+    EXPECT_FALSE(Part<QCheckBox>(window, "collate").isChecked());
     EXPECT_TRUE(window.testOption(QAbstractPrintDialog::PrintPageRange));
     window.reject();
   });
@@ -164,12 +168,21 @@ TEST_F(TQtPrintingTest, ThePreviewShowsThePaperThatStandsInTheDialog) {
   TPrintDialog dialog = Dialog(*Job);
   ToFile();
   const int upright = Job->CalculatePageCount();
+  int across = 0;
   InNext<QPrintDialog>([&](QPrintDialog& window) {
     TurnPaper(window);
     InNext<TPrintPreview>([&](TPrintPreview& preview) {
       const auto& pages = *preview.findChild<QPrintPreviewWidget*>();
       EXPECT_EQ(pages.orientation(), QPageLayout::Landscape);
-      EXPECT_GT(pages.pageCount(), upright);
+      across = pages.pageCount();
+      EXPECT_GT(across, upright);
+      preview.close();
+    });
+    Button(window, ToQt(u"&Vorschau...")).click();
+    auto& sizes = Part<QComboBox>(window, "pageSizeCombo");
+    sizes.setCurrentIndex(sizes.findText(QStringLiteral("A5")));
+    InNext<TPrintPreview>([&](TPrintPreview& preview) {
+      EXPECT_GT(preview.findChild<QPrintPreviewWidget*>()->pageCount(), across);
       preview.close();
     });
     Button(window, ToQt(u"&Vorschau...")).click();
@@ -181,10 +194,18 @@ TEST_F(TQtPrintingTest, ThePreviewShowsThePaperThatStandsInTheDialog) {
 TEST_F(TQtPrintingTest, AFileHasEachPageOnce) {
   TPrintDialog dialog = Dialog(*Job);
   dialog.Copies = 3;
+  dialog.Collate = true;
   ToFile();
-  InNext<QPrintDialog>([](QPrintDialog& window) { window.accept(); });
+  InNext<QPrintDialog>([](QPrintDialog& window) {
+    EXPECT_EQ(Part<QSpinBox>(window, "copies").value(), 3);
+    EXPECT_TRUE(Part<QCheckBox>(window, "collate").isChecked());
+    window.accept();
+  });
   ASSERT_TRUE(Printing.ShowPrintDialog(dialog));
   EXPECT_EQ(dialog.Copies, 1);
+  EXPECT_TRUE(dialog.Collate);
+  EXPECT_EQ(dialog.FromPage, 1);
+  EXPECT_EQ(Printing.Printer().copyCount(), 1) << "the copies are the caller's business";
 }
 
 TEST_F(TQtPrintingTest, PrintsIntoTheChosenFile) {
@@ -210,6 +231,8 @@ TEST_F(TQtPrintingTest, APrinterGetsThePagesOnItsWholePaper) {
   EXPECT_THAT(File().Info("Page size"), HasSubstr("(A4)"));
   const std::string text = Write(ToPdf({{&layout, 2, 3}})).Text();
   EXPECT_EQ(File().Text(), text) << "the same place, the same size";
+  const TPdfReader file(Folder.Path() + "/liste.pdf");
+  EXPECT_EQ(File().Painted(1), file.Painted(1));
 }
 
 TEST_F(TQtPrintingTest, APrinterThatTakesNothingIsTold) {
@@ -267,6 +290,30 @@ TEST_F(TQtPrintingTest, EachListGetsAFileOfItsOwnBesideTheOneBefore) {
   EXPECT_TRUE(Printing.ShowPrintDialog(dialog));
   EXPECT_EQ(FromQt(Printing.Printer().outputFileName()),
             Folder.File(u"Kaufkobolde 7 - Beobachten - Küche_Bad - Webseite.pdf"));
+}
+
+TEST_F(TQtPrintingTest, AFolderThatIsGoneIsNotProposedAgain) {
+  TPrintDialog dialog = Dialog(*Job);
+  ToFile();
+  Printing.Printer().setOutputFileName(ToQt(Folder.File(u"weg/alt.pdf")));
+  InNext<QPrintDialog>([](QPrintDialog& window) { window.reject(); });
+  EXPECT_FALSE(Printing.ShowPrintDialog(dialog));
+  EXPECT_EQ(Printing.Printer().outputFileName(),
+            QDir::home().filePath(ToQt(u"Kaufkobolde 7 - Beobachten - Küche - Webseite.pdf")));
+}
+
+TEST_F(TQtPrintingTest, TheNameOfAFileIsNeverTooLong) {
+  TPrintContent list = List(1);
+  list.Title = TString(200, u'€');
+  list.Source = TString(200, u'€');
+  Job = Printing.CreateJob(list);
+  TPrintDialog dialog = Dialog(*Job);
+  ToFile();
+  InNext<QPrintDialog>([](QPrintDialog& window) { window.reject(); });
+  EXPECT_FALSE(Printing.ShowPrintDialog(dialog));
+  const QString name = QFileInfo(Printing.Printer().outputFileName()).fileName();
+  EXPECT_LE(name.toUtf8().size(), 244);
+  EXPECT_THAT(ToUtf8(FromQt(name)), HasSubstr(" - €€€"));
 }
 
 TEST_F(TQtPrintingTest, ALongNameOfACategoryLeavesRoomForThatOfTheSource) {
