@@ -1,7 +1,6 @@
 #pragma once
 
-#include <sys/types.h>
-
+#include "host/common/THelperProcess.h"
 #include "host/printing/TPdfPrinting.h"
 
 namespace kk {
@@ -11,10 +10,6 @@ class TPdfProcess {
  public:
   /// Raises Exception if it can't be started.
   TPdfProcess(const TPdfOptions& iOptions, const std::string& iPath, std::string_view iJson);
-  /// Kills the program if it still runs, and takes its end.
-  ~TPdfProcess();
-  TPdfProcess(const TPdfProcess&) = delete;
-  TPdfProcess& operator=(const TPdfProcess&) = delete;
 
   /// Waits for its end, and raises Exception with its reason if it failed, took too long, or if a
   /// stop was requested. Once.
@@ -46,8 +41,7 @@ class TPdfProcess {
   TMemoryFile FInput{"kaufkobolde-print-input"};
   TMemoryFile FErrors{"kaufkobolde-print-errors"};
   const TClock::time_point FDeadline;
-  pid_t FProcess = -1;
-  int FProcessHandle = -1;
+  THelperProcess FHelper;
 };
 
 }  // namespace kk

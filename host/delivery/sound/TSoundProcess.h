@@ -1,12 +1,10 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
 #include <string>
 #include <vector>
 
-#include "host/base/TString.h"
+#include "host/common/THelperProcess.h"
 
 namespace kk {
 
@@ -33,7 +31,6 @@ struct TSoundResult {
 class TSoundProcess {
  public:
   TSoundProcess(const TSoundOptions& iOptions, const std::string& iPath);
-  /// Kills the program if it still runs, and takes its end.
   ~TSoundProcess();
   TSoundProcess(const TSoundProcess&) = delete;
   TSoundProcess& operator=(const TSoundProcess&) = delete;
@@ -67,8 +64,7 @@ class TSoundProcess {
   const TSoundOptions& FOptions;
   TOutput FLengthLine;
   TOutput FErrors;
-  pid_t FProcess = -1;
-  int FProcessHandle = -1;
+  THelperProcess FHelper;
   TClock::time_point FDeadline;
   bool FIsLengthKnown = false;
   TSoundResult FStartFailure;
