@@ -2,6 +2,8 @@
 
 #include <QActionGroup>
 #include <QApplication>
+#include <QPointer>
+#include <QTimer>
 
 #include "apps/desktop/skin/AsUser.h"
 #include "apps/desktop/skin/QtOwned.h"
@@ -40,10 +42,7 @@ void TPopupMenu::Open(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries
   // Entries have one observer, and the user has one menu.
   if (auto* open = dynamic_cast<TPopupMenu*>(QApplication::activePopupWidget())) open->close();
   if (iEntries.empty()) return;
-  auto* menu =
-      QtOwned<TPopupMenu>(ioParent, iEntries);  // owned by its parent, and gone when it closes
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->popup(iGlobalPos);
+  QtOwned<TPopupMenu>(ioParent, iEntries)->popup(iGlobalPos);  // its parent's, until it has closed
 }
 
 TPopupMenu::TPopupMenu(QWidget& ioParent, const std::vector<TMenuItem*>& iEntries)
@@ -57,6 +56,26 @@ TPopupMenu::~TPopupMenu() { Release(); }
 void TPopupMenu::hideEvent(QHideEvent* iEvent) {
   Release();
   QMenu::hideEvent(iEvent);
+  QTimer::singleShot(0, this, [this] { DieUnlessClicking(); });
+}
+
+// A menu closes first and clicks then. The click may show a window with a loop of its own, and when
+// that is over, the toolkit still works on the menu.
+void TPopupMenu::Click(TMenuItem& ioEntry) {
+  const QPointer<TPopupMenu> self(this);
+  FIsClicking = true;
+  AsUser([&] { ioEntry.Click(); });
+  if (!self) return;  // its parent has died meanwhile
+  FIsClicking = false;
+  if (FDiesAfterClick) deleteLater();
+}
+
+void TPopupMenu::DieUnlessClicking() {
+  if (FIsClicking) {
+    FDiesAfterClick = true;
+  } else {
+    deleteLater();
+  }
 }
 
 // It dies later than it closes, and by then another one may show the same entries.
@@ -95,7 +114,7 @@ QAction& TPopupMenu::Add(QMenu& ioMenu, TMenuItem& iEntry) {
   action->setShortcut(QKeySequence(ToQt(iEntry.ShortCut()), QKeySequence::PortableText));
   action->setShortcutVisibleInContextMenu(true);
   QObject::connect(action, &QAction::triggered, this, [this, &iEntry] {
-    if (FActions.contains(&iEntry)) AsUser([&iEntry] { iEntry.Click(); });
+    if (FActions.contains(&iEntry)) Click(iEntry);
   });
   return *action;
 }

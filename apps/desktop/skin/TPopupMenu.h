@@ -9,8 +9,9 @@
 namespace kk {
 
 /// A menu on the screen: made for one opening from the entries as they are at that moment, and gone
-/// when it closes. A click goes to the entry's user's door. An entry that dies while the menu
-/// stands, perhaps in its own click, takes no more clicks. Main thread.
+/// when it has closed and the click that closed it is over. A click goes to the entry's user's
+/// door. An entry that dies while the menu stands, perhaps in its own click, takes no more clicks.
+/// Main thread.
 class TPopupMenu final : public QMenu, private IControlObserver {
  public:
   /// Shows the entries of a menu, or these, and returns at once; nothing if there are none. The
@@ -29,12 +30,16 @@ class TPopupMenu final : public QMenu, private IControlObserver {
   void ControlGone(TControl& iControl) override;
   void hideEvent(QHideEvent* iEvent) override;
   void Release();
+  void Click(TMenuItem& ioEntry);
+  void DieUnlessClicking();
   void Fill(QMenu& ioMenu, const std::vector<TMenuItem*>& iEntries);
   QAction& Add(QMenu& ioMenu, TMenuItem& iEntry);
   QString CaptionOf(const TMenuItem& iEntry) const;
 
   std::vector<TMenuItem*> FEntries;  // those that live, while it observes them
   std::map<const TControl*, QAction*> FActions;
+  bool FIsClicking = false;
+  bool FDiesAfterClick = false;
 };
 
 }  // namespace kk

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <QActionGroup>
+#include <QTest>
+#include <QTimer>
 
 #include "TShownWindow.h"
 #include "host/base/Exception.h"
@@ -92,6 +94,36 @@ TEST(TPopupMenu, ClicksAnEntryAndIsGoneThen) {
   EXPECT_EQ(world.Clicks, 1);
   menu->close();
   EXPECT_TRUE(CrankUntil([&] { return menu.isNull(); }));
+}
+
+TEST(TPopupMenu, LivesAsLongAsItsClickThoughThatMayRunALoopOfItsOwn) {
+  TMenuWorld world;
+  world.Menu->Add(u"Autos", world.Event());
+  const QPointer<QMenu> menu = &world.Open();
+  world.OnClick = [&] {
+    EXPECT_FALSE(menu->isVisible());
+    bool isOver = false;
+    QTimer::singleShot(50, menu, [&] { isOver = true; });
+    EXPECT_TRUE(CrankUntil([&] { return isOver; }));
+    EXPECT_FALSE(menu.isNull());
+  };
+  menu->setActiveAction(menu->actions().front());
+  QTest::keyClick(menu, Qt::Key_Return);
+  EXPECT_EQ(world.Clicks, 1);
+  EXPECT_TRUE(CrankUntil([&] { return menu.isNull(); }));
+}
+
+TEST(TPopupMenu, MayLoseItsParentInItsOwnClick) {
+  TMenuWorld world;
+  world.Menu->Add(u"Autos", world.Event());
+  auto parent = std::make_unique<QWidget>();
+  parent->show();
+  TPopupMenu::Open(*parent, *world.Menu, {10, 10});
+  const QPointer<QMenu> menu = OpenMenu();
+  world.OnClick = [&] { parent.reset(); };
+  menu->actions().front()->trigger();
+  EXPECT_EQ(world.Clicks, 1);
+  EXPECT_TRUE(menu.isNull());
 }
 
 TEST(TPopupMenu, LetsAnEntryFreeItselfAndAllOthersInItsOwnClick) {
