@@ -65,6 +65,8 @@ void ShowOnScreen(TStringView iText) {
   qInstallMessageHandler(&TakeMessage);
   const QApplication application(count, arguments);
   if (QGuiApplication::platformName() == ToQt(u"offscreen")) return;
+  const TTheme theme(TThemeChoice::tcSystem);
+  QApplication::setWindowIcon(TDrawings::ProgramIcon());
   QMessageBox box(QMessageBox::Critical, ToQt(u"Kaufkobolde"), {}, QMessageBox::Ok);
   box.setTextFormat(Qt::PlainText);
   box.setText(ToQt(iText));

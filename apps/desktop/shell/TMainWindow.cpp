@@ -39,9 +39,10 @@ QRect OnScreen(QRect iPlace) {
   const QScreen* at = QGuiApplication::screenAt(iPlace.center());
   if (at == nullptr) at = QGuiApplication::primaryScreen();
   if (at == nullptr) return iPlace;
+  const QRect screens = at->availableVirtualGeometry();
+  if (screens.contains(iPlace)) return iPlace;
   const int side = cFrame.width() / 2;
-  const QRect room =
-      at->availableVirtualGeometry().adjusted(side, cFrame.height() - side, -side, -side);
+  const QRect room = screens.adjusted(side, cFrame.height() - side, -side, -side);
   iPlace.setSize(iPlace.size().boundedTo(room.size()));
   iPlace.moveRight(std::min(iPlace.right(), room.right()));
   iPlace.moveBottom(std::min(iPlace.bottom(), room.bottom()));
@@ -188,7 +189,8 @@ void TMainWindow::ComeToFront(TStringView iActivation) {
 
 void TMainWindow::RestorePlace() {
   const std::string geometry = ToUtf8(TIniFileSectionMainWindow().Geometry());
-  restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(geometry)));
+  // The first time the desktop finds a place.
+  if (!restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(geometry)))) return;
   if (!isMaximized() && !isFullScreen()) setGeometry(OnScreen(this->geometry()));
 }
 

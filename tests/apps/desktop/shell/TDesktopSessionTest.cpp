@@ -663,6 +663,16 @@ TEST_F(TDesktopSessionTest, WindowComesBackInItsPlaceWithItsSection) {
   EXPECT_EQ(World.Window().Section(), &World.Watchlist());
 }
 
+TEST_F(TDesktopSessionTest, FirstPlaceOfTheWindowIsLeftToTheDesktop) {
+  World.Open();
+  EXPECT_FALSE(World.Window().testAttribute(Qt::WA_Moved));
+  ASSERT_TRUE(CrankUntil([&] { return World.Session().IsRunning(); }));
+  World.Window().move(20, 50);
+  EXPECT_EQ(World.Quit(), TDesktopExit::deDone);
+  World.Open();
+  EXPECT_TRUE(World.Window().testAttribute(Qt::WA_Moved));
+}
+
 TEST_F(TDesktopSessionTest, WindowComesBackOntoASmallerScreen) {
   World.Start();
   const QRect screen = World.Window().screen()->availableGeometry();
