@@ -231,7 +231,10 @@ TEST_F(TThemeTest, EdgesOfEmptyListsAndGaugesAreSeenOnTheDarkGround) {
     EXPECT_GE(EdgeOf(*widget), 3) << widget->metaObject()->className();
   }
   list.show();
+  QApplication::setActiveWindow(&list);
   list.setFocus();
+  QCoreApplication::processEvents();
+  ASSERT_TRUE(list.hasFocus());
   EXPECT_GE(EdgeOf(list), 3);
 }
 
