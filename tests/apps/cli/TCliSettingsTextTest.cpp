@@ -151,6 +151,20 @@ TEST_F(TCliSettingsTextTest, AMarkOfItsEncodingIsNoPartOfTheText) {
   EXPECT_THAT(One->Taken, ElementsAre("[Eins]", "a=1"));
 }
 
+TEST_F(TCliSettingsTextTest, LinesMayEndInAnyWay) {
+  for (const std::string end : {"\n", "\r\n", "\r"}) {
+    One->Taken.clear();
+    Import("[Eins]" + end + "a=1" + end + end + "b=2");
+    EXPECT_THAT(One->Taken, ElementsAre("[Eins]", "a=1", "", "b=2"));
+  }
+}
+
+TEST_F(TCliSettingsTextTest, BytesThatAreNoTextAreSignsForThat) {
+  using namespace std::string_literals;
+  Import("[Eins]\na=\xFF\n\0b=\xED\xA0\x80\n[\xC3\n"s);
+  EXPECT_THAT(One->Taken, ElementsAre("[Eins]", "a=\uFFFD", "\0b=\uFFFD\uFFFD\uFFFD"s, "[\uFFFD"));
+}
+
 TEST_F(TCliSettingsTextTest, SectionsOfNobodyAreToldOnceAndPassedOver) {
   Import("davor=1\n[Drei]\na=1\n[Eins]\na=2\n[Drei]\na=3\n[]\n[Vier\na=4\n");
   EXPECT_THAT(One->Taken, ElementsAre("[Eins]", "a=2"));
