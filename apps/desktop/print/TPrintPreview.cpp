@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -11,6 +12,13 @@
 #include "apps/desktop/skin/QtText.h"
 
 namespace kk {
+
+namespace {
+
+constexpr QSize cSize(760, 900);
+constexpr double cMostOfScreen = 0.9;
+
+}  // namespace
 
 TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, QWidget* iParent)
     : QDialog(iParent), FLayout(iLayout) {
@@ -35,7 +43,7 @@ TPrintPreview::TPrintPreview(const TPrintLayout& iLayout, QWidget* iParent)
   rows->addWidget(FPages);
   rows->addLayout(row);
   setWindowTitle(ToQt(u"Druckvorschau"));
-  resize(760, 900);
+  resize(cSize.boundedTo(screen()->availableSize() * cMostOfScreen));
   QObject::connect(FPages, &QPrintPreviewWidget::paintRequested, this,
                    [this](QPrinter* iPrinter) { AsUser([&] { PaintAll(*iPrinter); }); });
   QObject::connect(FPages, &QPrintPreviewWidget::previewChanged, this,

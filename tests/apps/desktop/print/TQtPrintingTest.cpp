@@ -12,6 +12,7 @@
 #include <QPrinter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTimer>
 
@@ -256,6 +257,7 @@ TEST_F(TQtPrintingTest, APreviewShowsAllPages) {
       auto& pages = *preview.findChild<QPrintPreviewWidget*>();
       const auto& number = *preview.findChild<QLabel*>();
       EXPECT_EQ(pages.pageCount(), count);
+      EXPECT_LE(preview.height(), preview.screen()->availableSize().height() * 0.9);
       EXPECT_EQ(FromQt(number.text()), Format(u"Seite 1 von %d", {count}));
       EXPECT_FALSE(Button(preview, ToQt(u"&Zurück")).isEnabled());
       Button(preview, ToQt(u"&Weiter")).click();
