@@ -71,7 +71,7 @@ int TWatchlistFileLoader::LoadFileVersion() {
 
 void TWatchlistFileLoader::LoadRemindItems(TLstRemindItem& ioLst, bool iDecodeUTF8) {
   TMemoryStream stream;
-  if (!TFileCompression::DecompressFile(FFileName, cStreamRemind, stream)) return;
+  if (!TFileCompression::DecompressFile(FFileName, cStreamRemind, stream, FOnStep)) return;
   Step();
   TRemindItemLoader::LoadFromStream(stream, ioLst, iDecodeUTF8, FOnStep);
   FoundRemindItems();
@@ -79,7 +79,7 @@ void TWatchlistFileLoader::LoadRemindItems(TLstRemindItem& ioLst, bool iDecodeUT
 
 void TWatchlistFileLoader::LoadCategories(TLstWatchlistCategory& ioLst, bool iDecodeUTF8) {
   TMemoryStream stream;
-  if (!TFileCompression::DecompressFile(FFileName, cStreamCategories, stream)) {
+  if (!TFileCompression::DecompressFile(FFileName, cStreamCategories, stream, FOnStep)) {
     FoundCategories(false);
     return;
   }
@@ -126,12 +126,13 @@ void TWatchlistFileLoader::LoadIntegration(const TIntf<IWatchlistIntegration>& i
   const TString idText = GUIDToString(id);
   TLstWatchlistItem items(true);
   TMemoryStream stream;
-  if (!TFileCompression::DecompressFile(FFileName, TString(cStreamItemsPrefix) + idText, stream)) {
+  if (!TFileCompression::DecompressFile(FFileName, TString(cStreamItemsPrefix) + idText, stream,
+                                        FOnStep)) {
     return;
   }
   Step();
   TWatchlistItemLoader::LoadFromStream(stream, items, iIntegration, iDecodeUTF8, FOnStep);
-  if (!TFileCompression::DecompressFile(FFileName, idText, stream)) return;
+  if (!TFileCompression::DecompressFile(FFileName, idText, stream, FOnStep)) return;
   Step();
   const TIntf<IInterfaceList> results = iIntegration->LoadSearchResults(stream, iDecodeUTF8);
   Step();

@@ -18,8 +18,8 @@ class TWatchlistFileLoader : public TObject {
   explicit TWatchlistFileLoader(TStringView iFileName) : FFileName(iFileName) {}
 
   const TString& FileName() const { return FFileName; }
-  /// Raised before each record and between what else takes its time, so that who waits for
-  /// LoadFromFile can let the main loop turn. What it raises ends the load as a failure.
+  /// Raised before each record and within and between what else takes its time, so that who waits
+  /// for LoadFromFile can let the main loop turn. What it raises ends the load as a failure.
   void SetOnStep(TNotifyEvent iEvent) { FOnStep = iEvent; }
 
  protected:

@@ -48,6 +48,14 @@ class TArchiveNames {
   std::unordered_set<std::string> FTaken;
 };
 
+std::optional<TPackedEntry> ReadEntry(TStringView iFileName, TStringView iEntryName) {
+  if (!FileExists(iFileName)) return {};
+  TZipReader reader(iFileName);
+  const int64_t index = reader.IndexOf(iEntryName);
+  if (index < 0) return {};
+  return reader.ReadPacked(static_cast<uint64_t>(index));
+}
+
 }  // namespace
 
 TStreamForCompression::TStreamForCompression(TStringView iName, TMemoryStream* iStream,
@@ -104,13 +112,11 @@ void TFileCompression::CompressStreams(const std::vector<TStreamForCompression*>
 }
 
 bool TFileCompression::DecompressFile(TStringView iFileName, TStringView iEntryName,
-                                      TMemoryStream& ioStream) {
+                                      TMemoryStream& ioStream, TNotifyEvent iOnStep) {
   ioStream.Clear();
-  if (!FileExists(iFileName)) return false;
-  TZipReader reader(iFileName);
-  const int64_t index = reader.IndexOf(iEntryName);
-  if (index < 0) return false;
-  ioStream.SetBytes(UnpackEntry(reader.ReadPacked(static_cast<uint64_t>(index)), iEntryName));
+  const std::optional<TPackedEntry> packed = ReadEntry(iFileName, iEntryName);
+  if (!packed) return false;
+  ioStream.SetBytes(UnpackEntry(*packed, iEntryName, iOnStep));
   return true;
 }
 

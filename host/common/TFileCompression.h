@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "host/base/TDelegate.h"
 #include "host/base/TStream.h"
 #include "host/base/TStringList.h"
 
@@ -61,9 +62,10 @@ struct TFileCompression {
   /// Unpacks one entry into the stream, which is emptied before and stands at its start behind it.
   /// False if there is no entry of this name (regard to case as the archive has it) or no file.
   /// Raises EInOutError for a damaged archive or entry, and for one beyond the limit. Of two
-  /// entries of one name the first counts.
-  static bool DecompressFile(TStringView iFileName, TStringView iEntryName,
-                             TMemoryStream& ioStream);
+  /// entries of one name the first counts. iOnStep: raised before each 64 KiB of an entry that is
+  /// packed, when the archive is not open any more.
+  static bool DecompressFile(TStringView iFileName, TStringView iEntryName, TMemoryStream& ioStream,
+                             TNotifyEvent iOnStep = {});
   /// Fills the list with the entries' names in the archive's order. iFlag has no meaning here. No
   /// file, no names; a damaged archive raises EInOutError.
   static void FilesInside(TStringView iFileName, TStringList& ioList, bool iFlag);

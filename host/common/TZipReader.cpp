@@ -140,10 +140,11 @@ class TInflate {
   TInflate& operator=(const TInflate&) = delete;
 
   // True if the stream ends well and has not more than so many bytes.
-  bool Run(uint64_t iSize, std::string& ioBytes) {
+  bool Run(uint64_t iSize, TNotifyEvent iOnStep, std::string& ioBytes) {
     std::string chunk(cChunk, '\0');
     int state = FReady ? Z_OK : Z_MEM_ERROR;
     while (state == Z_OK && ioBytes.size() <= iSize) {
+      if (iOnStep) iOnStep(nullptr);
       FStream.next_out = reinterpret_cast<Bytef*>(chunk.data());
       FStream.avail_out = static_cast<uInt>(chunk.size());
       state = inflate(&FStream, Z_NO_FLUSH);
@@ -159,7 +160,7 @@ class TInflate {
 
 }  // namespace
 
-std::string UnpackEntry(const TPackedEntry& iPacked, TStringView iName) {
+std::string UnpackEntry(const TPackedEntry& iPacked, TStringView iName, TNotifyEvent iOnStep) {
   if (iPacked.UnpackedSize > TFileCompression::MaxEntrySize()) FailWith(iName, cTooBig);
   std::string bytes;
   bytes.reserve(std::min(iPacked.UnpackedSize, cFirstReserve));
@@ -168,7 +169,7 @@ std::string UnpackEntry(const TPackedEntry& iPacked, TStringView iName) {
     bytes = iPacked.Bytes;
     whole = true;
   } else if (iPacked.Method == cDeflated) {
-    whole = TInflate(iPacked.Bytes).Run(iPacked.UnpackedSize, bytes);
+    whole = TInflate(iPacked.Bytes).Run(iPacked.UnpackedSize, iOnStep, bytes);
   } else {
     FailWith(iName, u"Das Packverfahren eines Eintrags ist nicht bekannt");
   }

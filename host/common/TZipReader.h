@@ -37,7 +37,7 @@ class TZipReader {
 };
 
 /// Unpacks an entry, not beyond TFileCompression::MaxEntrySize, and checks its size and CRC; raises
-/// EInOutError. The name is for the message.
-std::string UnpackEntry(const TPackedEntry& iPacked, TStringView iName);
+/// EInOutError. The name is for the message. iOnStep: raised before each 64 KiB.
+std::string UnpackEntry(const TPackedEntry& iPacked, TStringView iName, TNotifyEvent iOnStep = {});
 
 }  // namespace kk

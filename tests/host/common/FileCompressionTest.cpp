@@ -348,6 +348,34 @@ TEST_F(TDamagedArchiveTest, AnyBitFlippedNeverGivesWrongBytes) {
   }
 }
 
+struct TStepper {
+  void DoStep(TObject*) {
+    if (++Steps == Last) throw Exception(u"genug");
+  }
+  int Steps = 0;
+  int Last = 0;
+};
+
+TEST(TFileCompression, ALargeEntryIsUnpackedInSteps) {
+  const TTempFolder folder;
+  const TString file = folder.File(u"a.zip");
+  TMemoryStream bytes(std::string(200'000, 'x'));
+  TStreamForCompression entry(u"n", &bytes, false);
+  TFileCompression::CompressStreams({&entry}, file, 3, true);
+  TStepper stepper;
+  const auto step = TNotifyEvent::Of<&TStepper::DoStep>(&stepper);
+  TMemoryStream stream;
+  EXPECT_TRUE(TFileCompression::DecompressFile(file, u"n", stream, step));
+  EXPECT_EQ(stream.Bytes(), bytes.Bytes());
+  EXPECT_EQ(stepper.Steps, 4);  // 3 times 64 KiB and the rest
+  EXPECT_FALSE(TFileCompression::DecompressFile(file, u"m", stream, step));
+  EXPECT_EQ(stepper.Steps, 4);
+  // What a step raises passes.
+  stepper.Last = 6;
+  EXPECT_THROW(TFileCompression::DecompressFile(file, u"n", stream, step), Exception);
+  EXPECT_EQ(stream.GetSize(), 0u);
+}
+
 RC_GTEST_PROP(TFileCompression, AnyEntriesComeBackEqual,
               (const std::map<std::string, std::string>& iEntries)) {
   const TTempFolder folder;
