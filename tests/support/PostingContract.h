@@ -76,6 +76,7 @@ TYPED_TEST_P(TPostingContract, AFunctionMayProcessTheRestItself) {
   this->FLoop->Post(this->Noting(1));
   ASSERT_TRUE(this->CrankUntilNotes(2));
   EXPECT_THAT(this->FNotes, testing::ElementsAre(1, 2));
+  EXPECT_TRUE(this->FLog.Lines().empty()) << "nothing was run twice";
 }
 
 TYPED_TEST_P(TPostingContract, WhatIsLeftRunsInALoopInsideOfTheFirstFunction) {
