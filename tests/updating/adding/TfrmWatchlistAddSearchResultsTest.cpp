@@ -72,7 +72,7 @@ TEST_F(TfrmWatchlistAddSearchResultsTest, ListsTheCategoriesAndSelectsThePreset)
   Display([this](TDialog& form) {
     const auto& items = form.cmbxCategory.Items();
     ASSERT_EQ(items.size(), 3u);
-    EXPECT_EQ(items[2].Text, u"Uhren");
+    EXPECT_EQ(items[2], u"Uhren");
     EXPECT_EQ(form.cmbxCategory.ItemIndex(), 1);
     EXPECT_EQ(form.cmbxCategory.Text(), u"Bücher");
     form.btnCancel.Click();
