@@ -74,6 +74,20 @@ TWidths SharedWidths(const TWidths& iWanted, double iRoom) {
   return widths;
 }
 
+double SumOf(const TWidths& iWidths) {
+  return std::accumulate(iWidths.begin(), iWidths.end(), 0.0);
+}
+
+// What is left over goes to the columns of the longest values, and then to the first one, which
+// names the row, so that the others stand at the right edge of the page.
+void ShareRest(TWidths& ioWidths, const TWidths& iMost, double iRoom) {
+  TWidths more{};
+  for (size_t i = 0; i < more.size(); ++i) more[i] = iMost[i] - ioWidths[i];
+  more = SharedWidths(more, iRoom - SumOf(ioWidths));
+  for (size_t i = 0; i < more.size(); ++i) ioWidths[i] += more[i];
+  ioWidths[0] += iRoom - SumOf(ioWidths);
+}
+
 void PaintRule(QPainter& ioPainter, QPointF iLeft, double iWidth, double iThickness,
                const QColor& iColor) {
   // A line, not a rectangle: it is at least one pixel, however small the page is shown.
@@ -85,7 +99,6 @@ void PaintRule(QPainter& ioPainter, QPointF iLeft, double iWidth, double iThickn
 // What nineteen of twenty values want: one that is much longer has more lines, and does not make
 // the other columns narrow on all pages.
 double UsualWidth(std::vector<double>& ioWidths) {
-  if (ioWidths.empty()) return 0;
   const auto usual = ioWidths.end() - 1 - static_cast<ptrdiff_t>(ioWidths.size() / 20);
   std::ranges::nth_element(ioWidths, usual);
   return *usual;
@@ -149,9 +162,10 @@ TPrintLayout::TRow TPrintLayout::RowOf(const std::vector<TString>& iValues,
 }
 
 void TPrintLayout::FindColumns() {
-  TWidths wanted{};
+  TWidths usual{};
+  TWidths most{};
   for (size_t i = 0; i < cColumns; ++i) {
-    std::vector<double> cells;
+    std::vector<double> cells{FHeaderText.WidthOf(FHeaders[i])};
     bool isNumber = true;
     for (const TRow& row : FRows) {
       const QString& cell = row.Cells[i];
@@ -159,20 +173,20 @@ void TPrintLayout::FindColumns() {
       isNumber = isNumber && IsNumber(cell);
       cells.push_back(FText.WidthOf(cell));
     }
-    FColumns[i].IsNumber = isNumber && !cells.empty();
-    const double usual = FColumns[i].IsNumber ? std::ranges::max(cells) : UsualWidth(cells);
+    FColumns[i].IsNumber = isNumber && cells.size() > 1;
     // A little more, so that no rounding breaks the widest one.
-    wanted[i] = std::max(FHeaderText.WidthOf(FHeaders[i]), usual) + Points(1);
+    most[i] = std::ranges::max(cells) + Points(1);
+    const double header = cells.front();
+    const double least = std::max(header, UsualWidth(cells)) + Points(1);
+    usual[i] = FColumns[i].IsNumber ? most[i] : least;
   }
   const double room = FArea.width() - cColumnGap * static_cast<double>(cColumns - 1);
-  const TWidths widths = SharedWidths(wanted, room);
-  // What is left over goes to the first column, which names the row, so that the others stand at
-  // the right edge of the page.
-  const double rest = room - std::accumulate(widths.begin(), widths.end(), 0.0);
+  TWidths widths = SharedWidths(usual, room);
+  ShareRest(widths, most, room);
   double left = FArea.left();
   for (size_t i = 0; i < cColumns; ++i) {
     FColumns[i].Left = left;
-    FColumns[i].Width = widths[i] + (i == 0 ? rest : 0);
+    FColumns[i].Width = widths[i];
     left += FColumns[i].Width + cColumnGap;
   }
 }

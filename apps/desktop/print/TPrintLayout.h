@@ -15,8 +15,8 @@ namespace kk {
 /// file. Lengths are in units of a tenth of a point. The first page has the title, source and date,
 /// each later one a line of them; all have the headers above the rows, and the page's number. A row
 /// stays on one page unless it is larger than a page. Columns get their widths by what stands in
-/// them, without the few values that are much longer than the others; a column of numbers stands
-/// right. Main thread.
+/// them; the few values that are much longer than the others get what room is left. A column of
+/// numbers stands right. Main thread.
 ///
 /// A value's line breaks and tabs become blanks, its other control characters go, and of a very
 /// long one (above cMaxValue characters) the beginning is printed alone. Of the addresses behind

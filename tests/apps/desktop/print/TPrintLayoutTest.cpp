@@ -240,6 +240,7 @@ TEST_F(TPrintLayoutTest, TabsAndLineBreaksKeepWordsApart) {
 
 TEST_F(TPrintLayoutTest, OneLongValueAmongManyDoesNotNarrowTheOtherColumns) {
   TPrintContent list = List(60);
+  for (auto& row : list.Rows) row[0] += u" aus Gußeisen für alle Herdarten, und noch viel mehr";
   const auto before = static_cast<double>(ColumnOf(Pdf(list).Text(), "Anbieter"));
   TString seller;
   for (int i = 0; i < 30; ++i) seller += u"Wortreicher ";
@@ -248,6 +249,14 @@ TEST_F(TPrintLayoutTest, OneLongValueAmongManyDoesNotNarrowTheOtherColumns) {
   EXPECT_NEAR(static_cast<double>(ColumnOf(text, "Anbieter")), before, 2);
   EXPECT_EQ(CountOf(text, "Wortreicher"), 30u);
   EXPECT_THAT(text, HasSubstr("Schluß"));
+}
+
+TEST_F(TPrintLayoutTest, ALongValueHasTheRoomThatOthersLeave) {
+  TPrintContent list = List(60);
+  list.Rows[7][3] = u"Donaudampfschiffahrts-Gesellschaft m. b. H.";
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("Donaudampfschiffahrts-Gesellschaft m. b. H."));
+  list.Rows[8][0] = TString(300, u'x');
+  EXPECT_THAT(Pdf(list).Text(), HasSubstr("Donaudampfschiffahrts-Gesellschaft")) << "half of it";
 }
 
 TEST_F(TPrintLayoutTest, AColumnOfNumbersHasRoomForTheLargest) {
