@@ -16,9 +16,9 @@
 namespace kk {
 
 TTabStripBinder::TTabStripBinder(TSkin& ioSkin, TTabStrip& ioStrip)
-    : TBinderOf(ioSkin, ioStrip, QtOwned<QWidget>()),
-      FBar(QtOwned<QTabBar>(&View())),
-      FChevron(QtOwned<QToolButton>(&View())) {
+    : TBinderOf(ioSkin, ioStrip, QtOwned<QWidget>()) {
+  FBar = QtOwned<QTabBar>(&View());  // the filter hears of it already while it is made
+  FChevron = QtOwned<QToolButton>(&View());
   FBar->setExpanding(false);
   FBar->setMovable(true);
   FBar->setUsesScrollButtons(true);

@@ -32,8 +32,8 @@ class TTabStripBinder final : public TBinderOf<TTabStrip> {
   bool PressKey(const QKeyEvent& iEvent);
   void Hover(int iPlace);
 
-  QTabBar* FBar;          // the widget's
-  QToolButton* FChevron;  // the widget's
+  QTabBar* FBar = nullptr;          // the widget's
+  QToolButton* FChevron = nullptr;  // the widget's
   std::vector<TShown> FShown;
   const TControl* FHovered = nullptr;  // may be gone
 };
