@@ -66,8 +66,7 @@ inline constexpr TStringView _resLoggingFileSaveFailed =
     u"Datei konnte nicht gespeichert werden (%s). Fehlermeldung: %s";
 inline constexpr TStringView _resLoggingMobileFieldsLeftOut =
     u"Angaben der Quelle %s fehlen im Dokument für Kaufkobolde Mobile, weil sie keinen Namen "
-    u"haben, "
-    u"der dort stehen kann: %s (zusammen %d)";
+    u"haben, der dort stehen kann: %s (zusammen %d)";
 inline constexpr TStringView _resLoggingUnknownFileConversion =
     u"Unbekannte Watchlist-Datei-Konvertierung";
 
