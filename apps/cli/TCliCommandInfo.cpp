@@ -95,7 +95,7 @@ constexpr TStringView cConclusion =
     u"  --data ORDNER      Beobachtenliste, Einstellungen und Protokoll liegen in diesem Ordner\n"
     u"  --verbose          das Protokoll auch hier zeigen\n"
     u"  --yes              Rückfragen mit Ja beantworten\n"
-    u"  --restore-backup   eine fehlende Beobachtenliste aus der Sicherung wiederherstellen\n"
+    u"  --restore-backup   eine fehlende oder beschädigte Liste aus der Sicherung holen\n"
     u"  --version, --help\n"
     u"\n"
     u"Ohne Terminal an der Eingabe werden Fragen mit ihrer Vorgabe beantwortet.\n"

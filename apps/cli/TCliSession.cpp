@@ -29,6 +29,12 @@ TCliSession::~TCliSession() { End(); }
 
 void TCliSession::GuardData() {
   const TDataFileGuard guard = FServices.DataGuard();
+  bool isRestored = false;
+  const auto restore = [&] {
+    guard.RestoreBackup();
+    FConsole.Complain(u"Die Beobachtenliste ist aus ihrer Sicherung wiederhergestellt.");
+    isRestored = true;
+  };
   if (guard.BackupToRestore()) {
     if (!FRestoreBackup) {
       throw Exception(
@@ -36,14 +42,23 @@ void TCliSession::GuardData() {
                  u"--restore-backup wird sie wiederhergestellt.",
                  {guard.FileName()}));
     }
-    guard.RestoreBackup();
-    FConsole.Complain(u"Die Beobachtenliste ist aus ihrer Sicherung wiederhergestellt.");
-  } else if (FRestoreBackup) {
+    restore();
+  }
+  if (const TString damage = guard.PutAsideIfDamaged(); !damage.empty()) {
+    for (const TString& line : Split(damage, u'\n')) FConsole.Complain(Trim(ForTerminal(line)));
+    if (guard.IsBackupSound()) {
+      // An empty list would begin, and its first save would make the damaged file the backup.
+      if (!FRestoreBackup) {
+        throw Exception(
+            u"Ihre Sicherung ist lesbar. Mit --restore-backup wird der Stand vor dem letzten "
+            u"Speichern wiederhergestellt.");
+      }
+      restore();
+    }
+  }
+  if (FRestoreBackup && !isRestored) {
     FConsole.Complain(u"Hinweis: Es gibt nichts wiederherzustellen.");
   }
-  const TString damage = guard.PutAsideIfDamaged();
-  if (damage.empty()) return;
-  for (const TString& line : Split(damage, u'\n')) FConsole.Complain(Trim(ForTerminal(line)));
 }
 
 // A save that fails has made the file its backup before.

@@ -24,6 +24,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 using TJson = nlohmann::json;
 
 constexpr char cUnassigned[] = "<Keiner Kategorie zugewiesen>";
@@ -72,10 +73,14 @@ class TKaufkoboldeCli : public testing::Test {
     const std::string address = Shop.Put("/lampe", "Lampe", "19.90");
     Do({"add", address, "--category", iCategory, "--create"});
   }
-  std::vector<std::string> FilesBeginningWith(const std::string& iStart) const {
+  /// What the copies hold that no save writes over.
+  std::vector<std::string> PutAside() const {
     std::vector<std::string> result;
     for (const std::string& name : Data.Names()) {
-      if (name.starts_with(iStart)) result.push_back(name);
+      if (!name.starts_with("watchlist.da")) continue;
+      if (name != "watchlist.dat" && name != "watchlist.da~") {
+        result.push_back(Data.Read(FromUtf8(name)));
+      }
     }
     return result;
   }
@@ -315,15 +320,30 @@ TEST_F(TKaufkoboldeCli, SettingsAreListedReadAndSet) {
 TEST_F(TKaufkoboldeCli, ADamagedFileIsPutAsideAndTold) {
   AddLampInto("Haus");
   Data.Write(u"watchlist.dat", "das ist kein Archiv");
-  const TCliOutcome outcome = Run({"list"});
-  EXPECT_THAT(outcome.Error, AllOf(HasSubstr("beschädigt"), HasSubstr("Eine Kopie liegt in ")));
-  bool found = false;
-  for (const std::string& name : FilesBeginningWith("watchlist")) {
-    if (name == "watchlist.dat" || name == "watchlist.da~") continue;
-    if (Data.Read(FromUtf8(name)) == "das ist kein Archiv") found = true;
-  }
-  EXPECT_TRUE(found);
+  Data.Write(u"watchlist.da~", "und das auch nicht");
+  const TCliOutcome outcome = Run({"list", "--restore-backup"});
+  EXPECT_THAT(outcome.Error, AllOf(HasSubstr("beschädigt"), HasSubstr("Eine Kopie liegt in "),
+                                   HasSubstr("nichts wiederherzustellen")));
+  EXPECT_THAT(PutAside(), UnorderedElementsAre("das ist kein Archiv", "und das auch nicht"));
   EXPECT_EQ(Run({"list"}).Exit, 0) << "and from then on all is well";
+}
+
+TEST_F(TKaufkoboldeCli, ADamagedFileIsRestoredFromItsBackupOnRequest) {
+  AddLampInto("Haus");
+  Do({"list"});
+  const TJson before = Tree();
+  const std::string backup = Data.Read(u"watchlist.da~");
+  Data.Write(u"watchlist.dat", "das ist kein Archiv");
+  const TCliOutcome outcome = Run({"list"});
+  EXPECT_EQ(outcome.Exit, 1);
+  EXPECT_THAT(outcome.Error, AllOf(HasSubstr("beschädigt"), HasSubstr("Mit --restore-backup")));
+  EXPECT_EQ(Data.Read(u"watchlist.dat"), "das ist kein Archiv");
+  EXPECT_EQ(Data.Read(u"watchlist.da~"), backup) << "nothing is written over the backup";
+  const TCliOutcome restored = Run({"list", "--json", "--restore-backup"});
+  EXPECT_EQ(restored.Exit, 0);
+  EXPECT_THAT(restored.Error, HasSubstr("wiederhergestellt"));
+  EXPECT_EQ(TJson::parse(restored.Out), before);
+  EXPECT_THAT(PutAside(), UnorderedElementsAre("das ist kein Archiv", backup));
 }
 
 TEST_F(TKaufkoboldeCli, AMissingFileIsRestoredFromItsBackupOnRequest) {
