@@ -175,15 +175,7 @@ TEST_F(TSearchLocationTest, ViewIsPaintedAnewWheneverAnItemComesOrGoes) {
 }
 
 TEST_F(TSearchLocationTest, ViewThatCantBePaintedAnewIsLeftAlone) {
-  class TPlainResults : public TInterfaced<ISearchResults> {
-   public:
-    int GetCount() const override { return 0; }
-    int GetSelectedCount() const override { return 0; }
-    TIntf<ISearchResult> GetItems(int) const override { return {}; }
-    TIntf<ISearchResult> GetSelectedItems(int) const override { return {}; }
-    TIntf<ISearchResult> GetFocused() const override { return {}; }
-  };
-  Extension->SetSearchResults(MakeIntf<TPlainResults>());
+  Extension->SetSearchResults(MakeIntf<TFakeSearchResults>());
   EXPECT_NO_THROW(Item(Books, Auction, u"Emma"));
   Extension->SetSearchResults(nullptr);
   EXPECT_NO_THROW(Item(Books, Auction, u"Egmont"));
