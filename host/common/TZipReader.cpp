@@ -90,10 +90,10 @@ TString TZipReader::GetName(uint64_t iIndex) const {
 }
 
 int64_t TZipReader::IndexOf(TStringView iName) const {
-  const std::string wanted = ToUtf8(iName);
   for (uint64_t i = 0; i < GetCount(); ++i) {
     const char* name = zip_get_name(FArchive.get(), i, ZIP_FL_ENC_GUESS);
-    if (name != nullptr && wanted == name) return static_cast<int64_t>(i);
+    // As GetName tells it: bytes that are no UTF-8 have been replaced there.
+    if (name != nullptr && FromUtf8(name) == iName) return static_cast<int64_t>(i);
   }
   return -1;
 }

@@ -33,7 +33,8 @@ class TCursor {
     return true;
   }
   char Peek() const { return FText.empty() ? '\0' : FText[0]; }
-  bool NextIsDigit() const { return Peek() >= '0' && Peek() <= '9'; }
+  /// False once something did not fit: nothing more is taken then.
+  bool NextIsDigit() const { return !FFailed && Peek() >= '0' && Peek() <= '9'; }
   bool AtEnd() const { return FText.empty(); }
   bool Failed() const { return FFailed; }
 

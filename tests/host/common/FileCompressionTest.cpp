@@ -179,6 +179,16 @@ TEST_F(TFileCompressionTest, AnEntryPackedInAWayThatIsNotKnownIsKeptAsItIs) {
   EXPECT_THROW(streams[0]->GetStream(), EInOutError);
 }
 
+TEST_F(TFileCompressionTest, ANameThatIsNoUTF8IsFoundAsItIsListed) {
+  TRawZip zip;
+  zip.AddStored("ca\xC1\xAB", "Inhalt");  // an overlong form of one byte
+  SetBytes(zip.ToBytes());
+  TStringList names;
+  TFileCompression::FilesInside(FFile, names, false);
+  ASSERT_EQ(names.GetCount(), 1);
+  EXPECT_EQ(Entry(names.Get(0)), "Inhalt");
+}
+
 TEST_F(TFileCompressionTest, DamageStaysVisibleThroughASave) {
   TRawZip zip;
   zip.Add({.Name = "stored", .Bytes = "damaged", .Size = 7, .Crc = 5, .Method = 0});
